@@ -1,0 +1,205 @@
+/* Vector math: mode, status, error reports, and the shapes of the kernels.
+ *
+ * A vector function exists at three accuracy levels. Each level is a kernel of its own, reached
+ * through the function's table or through a stub that fixes the level:
+ *
+ *     _qemdExp_HA(n, a, r);                                            high accuracy
+ *     orv_qem_kernel_dExp_ttab[orv_qem_kernel_GetTTableIndex()](n, a, r);   the mode's level
+ *
+ * Kernels never fail as a whole: each element is independent, a special element is reported through
+ * the routes of the mode word, and the call goes on. All state is per thread.
+ *
+ * The functions themselves are declared in orv/qem_functions.h. */
+#ifndef ORV_QEM_H
+#define ORV_QEM_H
+
+#include <stdint.h>
+
+#ifndef ORV_API
+#define ORV_API __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** Elements of the complex types: real part, then imaginary part. */
+typedef struct {
+  float re, im;
+} QemComplexFloat;
+typedef struct {
+  double re, im;
+} QemComplexDouble;
+
+/* ---- Mode word ------------------------------------------------------------------------------ */
+
+/** The per-thread mode word. Bits 0 to 3 choose the accuracy, bits 4 to 5 carry a precision request,
+ *  bits 8 to 15 choose error routes, bits 18 to 21 the treatment of denormals. */
+typedef uint32_t QemMode;
+
+enum {
+  /* accuracy */
+  QEM_LA = 0x1, /**< low accuracy: below 4 ulp */
+  QEM_HA = 0x2, /**< high accuracy: below 1 ulp */
+  QEM_EP = 0x3, /**< enhanced performance: about half the bits */
+  /* precision request; carried for layers above, set by the environment only */
+  QEM_FLOAT_CONSISTENT = 0x10,
+  QEM_DOUBLE_CONSISTENT = 0x20,
+  QEM_RESTORE = 0x30,
+  /* error routes, may be combined */
+  QEM_ERRMODE_IGNORE = 0x100,    /**< alone: nothing happens but the status */
+  QEM_ERRMODE_ERRNO = 0x200,     /**< errno is set */
+  QEM_ERRMODE_STDERR = 0x400,    /**< a message is written to standard error */
+  QEM_ERRMODE_EXCEPT = 0x800,    /**< a floating-point exception is raised */
+  QEM_ERRMODE_CALLBACK = 0x1000, /**< the thread's callback is called */
+  QEM_ERRMODE_DEFAULT = 0x1A00,
+  /* denormals */
+  DENORMALS_KEPT = 0x140000,
+  DENORMALS_FLUSHED = 0x280000,
+  /* the word of a thread whose environment says nothing */
+  QEM_MODE_DEFAULT = 0x1A02,
+  /* fields */
+  QEM_ACCURACY_MASK = 0xF,
+  QEM_ERRMODE_MASK = 0xFF00,
+  QEM_DENORMALS_MASK = 0x3C0000
+};
+
+/** Returns the thread's mode word. On first use in a thread it is taken from the environment variable
+ *  ORV_QEM_MODE, a list of tokens such as "QEM_LA,QEM_ERRMODE_STDERR"; a list with any fault is
+ *  passed over whole, and the word is QEM_MODE_DEFAULT. */
+ORV_API QemMode orv_qem_kernel_GetMode(void);
+ORV_API QemMode _qemGetMode(void);
+
+/** Replaces the accuracy, the error routes and the denormal control by those fields of `mode` that
+ *  are not 0; a field that is 0 keeps its value. Returns the word before the change. */
+ORV_API QemMode orv_qem_kernel_SetMode(QemMode mode);
+ORV_API QemMode _qemSetMode(QemMode mode);
+
+/** Parses ORV_QEM_MODE: the OR of its tokens' values, or -1 if it is absent or malformed. */
+ORV_API int64_t orv_qem_kernel_ReadEnvVarMode(void);
+
+/** Slot of a kernel table for the thread's accuracy: 0 LA, 1 HA, 2 EP (-1 if none is chosen). */
+ORV_API int32_t orv_qem_kernel_GetTTableIndex(void);
+
+/** Slot of a kernel table for the accuracy of `mode`. The first argument is not used. */
+ORV_API int32_t orv_qem_kernel_GetTTableIndexM(int32_t unused, QemMode mode);
+
+/* ---- Status and error reports --------------------------------------------------------------- */
+
+/** Status codes. Kernels report 1 to 4; layers above may report the negative ones. */
+enum {
+  QEM_STATUS_OK = 0,
+  QEM_STATUS_BAD_ARGUMENT = -1,
+  QEM_STATUS_BAD_POINTER = -2,
+  QEM_STATUS_DOMAIN = 1,      /**< outside the domain, the result is NaN */
+  QEM_STATUS_SINGULARITY = 2, /**< a pole, the result is infinite */
+  QEM_STATUS_OVERFLOW = 3,
+  QEM_STATUS_UNDERFLOW = 4
+};
+
+/** Status of the last element reported in this thread; a call without errors leaves it alone. */
+ORV_API int32_t orv_qem_kernel_GetErrStatus(void);
+ORV_API int32_t _qemGetErrStatus(void);
+
+/** Stores a status and returns the previous one. */
+ORV_API int32_t orv_qem_kernel_SetErrStatus(int32_t status);
+ORV_API int32_t _qemSetErrStatus(int32_t status);
+
+/** Stores 0 and returns the previous status. */
+ORV_API int32_t orv_qem_kernel_ClearErrStatus(void);
+ORV_API int32_t _qemClearErrStatus(void);
+
+/** One reported element, as the callback sees it. Packed to 4 bytes in every build. The fields
+ *  arg1 to res2 are filled for codes other than -1 and -2, the _im fields for complex functions. */
+#pragma pack(push, 4)
+typedef struct QemErrorContext {
+  int32_t code;
+  int32_t index; /**< in the user's whole vector, see SetInterfInputVectorPointer */
+  double arg1;
+  double arg2; /**< kernels give the first argument here, too */
+  double res1; /**< may be changed; the last word on a single result */
+  double res2; /**< may be changed */
+  char func_name[64];
+  int32_t func_name_len;
+  double arg1_im;
+  double arg2_im;
+  double res1_im;
+  double res2_im;
+} QemErrorContext;
+#pragma pack(pop)
+
+/** Called for each reported element when the mode has QEM_ERRMODE_CALLBACK. Returns 0 to let the
+ *  other routes run and the record's results be stored, nonzero if the element is dealt with. */
+typedef int32_t (*QemErrorCallBack)(QemErrorContext* context);
+
+ORV_API QemErrorCallBack orv_qem_kernel_GetErrorCallBack(void);
+ORV_API QemErrorCallBack _qemGetErrorCallBack(void);
+
+/** Stores the thread's callback (0 for none), sets or clears QEM_ERRMODE_CALLBACK in the mode, and
+ *  returns the previous callback. If that bit is the only error route it cannot be cleared. */
+ORV_API QemErrorCallBack orv_qem_kernel_SetErrorCallBack(QemErrorCallBack callback);
+ORV_API QemErrorCallBack _qemSetErrorCallBack(QemErrorCallBack callback);
+
+/** SetErrorCallBack(0). */
+ORV_API QemErrorCallBack orv_qem_kernel_ClearErrorCallBack(void);
+ORV_API QemErrorCallBack _qemClearErrorCallBack(void);
+
+/** Stores the base of the user's first input vector, for a caller that hands a kernel a slice of it:
+ *  reported indices then count from the base. 0 ends that. Returns `base`. */
+ORV_API const void* orv_qem_kernel_SetInterfInputVectorPointer(const void* base);
+ORV_API const void* _qemSetInterfInputVectorPointer(const void* base);
+
+/** Reports element `index` of a call: stores the status, then runs the routes of the mode on a
+ *  record of a[index], b[index], r1[index], r2[index], and stores the record's results. */
+ORV_API void orv_qem_kernel_sError(int32_t code, int32_t index, const float* a, const float* b,
+                                   float* r1, float* r2, const char* name);
+ORV_API void orv_qem_kernel_dError(int32_t code, int32_t index, const double* a, const double* b,
+                                   double* r1, double* r2, const char* name);
+ORV_API void orv_qem_kernel_cError(int32_t code, int32_t index, const QemComplexFloat* a,
+                                   const QemComplexFloat* b, QemComplexFloat* r1,
+                                   QemComplexFloat* r2, const char* name);
+ORV_API void orv_qem_kernel_zError(int32_t code, int32_t index, const QemComplexDouble* a,
+                                   const QemComplexDouble* b, QemComplexDouble* r1,
+                                   QemComplexDouble* r2, const char* name);
+
+/** Always 0: this library is one processor's build and chooses nothing at run time. */
+ORV_API int32_t dll_cpu_version(void);
+
+/* ---- Exported tables ------------------------------------------------------------------------ */
+
+/** Reciprocals, rounded to few bits, of the midpoints of [1 + i/256, 1 + (i + 1)/256). */
+extern ORV_API const float orv_qem_core_rcp_table_256[256];
+extern ORV_API const double orv_qem_core_double_rcp_table_256[256];
+/** Low, then high part of -ln of those reciprocals. */
+extern ORV_API const double orv_qem_core_log_table_256[256][2];
+/** High, then low part of the same, split further up for extended arithmetic. */
+extern ORV_API const double orv_qem_core_logl_table_256[256][2];
+/** High, then low part of 2^((j - 128)/256). */
+extern ORV_API const double orv_qem_core_expl_table_256[257][2];
+
+/* ---- Shapes of kernels ---------------------------------------------------------------------- */
+
+/* `n` counts elements; at 0 or below nothing is read or written. Vectors need no alignment. An
+ * output may be the same vector as an input; other overlap is allowed where a function says so. */
+
+/** r[i] = f(a[i]) */
+typedef void (*QemUnary_s)(int32_t n, const float* a, float* r);
+typedef void (*QemUnary_d)(int32_t n, const double* a, double* r);
+typedef void (*QemUnary_c)(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+typedef void (*QemUnary_z)(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** r[i] = f(a[i], b[i]) */
+typedef void (*QemBinary_s)(int32_t n, const float* a, const float* b, float* r);
+typedef void (*QemBinary_d)(int32_t n, const double* a, const double* b, double* r);
+typedef void (*QemBinary_c)(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b,
+                            QemComplexFloat* r);
+typedef void (*QemBinary_z)(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b,
+                            QemComplexDouble* r);
+
+#ifdef __cplusplus
+}
+#endif
+
+#include <orv/qem_functions.h>
+
+#endif

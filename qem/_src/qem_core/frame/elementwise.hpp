@@ -1,0 +1,72 @@
+// The frame of kernels that are exact, or rounded once, for every element: no slow path, no reports.
+//
+//   struct Op {
+//     using T = double;
+//     static V lane(V x);          // or lane(V x, V y), for any vector type and for T itself
+//   };
+//
+// Results are those of ascending element-by-element evaluation, also where the output overlaps an
+// input.
+#pragma once
+
+#include "../simd/vectors.hpp"
+#include "control_words.hpp"
+
+namespace orv {
+inline namespace ORV_TAG {
+
+/// [r, r + n) shares bytes with [a, a + n) without being the same vector.
+template <class T>
+bool overlaps_partly(const T* a, const T* r, int32_t n) {
+  const auto from = reinterpret_cast<uintptr_t>(a), to = reinterpret_cast<uintptr_t>(r);
+  const auto distance = from < to ? to - from : from - to;
+  return distance != 0 && distance < static_cast<uintptr_t>(n) * sizeof(T);
+}
+
+template <class Op, class... In>
+void store_element(typename Op::T* r, const In*... a) {
+  const auto y = Op::lane(load_one(a)...);
+  memcpy(r, &y, sizeof y);
+}
+
+template <class Op, class... In>
+void ascending(int32_t from, int32_t n, typename Op::T* r, const In*... a) {
+  for (int32_t i = from; i < n; ++i) store_element<Op>(r + i, a + i...);
+}
+
+/// Elements before `r` is aligned to the vector, at most `n`; none if it never will be.
+template <class V>
+int32_t elements_to_alignment(const Lane<V>* r, int32_t n) {
+  const auto address = reinterpret_cast<uintptr_t>(r);
+  if (address % sizeof(Lane<V>) != 0) return 0;
+  const auto elements = static_cast<int32_t>((-address % sizeof(V)) / sizeof(Lane<V>));
+  return elements < n ? elements : n;
+}
+
+template <class Op, class... In>
+void elementwise(int32_t n, typename Op::T* r, const In*... a) {
+  using T = typename Op::T;
+  using V = Wide<T>;
+  constexpr int32_t short_vector = 6;
+  constexpr int unroll = 4;
+  constexpr int32_t block = unroll * lanes<V>;
+
+  const ControlWords words(Environment{});
+  if (n <= short_vector || (overlaps_partly(a, r, n) || ...)) {
+    ascending<Op>(0, n, r, a...);
+    return;
+  }
+  int32_t i = elements_to_alignment<V>(r, n);
+  ascending<Op>(0, i, r, a...);
+  for (; i <= n - block; i += block) {
+    V y[unroll];
+#pragma GCC unroll 4
+    for (int k = 0; k < unroll; ++k) y[k] = Op::lane(load<V>(a + i + k * lanes<V>)...);
+#pragma GCC unroll 4
+    for (int k = 0; k < unroll; ++k) store<V>(r + i + k * lanes<V>, y[k]);
+  }
+  ascending<Op>(i, n, r, a...);
+}
+
+}  // namespace ORV_TAG
+}  // namespace orv

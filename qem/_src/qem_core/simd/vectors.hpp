@@ -1,0 +1,344 @@
+// What the compiler's vector types lack: loads and stores, lane masks, and integer arithmetic on the
+// bit patterns of their lanes. Arithmetic itself is written with the built-in operators.
+//
+// Every unit that includes this is compiled for one instruction set, ORV_TAG, and its inline
+// namespace keeps one unit's instances out of another's.
+#pragma once
+
+#include <immintrin.h>
+#include <stdint.h>
+#include <string.h>
+
+namespace orv {
+inline namespace ORV_TAG {
+
+// ---- Vector types ------------------------------------------------------------------------------
+
+template <class T>
+struct VectorsOf;
+template <class V>
+struct LanesOf;
+
+template <>
+struct VectorsOf<double> {
+  using Narrow = __m128d;
+#ifdef __AVX__
+  using Wide = __m256d;
+#else
+  using Wide = __m128d;
+#endif
+};
+template <>
+struct VectorsOf<float> {
+  using Narrow = __m128;
+#ifdef __AVX__
+  using Wide = __m256;
+#else
+  using Wide = __m128;
+#endif
+};
+
+/// The widest vector of the unit's instruction set, and the one that single elements go through.
+template <class T>
+using Wide = typename VectorsOf<T>::Wide;
+template <class T>
+using Narrow = typename VectorsOf<T>::Narrow;
+
+/// Bit patterns of a vector's lanes, in halves where integers have no 256-bit form.
+#ifdef __AVX__
+struct Int256 {
+  __m128i lo, hi;
+};
+#endif
+
+template <>
+struct LanesOf<__m128d> {
+  using T = double;
+  using Int = __m128i;
+  static constexpr int count = 2;
+};
+template <>
+struct LanesOf<__m128> {
+  using T = float;
+  using Int = __m128i;
+  static constexpr int count = 4;
+};
+#ifdef __AVX__
+template <>
+struct LanesOf<__m256d> {
+  using T = double;
+  using Int = Int256;
+  static constexpr int count = 4;
+};
+template <>
+struct LanesOf<__m256> {
+  using T = float;
+  using Int = Int256;
+  static constexpr int count = 8;
+};
+#endif
+
+template <class V>
+inline constexpr int lanes = LanesOf<V>::count;
+template <class V>
+using Int = typename LanesOf<V>::Int;
+template <class V>
+using Lane = typename LanesOf<V>::T;
+
+// ---- Scalars -----------------------------------------------------------------------------------
+
+inline double from_bits(uint64_t bits) {
+  double x;
+  memcpy(&x, &bits, sizeof x);
+  return x;
+}
+inline float from_bits(uint32_t bits) {
+  float x;
+  memcpy(&x, &bits, sizeof x);
+  return x;
+}
+inline uint64_t bits_of(double x) {
+  uint64_t bits;
+  memcpy(&bits, &x, sizeof bits);
+  return bits;
+}
+inline uint32_t bits_of(float x) {
+  uint32_t bits;
+  memcpy(&bits, &x, sizeof bits);
+  return bits;
+}
+
+/// The same value, out of the compiler's sight: what is computed from it is computed at run time,
+/// under the control words in force, and raises its flags.
+template <class T>
+inline T opaque(T x) {
+  asm volatile("" : "+m"(x));
+  return x;
+}
+
+// ---- Loads and stores, no alignment assumed ----------------------------------------------------
+
+template <class V>
+V load(const Lane<V>* p) {
+  V v;
+  memcpy(&v, p, sizeof v);
+  return v;
+}
+
+template <class V>
+void store(Lane<V>* p, V v) {
+  memcpy(p, &v, sizeof v);
+}
+#ifdef __AVX__
+// In two halves, as everything that comes out of integer arithmetic is in halves already.
+inline void store(double* p, __m256d v) {
+  _mm_storeu_pd(p, _mm256_castpd256_pd128(v));
+  _mm_storeu_pd(p + 2, _mm256_extractf128_pd(v, 1));
+}
+#endif
+
+/// All lanes with one value.
+inline __m128d splat(double x, __m128d) { return _mm_set1_pd(x); }
+inline __m128 splat(float x, __m128) { return _mm_set1_ps(x); }
+#ifdef __AVX__
+inline __m256d splat(double x, __m256d) { return _mm256_set1_pd(x); }
+inline __m256 splat(float x, __m256) { return _mm256_set1_ps(x); }
+#endif
+template <class V>
+V splat(Lane<V> x) {
+  return splat(x, V{});
+}
+
+template <class T>
+T load_one(const T* p) {
+  T x;
+  memcpy(&x, p, sizeof x);
+  return x;
+}
+
+// ---- Bit patterns ------------------------------------------------------------------------------
+
+inline __m128i bits_of(__m128d v) { return _mm_castpd_si128(v); }
+inline __m128i bits_of(__m128 v) { return _mm_castps_si128(v); }
+inline __m128d as_vector(__m128i i, __m128d) { return _mm_castsi128_pd(i); }
+inline __m128 as_vector(__m128i i, __m128) { return _mm_castsi128_ps(i); }
+#ifdef __AVX__
+inline Int256 bits_of(__m256d v) {
+  return {_mm_castpd_si128(_mm256_castpd256_pd128(v)),
+          _mm_castpd_si128(_mm256_extractf128_pd(v, 1))};
+}
+inline Int256 bits_of(__m256 v) {
+  return {_mm_castps_si128(_mm256_castps256_ps128(v)),
+          _mm_castps_si128(_mm256_extractf128_ps(v, 1))};
+}
+inline __m256d as_vector(Int256 i, __m256d) {
+  return _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_castsi128_pd(i.lo)),
+                              _mm_castsi128_pd(i.hi), 1);
+}
+inline __m256 as_vector(Int256 i, __m256) {
+  return _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_castsi128_ps(i.lo)),
+                              _mm_castsi128_ps(i.hi), 1);
+}
+#endif
+template <class V>
+V as_vector(Int<V> i) {
+  return as_vector(i, V{});
+}
+
+template <class F>
+__m128i by_halves(F f, __m128i a) {
+  return f(a);
+}
+template <class F>
+__m128i by_halves(F f, __m128i a, __m128i b) {
+  return f(a, b);
+}
+#ifdef __AVX__
+template <class F>
+Int256 by_halves(F f, Int256 a) {
+  return {f(a.lo), f(a.hi)};
+}
+template <class F>
+Int256 by_halves(F f, Int256 a, Int256 b) {
+  return {f(a.lo, b.lo), f(a.hi, b.hi)};
+}
+#endif
+
+template <class I>
+I add64(I a, I b) {
+  return by_halves([](__m128i x, __m128i y) { return _mm_add_epi64(x, y); }, a, b);
+}
+template <class I>
+I add32(I a, I b) {
+  return by_halves([](__m128i x, __m128i y) { return _mm_add_epi32(x, y); }, a, b);
+}
+template <class I>
+I sub32(I a, I b) {
+  return by_halves([](__m128i x, __m128i y) { return _mm_sub_epi32(x, y); }, a, b);
+}
+template <class I>
+I sub32(I a, int32_t b) {
+  return by_halves([b](__m128i x) { return _mm_sub_epi32(x, _mm_set1_epi32(b)); }, a);
+}
+template <class I>
+I add32(I a, int32_t b) {
+  return by_halves([b](__m128i x) { return _mm_add_epi32(x, _mm_set1_epi32(b)); }, a);
+}
+template <class I>
+I and32(I a, uint32_t b) {
+  return by_halves(
+      [b](__m128i x) { return _mm_and_si128(x, _mm_set1_epi32(static_cast<int32_t>(b))); }, a);
+}
+template <class I>
+I shift_left64(I a, int count) {
+  return by_halves([count](__m128i x) { return _mm_slli_epi64(x, count); }, a);
+}
+template <class I>
+I shift_right64(I a, int count) {
+  return by_halves([count](__m128i x) { return _mm_srli_epi64(x, count); }, a);
+}
+template <class I>
+I shift_left32(I a, int count) {
+  return by_halves([count](__m128i x) { return _mm_slli_epi32(x, count); }, a);
+}
+template <class I>
+I shift_right32(I a, int count) {  // arithmetic
+  return by_halves([count](__m128i x) { return _mm_srai_epi32(x, count); }, a);
+}
+
+/// Lanes of 64 and of 32 bits with a mask, without leaving the floating-point side.
+inline __m128d and_bits(__m128d v, uint64_t mask) { return _mm_and_pd(v, splat<__m128d>(from_bits(mask))); }
+inline __m128 and_bits(__m128 v, uint32_t mask) { return _mm_and_ps(v, splat<__m128>(from_bits(mask))); }
+inline __m128d or_bits(__m128d v, uint64_t mask) { return _mm_or_pd(v, splat<__m128d>(from_bits(mask))); }
+inline __m128 or_bits(__m128 v, uint32_t mask) { return _mm_or_ps(v, splat<__m128>(from_bits(mask))); }
+inline __m128d xor_bits(__m128d v, __m128d w) { return _mm_xor_pd(v, w); }
+inline __m128 xor_bits(__m128 v, __m128 w) { return _mm_xor_ps(v, w); }
+#ifdef __AVX__
+inline __m256d and_bits(__m256d v, uint64_t mask) {
+  return _mm256_and_pd(v, splat<__m256d>(from_bits(mask)));
+}
+inline __m256 and_bits(__m256 v, uint32_t mask) {
+  return _mm256_and_ps(v, splat<__m256>(from_bits(mask)));
+}
+inline __m256d or_bits(__m256d v, uint64_t mask) {
+  return _mm256_or_pd(v, splat<__m256d>(from_bits(mask)));
+}
+inline __m256 or_bits(__m256 v, uint32_t mask) {
+  return _mm256_or_ps(v, splat<__m256>(from_bits(mask)));
+}
+#endif
+
+// ---- Lane masks: bit k for lane k, quiet on quiet NaN ------------------------------------------
+
+#ifdef __AVX__
+inline int mask_of(__m256d v) { return _mm256_movemask_pd(v); }
+inline int mask_of(__m256 v) { return _mm256_movemask_ps(v); }
+
+template <int predicate>
+__m256d compare(__m256d a, __m256d b) {
+  return _mm256_cmp_pd(a, b, predicate);
+}
+template <int predicate>
+__m256 compare(__m256 a, __m256 b) {
+  return _mm256_cmp_ps(a, b, predicate);
+}
+template <int predicate>
+__m128d compare(__m128d a, __m128d b) {
+  return _mm_cmp_pd(a, b, predicate);
+}
+template <int predicate>
+__m128 compare(__m128 a, __m128 b) {
+  return _mm_cmp_ps(a, b, predicate);
+}
+#endif
+inline int mask_of(__m128d v) { return _mm_movemask_pd(v); }
+inline int mask_of(__m128 v) { return _mm_movemask_ps(v); }
+
+/// Lanes whose absolute value has a high word above `limit`, NaN included.
+inline int high_word_above(__m128d x, uint32_t limit) {
+  const __m128i absolute = _mm_and_si128(bits_of(x), _mm_set1_epi32(0x7FFFFFFF));
+  const __m128i above = _mm_cmpgt_epi32(absolute, _mm_set1_epi32(static_cast<int32_t>(limit)));
+  return mask_of(_mm_castsi128_pd(above));
+}
+inline int high_word_above(__m128 x, uint32_t limit) {
+  const __m128i absolute = _mm_and_si128(bits_of(x), _mm_set1_epi32(0x7FFFFFFF));
+  const __m128i above = _mm_cmpgt_epi32(absolute, _mm_set1_epi32(static_cast<int32_t>(limit)));
+  return mask_of(_mm_castsi128_ps(above));
+}
+#ifdef __AVX__
+inline int high_word_above(__m256d x, uint32_t limit) {
+  const __m256d bound = splat<__m256d>(from_bits(static_cast<uint64_t>(limit + 1) << 32));
+  return mask_of(compare<_CMP_NLT_UQ>(and_bits(x, ~0ull >> 1), bound));
+}
+inline int high_word_above(__m256 x, uint32_t limit) {
+  return mask_of(compare<_CMP_NLE_UQ>(and_bits(x, 0x7FFFFFFFu), splat<__m256>(from_bits(limit))));
+}
+
+/// Lanes that are not in [low, high], NaN included.
+template <class V>
+int outside(V x, Lane<V> low, Lane<V> high) {
+  const V below = compare<_CMP_LT_OQ>(x, splat<V>(low));
+  const V above = compare<_CMP_NLE_UQ>(x, splat<V>(high));
+  return mask_of(below) | mask_of(above);
+}
+#else
+/// Lanes that are not in [low, high], NaN included. Ordered compares of this instruction set signal
+/// on any NaN, so NaN is taken out first.
+inline int outside(__m128d x, double low, double high) {
+  const __m128d ordered = _mm_cmpord_pd(x, x);
+  const __m128d number = _mm_and_pd(x, ordered);
+  const __m128d inside = _mm_and_pd(_mm_cmpge_pd(number, splat<__m128d>(low)),
+                                    _mm_cmple_pd(number, splat<__m128d>(high)));
+  return mask_of(_mm_and_pd(inside, ordered)) ^ 3;
+}
+inline int outside(__m128 x, float low, float high) {
+  const __m128 ordered = _mm_cmpord_ps(x, x);
+  const __m128 number = _mm_and_ps(x, ordered);
+  const __m128 inside = _mm_and_ps(_mm_cmpge_ps(number, splat<__m128>(low)),
+                                   _mm_cmple_ps(number, splat<__m128>(high)));
+  return mask_of(_mm_and_ps(inside, ordered)) ^ 15;
+}
+#endif
+
+}  // namespace ORV_TAG
+}  // namespace orv

@@ -1,0 +1,47 @@
+"""Reads the lists in qem/_bt_gen_ia32 for the scripts that make files from them."""
+import pathlib
+import re
+from typing import NamedTuple
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+LISTS = ROOT / "qem" / "_bt_gen_ia32"
+LEVELS = ("LA", "HA", "EP")
+
+
+class Function(NamedTuple):
+    ready: bool
+    type: str
+    name: str
+    shape: str
+    kernels: tuple
+    costs: tuple
+
+    @property
+    def stub_suffixes(self):
+        """The stub of each slot; a function and level have one text on every use."""
+        return ("_21", "_HA", "_11") if self.type in "sc" else ("_50", "_HA", "_26")
+
+
+def _rows(file, macro):
+    for line in (LISTS / file).read_text().splitlines():
+        match = re.match(rf"({macro})\s*\((.*)\)\s*$", line)
+        if match:
+            yield match[1], [cell.strip() for cell in re.split(r',(?=(?:[^"]*"[^"]*")*[^"]*$)', match[2])]
+
+
+def functions():
+    return [
+        Function(macro == "ORV_READY", t, f, shape, tuple(rest[:3]), tuple(rest[3:]))
+        for macro, (t, f, shape, *rest) in _rows("functions.def", "ORV_READY|ORV_PLANNED")
+    ]
+
+
+def descriptions():
+    """name -> (what it computes, status codes)"""
+    return {row[0]: (row[1].strip('"'), row[2].strip('"'))
+            for _, row in _rows("descriptions.def", "ORV_DESCRIPTION")}
+
+
+def accuracy():
+    """(type, name, level) -> largest error in ulp, as text"""
+    return {tuple(row[:3]): row[3] for _, row in _rows("accuracy.def", "ORV_ACCURACY")}
