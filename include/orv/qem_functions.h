@@ -35,6 +35,42 @@ ORV_API void _qemsAdd(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsAdd_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAdd_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
+/** sLn: natural logarithm; float.
+ *  Status codes: 1 negative argument, 2 zero. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sLn_ttab[3];
+extern ORV_API const float orv_qem_kernel_sLn_ctab[3];
+ORV_API void _qemsLn_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsLn_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsLn(int32_t n, const float* a, float* r);
+ORV_API void _qemsLn_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sLn_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sLn_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sLn_G9EPnnn(int32_t n, const float* a, float* r);
+
+/** sLog10: decimal logarithm; float.
+ *  Status codes: 1 negative argument, 2 zero. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sLog10_ttab[3];
+extern ORV_API const float orv_qem_kernel_sLog10_ctab[3];
+ORV_API void _qemsLog10_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsLog10_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsLog10(int32_t n, const float* a, float* r);
+ORV_API void _qemsLog10_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sLog10_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sLog10_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sLog10_G9EPnnn(int32_t n, const float* a, float* r);
+
+/** sLog1p: ln(1 + x), accurate near 0; float.
+ *  Status codes: 1 argument below -1, 2 argument -1. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sLog1p_ttab[3];
+extern ORV_API const float orv_qem_kernel_sLog1p_ctab[3];
+ORV_API void _qemsLog1p_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsLog1p_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsLog1p(int32_t n, const float* a, float* r);
+ORV_API void _qemsLog1p_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sLog1p_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sLog1p_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sLog1p_G9EPnnn(int32_t n, const float* a, float* r);
+
 /** sMul: product; under overlap as if element by element, ascending; float.
  *  Status codes: none. */
 extern ORV_API const QemBinary_s orv_qem_kernel_sMul_ttab[3];
@@ -96,6 +132,41 @@ ORV_API void _qemdExp_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dExp_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dExp_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dExp_G9EPnnn(int32_t n, const double* a, double* r);
+
+/** dLn: natural logarithm; double.
+ *  Status codes: 1 negative argument, 2 zero. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dLn_ttab[3];
+extern ORV_API const float orv_qem_kernel_dLn_ctab[3];
+ORV_API void _qemdLn_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdLn_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdLn(int32_t n, const double* a, double* r);
+ORV_API void _qemdLn_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dLn_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dLn_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dLn_G9EPnnn(int32_t n, const double* a, double* r);
+
+/** dLog10: decimal logarithm; double.
+ *  Status codes: 1 negative argument, 2 zero. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dLog10_ttab[3];
+extern ORV_API const float orv_qem_kernel_dLog10_ctab[3];
+ORV_API void _qemdLog10_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdLog10_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdLog10(int32_t n, const double* a, double* r);
+ORV_API void _qemdLog10_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dLog10_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dLog10_G9HAynn(int32_t n, const double* a, double* r);
+
+/** dLog1p: ln(1 + x), accurate near 0; double.
+ *  Status codes: 1 argument below -1, 2 argument -1. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dLog1p_ttab[3];
+extern ORV_API const float orv_qem_kernel_dLog1p_ctab[3];
+ORV_API void _qemdLog1p_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdLog1p_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdLog1p(int32_t n, const double* a, double* r);
+ORV_API void _qemdLog1p_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dLog1p_V8LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dLog1p_V8HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dLog1p_V8EPnnn(int32_t n, const double* a, double* r);
 
 /** dMul: product; under overlap as if element by element, ascending; double.
  *  Status codes: none. */

@@ -1,8 +1,13 @@
 """The table files: path -> function that returns the file's text."""
-from . import exp, exported
+from . import exp, exported, ln
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
     CORE / "exp/vdexp_tables.hpp": exp.vdexp_tables,
+    CORE / "ln/vdln_tables.hpp": ln.vdln_tables,
+    CORE / "log10/vdlog10_tables.hpp": ln.vdlog10_tables,
+    CORE / "log10/vslog10_tables.hpp": ln.vslog10_tables,
+    CORE / "log1p/vslog1p_tables.hpp": ln.vslog1p_tables,
+    CORE / "ln/vsln_tables.hpp": ln.vsln_tables,
     CORE / "tables/exported_tables.cpp": exported.exported_tables,
 }

@@ -1,11 +1,22 @@
-from mpmath import mpf
+from mpmath import exp, linspace, log, mpf
 
 from .common import array, double, header, split
 
-# Constant terms of the polynomials of the table-scaled levels: the table carries them, so that
-# table times polynomial is 2^(j/step) at a reduced argument of 0.
-VDEXP_LA_C0 = 5.999999973728264
-VDEXP_EP_C0 = 17050.60594303826
+
+def scale(polynomial, bound):
+    """What a table must be divided by to make table times polynomial e^r, |r| <= bound, with the
+    largest relative error as small as it can be: the middle of polynomial(r)/e^r."""
+    ratios = [polynomial(r) / exp(r) for r in linspace(-bound, bound, 401)]
+    return (min(ratios) + max(ratios)) / 2
+
+
+def vdexp_la_polynomial(r):
+    return ((r + mpf(3.0000000172366073)) * r + mpf(5.999999973728265)) * r + mpf(5.999999973728264)
+
+
+def vdexp_ep_polynomial(r):
+    d = r / (log(2) / 64)
+    return (d + mpf(184.66598058764086)) * d + mpf(17050.60594303826)
 
 
 def two_to(j, step):
@@ -18,15 +29,17 @@ def relative_split(x):
 
 
 def vdexp_tables():
+    la_scale = scale(vdexp_la_polynomial, log(2) / 2048)
+    ep_scale = scale(vdexp_ep_polynomial, log(2) / 128)
     return header("vdexp_tables.hpp", [
         array("Pair<double>", "vdexp_ha_table", [split(two_to(j, 64)) for j in range(64)],
               "High and low parts of 2^(j/64)."),
         array("double", "vdexp_la_table",
-              [double(two_to(j, 1024) / mpf(VDEXP_LA_C0)) for j in range(1024)],
-              f"2^(j/1024) over the polynomial's constant term, {VDEXP_LA_C0}."),
+              [double(two_to(j, 1024) / la_scale) for j in range(1024)],
+              f"2^(j/1024)/{double(la_scale)}: LA's polynomial is that many times e^r."),
         array("double", "vdexp_ep_table",
-              [double(two_to(j, 64) / mpf(VDEXP_EP_C0)) for j in range(64)],
-              f"2^(j/64) over the polynomial's constant term, {VDEXP_EP_C0}."),
+              [double(two_to(j, 64) / ep_scale) for j in range(64)],
+              f"2^(j/64)/{double(ep_scale)}: EP's polynomial is that many times e^r."),
         array("Pair<double>", "_rewdExpHATab", [relative_split(two_to(j, 64)) for j in range(64)],
               "2^(j/64) as T*(1 + t): high part T, and low part t relative to it."),
     ])

@@ -34,12 +34,13 @@ struct vdexp_data<Level::HA> {
 
 template <>
 struct vdexp_data<Level::LA> {
-  static constexpr uint32_t rare_above = 0x4086232A;
+  // high word of 706.3: further down the scaled table entry is no longer normal
+  static constexpr uint32_t rare_above = 0x40861266;
   static constexpr int step_bits = 10;
   static constexpr double per_step = 0x1.71547652B82FEp10;
   static constexpr double step_hi = 0x1.62E42FECp-11;
   static constexpr double step_lo = 0x1.D1CF79ABC9E3Bp-42;
-  // c0 e^r, |r| <= ln2/2048; the table is 2^(j/1024)/c0
+  // c0 e^r, |r| <= ln2/2048; the table is divided by c0
   static constexpr double c2 = 3.0000000172366073;
   static constexpr double c1 = 5.999999973728265;
   static constexpr double c0 = 5.999999973728264;
@@ -50,7 +51,7 @@ struct vdexp_data<Level::EP> {
   static constexpr uint32_t rare_above = 0x4085D533;  // high word of 698.65
   static constexpr int step_bits = 6;
   static constexpr double per_step = 0x1.71547652B82FEp6;
-  // c0 e^r as a polynomial in r/(ln2/64), up to 1/2; the table is 2^(j/64)/c0
+  // c0 e^r as a polynomial in r/(ln2/64), up to 1/2; the table is divided by c0
   static constexpr double c1 = 184.66598058764086;
   static constexpr double c0 = 17050.60594303826;
 };
@@ -154,7 +155,7 @@ struct DExp {
         const V d = v - n;
         p = (d + D::c1) * d + D::c0;
       }
-      const V t = lookup(level == Level::LA ? vdexp_la_table : vdexp_ep_table, j);
+      const V t = lookup(level == Level::LA ? vdexp_la_table : vdexp_ep_table, j, V{});
       return as_vector<V>(add64(bits_of(t), m)) * p;
     }
   }

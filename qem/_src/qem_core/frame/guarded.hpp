@@ -53,7 +53,7 @@ class Guarded {
  private:
   /// `count` elements from index `i` on. A single one fills all lanes of its vector.
   template <class V, int count>
-  void pass(int32_t i) const {
+  [[gnu::always_inline]] void pass(int32_t i) const {
     constexpr int step = count < lanes<V> ? count : lanes<V>;
     constexpr int vectors = count / step;
     V x[inputs][vectors], y[outputs][vectors];
@@ -75,7 +75,7 @@ class Guarded {
   }
 
   template <class V, int vectors>
-  int compute(V (&x)[inputs][vectors], V (&y)[outputs][vectors], int k) const {
+  [[gnu::always_inline]] int compute(V (&x)[inputs][vectors], V (&y)[outputs][vectors], int k) const {
     if constexpr (inputs == 2) {
       y[0][k] = op_.lane(x[0][k], x[1][k]);
       return op_.rare(x[0][k], x[1][k]);
@@ -101,7 +101,7 @@ class Guarded {
   template <class V, int step>
   static void put(T* p, V v) {
     if constexpr (step == 1) {
-      memcpy(p, &v, sizeof(T));
+      store_low(p, v);
     } else {
       store(p, v);
     }
@@ -109,13 +109,14 @@ class Guarded {
 
   /// The copies keep the vectors of the ordinary path out of memory.
   template <int count, class V, int vectors>
-  void spill_and_repair(int32_t i, int mask, const V (&x)[inputs][vectors],
+  [[gnu::always_inline]] void spill_and_repair(int32_t i, int mask, const V (&x)[inputs][vectors],
                         const V (&y)[outputs][vectors]) const {
     constexpr int room = vectors * lanes<V>;
     alignas(V) T xs[inputs][room], ys[outputs][room];
+#pragma GCC unroll 8
     for (int k = 0; k < vectors; ++k) {
-      for (int j = 0; j < inputs; ++j) memcpy(&xs[j][k * lanes<V>], &x[j][k], sizeof(V));
-      for (int j = 0; j < outputs; ++j) memcpy(&ys[j][k * lanes<V>], &y[j][k], sizeof(V));
+      for (int j = 0; j < inputs; ++j) store(&xs[j][k * lanes<V>], x[j][k]);
+      for (int j = 0; j < outputs; ++j) store(&ys[j][k * lanes<V>], y[j][k]);
     }
     repair<count>(i, mask, xs, ys);
   }

@@ -15,39 +15,83 @@ struct alignas(2 * sizeof(T)) Pair {
   T first, second;
 };
 
-/// The low 32-bit words of the lanes, each an index.
+/// The lanes' 32-bit words in memory.
 template <class V>
-struct Indices {
-  static constexpr int stride = sizeof(Lane<V>) / 4;
-  alignas(sizeof(V)) uint32_t word[lanes<V> * stride];
+struct Words {
+  alignas(sizeof(V)) uint32_t word[sizeof(V) / 4];
 
-  explicit Indices(V v) {
+  explicit Words(V v) {
     memcpy(word, &v, sizeof v);
     asm("" : "+m"(word));  // keeps the compiler from turning the loads into extractions
   }
-  uint32_t operator[](int lane) const { return word[lane * stride]; }
 };
 
-inline __m128d lookup(const double* table, const Indices<__m128d>& i) {
-  return _mm_loadh_pd(_mm_load_sd(table + i[0]), table + i[1]);
+/// An index in the low word of each lane.
+template <class V>
+class Indices {
+ public:
+  explicit Indices(V v) : words_(v) {}
+
+  template <class Entry>
+  const Entry* entry(const Entry* table, int lane) const {
+    return table + words_.word[lane * (sizeof(Lane<V>) / 4)];
+  }
+
+ private:
+  Words<V> words_;
+};
+
+/// A whole number from 2^k to 2^(k + 1) in each lane, as its own index: its fraction bits count the
+/// entries after that of 2^k, so no conversion to an integer is needed.
+template <class V, int k>
+class IndicesFrom2To {
+ public:
+  explicit IndicesFrom2To(V v) : words_(v) {}
+
+  template <class Entry>
+  const Entry* entry(const Entry* table, int lane) const {
+    constexpr bool is_double = sizeof(Lane<V>) == 8;
+    constexpr int fraction_bits = is_double ? 20 : 23;  // of the word that holds the exponent
+    constexpr uint32_t exponent = (is_double ? 1023 : 127) + k;
+    constexpr int shift = fraction_bits - k - __builtin_ctz(sizeof(Entry));
+    constexpr ptrdiff_t first = exponent << fraction_bits >> shift;
+    const ptrdiff_t offset = words_.word[is_double ? 2 * lane + 1 : lane] >> shift;
+    return reinterpret_cast<const Entry*>(reinterpret_cast<const char*>(table) + (offset - first));
+  }
+
+ private:
+  Words<V> words_;
+};
+
+/// Two floats moved as one double.
+inline const double* as_double(const Pair<float>* entry) {
+  return reinterpret_cast<const double*>(entry);
 }
-inline void lookup(const Pair<double>* table, const Indices<__m128d>& i, __m128d& first,
+
+template <class I>
+__m128d lookup(const double* table, const I& i, __m128d) {
+  return _mm_loadh_pd(_mm_load_sd(i.entry(table, 0)), i.entry(table, 1));
+}
+template <class I>
+void lookup(const Pair<double>* table, const I& i, __m128d& first,
                    __m128d& second) {
-  const __m128d a = _mm_load_pd(&table[i[0]].first), b = _mm_load_pd(&table[i[1]].first);
+  const __m128d a = _mm_load_pd(&i.entry(table, 0)->first), b = _mm_load_pd(&i.entry(table, 1)->first);
   first = _mm_unpacklo_pd(a, b);
   second = _mm_unpackhi_pd(a, b);
 }
 
-inline __m128 lookup(const float* table, const Indices<__m128>& i) {
-  const __m128 a = _mm_unpacklo_ps(_mm_load_ss(table + i[0]), _mm_load_ss(table + i[1]));
-  const __m128 b = _mm_unpacklo_ps(_mm_load_ss(table + i[2]), _mm_load_ss(table + i[3]));
+template <class I>
+__m128 lookup(const float* table, const I& i, __m128) {
+  const __m128 a = _mm_unpacklo_ps(_mm_load_ss(i.entry(table, 0)), _mm_load_ss(i.entry(table, 1)));
+  const __m128 b = _mm_unpacklo_ps(_mm_load_ss(i.entry(table, 2)), _mm_load_ss(i.entry(table, 3)));
   return _mm_movelh_ps(a, b);
 }
-inline void lookup(const Pair<float>* table, const Indices<__m128>& i, __m128& first,
+template <class I>
+void lookup(const Pair<float>* table, const I& i, __m128& first,
                    __m128& second) {
   const auto two = [&](int k) {
-    __m128d entries = _mm_load_sd(reinterpret_cast<const double*>(table + i[k]));
-    entries = _mm_loadh_pd(entries, reinterpret_cast<const double*>(table + i[k + 1]));
+    __m128d entries = _mm_load_sd(as_double(i.entry(table, k)));
+    entries = _mm_loadh_pd(entries, as_double(i.entry(table, k + 1)));
     return _mm_castpd_ps(entries);
   };
   const __m128 a = two(0), b = two(2);
@@ -56,35 +100,39 @@ inline void lookup(const Pair<float>* table, const Indices<__m128>& i, __m128& f
 }
 
 #ifdef __AVX__
-inline __m256d lookup(const double* table, const Indices<__m256d>& i) {
-  const __m128d lo = _mm_loadh_pd(_mm_load_sd(table + i[0]), table + i[1]);
-  const __m128d hi = _mm_loadh_pd(_mm_load_sd(table + i[2]), table + i[3]);
+template <class I>
+__m256d lookup(const double* table, const I& i, __m256d) {
+  const __m128d lo = _mm_loadh_pd(_mm_load_sd(i.entry(table, 0)), i.entry(table, 1));
+  const __m128d hi = _mm_loadh_pd(_mm_load_sd(i.entry(table, 2)), i.entry(table, 3));
   return _mm256_insertf128_pd(_mm256_castpd128_pd256(lo), hi, 1);
 }
-inline void lookup(const Pair<double>* table, const Indices<__m256d>& i, __m256d& first,
+template <class I>
+void lookup(const Pair<double>* table, const I& i, __m256d& first,
                    __m256d& second) {
   const auto two = [&](int k) {
-    const __m256d lower = _mm256_castpd128_pd256(_mm_load_pd(&table[i[k]].first));
-    return _mm256_insertf128_pd(lower, _mm_load_pd(&table[i[k + 2]].first), 1);
+    const __m256d lower = _mm256_castpd128_pd256(_mm_load_pd(&i.entry(table, k)->first));
+    return _mm256_insertf128_pd(lower, _mm_load_pd(&i.entry(table, k + 2)->first), 1);
   };
   const __m256d a = two(0), b = two(1);
   first = _mm256_unpacklo_pd(a, b);
   second = _mm256_unpackhi_pd(a, b);
 }
 
-inline __m256 lookup(const float* table, const Indices<__m256>& i) {
+template <class I>
+__m256 lookup(const float* table, const I& i, __m256) {
   const auto four = [&](int k) {
-    __m128 entries = _mm_load_ss(table + i[k]);
-    entries = _mm_insert_ps(entries, _mm_load_ss(table + i[k + 1]), 0x10);
-    entries = _mm_insert_ps(entries, _mm_load_ss(table + i[k + 2]), 0x20);
-    return _mm_insert_ps(entries, _mm_load_ss(table + i[k + 3]), 0x30);
+    __m128 entries = _mm_load_ss(i.entry(table, k));
+    entries = _mm_insert_ps(entries, _mm_load_ss(i.entry(table, k + 1)), 0x10);
+    entries = _mm_insert_ps(entries, _mm_load_ss(i.entry(table, k + 2)), 0x20);
+    return _mm_insert_ps(entries, _mm_load_ss(i.entry(table, k + 3)), 0x30);
   };
   return _mm256_insertf128_ps(_mm256_castps128_ps256(four(0)), four(4), 1);
 }
-inline void lookup(const Pair<float>* table, const Indices<__m256>& i, __m256& first,
+template <class I>
+void lookup(const Pair<float>* table, const I& i, __m256& first,
                    __m256& second) {
   const auto four = [&](int k) {
-    const auto entry = [&](int j) { return reinterpret_cast<const double*>(table + i[j]); };
+    const auto entry = [&](int j) { return as_double(i.entry(table, j)); };
     const __m128d lo = _mm_loadh_pd(_mm_load_sd(entry(k)), entry(k + 1));
     const __m128d hi = _mm_loadh_pd(_mm_load_sd(entry(k + 4)), entry(k + 5));
     return _mm256_castpd_ps(_mm256_insertf128_pd(_mm256_castpd128_pd256(lo), hi, 1));

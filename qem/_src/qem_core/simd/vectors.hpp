@@ -137,6 +137,10 @@ inline void store(double* p, __m256d v) {
 }
 #endif
 
+/// Lane 0 alone.
+inline void store_low(double* p, __m128d v) { _mm_store_sd(p, v); }
+inline void store_low(float* p, __m128 v) { _mm_store_ss(p, v); }
+
 /// All lanes with one value.
 inline __m128d splat(double x, __m128d) { return _mm_set1_pd(x); }
 inline __m128 splat(float x, __m128) { return _mm_set1_ps(x); }
@@ -268,6 +272,61 @@ inline __m256 or_bits(__m256 v, uint32_t mask) {
 }
 #endif
 
+inline __m128d either(__m128d a, __m128d b) { return _mm_or_pd(a, b); }
+inline __m128 either(__m128 a, __m128 b) { return _mm_or_ps(a, b); }
+inline __m128d both(__m128d a, __m128d b) { return _mm_and_pd(a, b); }
+inline __m128 both(__m128 a, __m128 b) { return _mm_and_ps(a, b); }
+#ifdef __AVX__
+inline __m256d either(__m256d a, __m256d b) { return _mm256_or_pd(a, b); }
+inline __m256 either(__m256 a, __m256 b) { return _mm256_or_ps(a, b); }
+inline __m256d both(__m256d a, __m256d b) { return _mm256_and_pd(a, b); }
+inline __m256 both(__m256 a, __m256 b) { return _mm256_and_ps(a, b); }
+#endif
+
+// ---- Conversions -------------------------------------------------------------------------------
+
+/// Sign and exponent of each lane's bit pattern, as a number.
+inline __m128 exponent_field(__m128 x) { return _mm_cvtepi32_ps(_mm_srli_epi32(bits_of(x), 23)); }
+inline __m128d exponent_field(__m128d x) {
+  return _mm_cvtepi32_pd(_mm_srli_epi32(_mm_shuffle_epi32(bits_of(x), _MM_SHUFFLE(3, 1, 3, 1)), 20));
+}
+inline __m128 to_float(__m128i i) { return _mm_cvtepi32_ps(i); }
+/// Reciprocal by the hardware's estimate: relative error below 1.5 * 2^-12.
+inline __m128d reciprocal_estimate(__m128d x) { return _mm_cvtps_pd(_mm_rcp_ps(_mm_cvtpd_ps(x))); }
+inline __m128 reciprocal_estimate(__m128 x) { return _mm_rcp_ps(x); }
+#ifdef __AVX__
+inline __m256d exponent_field(__m256d x) {
+  const __m128 lo = _mm256_castps256_ps128(_mm256_castpd_ps(x));
+  const __m128 hi = _mm256_extractf128_ps(_mm256_castpd_ps(x), 1);
+  const __m128 high_words = _mm_shuffle_ps(lo, hi, _MM_SHUFFLE(3, 1, 3, 1));
+  return _mm256_cvtepi32_pd(_mm_srli_epi32(_mm_castps_si128(high_words), 20));
+}
+inline __m256d reciprocal_estimate(__m256d x) {
+  return _mm256_cvtps_pd(_mm_rcp_ps(_mm256_cvtpd_ps(x)));
+}
+inline __m256 reciprocal_estimate(__m256 x) { return _mm256_rcp_ps(x); }
+
+/// Signed 32-bit lanes as floats.
+inline __m256 to_float(Int256 i) {
+  const __m256i both_halves = _mm256_insertf128_si256(_mm256_castsi128_si256(i.lo), i.hi, 1);
+  return _mm256_cvtepi32_ps(both_halves);
+}
+
+inline __m256 exponent_field(__m256 x) {
+  return to_float(by_halves([](__m128i half) { return _mm_srli_epi32(half, 23); }, bits_of(x)));
+}
+
+/// The nearest whole number, ties to even.
+inline __m256d nearest(__m256d x) { return _mm256_round_pd(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
+inline __m256 nearest(__m256 x) { return _mm256_round_ps(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
+inline __m128d nearest(__m128d x) { return _mm_round_pd(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
+inline __m128 nearest(__m128 x) { return _mm_round_ps(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
+#else
+// Without a rounding instruction: adding and taking off 1.5 * 2^52 (2^23), for |x| well below it.
+inline __m128d nearest(__m128d x) { return (x + 0x1.8p52) - 0x1.8p52; }
+inline __m128 nearest(__m128 x) { return (x + 0x1.8p23f) - 0x1.8p23f; }
+#endif
+
 // ---- Lane masks: bit k for lane k, quiet on quiet NaN ------------------------------------------
 
 #ifdef __AVX__
@@ -294,6 +353,14 @@ __m128 compare(__m128 a, __m128 b) {
 inline int mask_of(__m128d v) { return _mm_movemask_pd(v); }
 inline int mask_of(__m128 v) { return _mm_movemask_ps(v); }
 
+/// All bits set in the lanes where a > b; neither is NaN.
+inline __m128d greater(__m128d a, __m128d b) { return _mm_cmpgt_pd(a, b); }
+inline __m128 greater(__m128 a, __m128 b) { return _mm_cmpgt_ps(a, b); }
+#ifdef __AVX__
+inline __m256d greater(__m256d a, __m256d b) { return compare<_CMP_GT_OQ>(a, b); }
+inline __m256 greater(__m256 a, __m256 b) { return compare<_CMP_GT_OQ>(a, b); }
+#endif
+
 /// Lanes whose absolute value has a high word above `limit`, NaN included.
 inline int high_word_above(__m128d x, uint32_t limit) {
   const __m128i absolute = _mm_and_si128(bits_of(x), _mm_set1_epi32(0x7FFFFFFF));
@@ -319,7 +386,7 @@ template <class V>
 int outside(V x, Lane<V> low, Lane<V> high) {
   const V below = compare<_CMP_LT_OQ>(x, splat<V>(low));
   const V above = compare<_CMP_NLE_UQ>(x, splat<V>(high));
-  return mask_of(below) | mask_of(above);
+  return mask_of(either(below, above));
 }
 #else
 /// Lanes that are not in [low, high], NaN included. Ordered compares of this instruction set signal

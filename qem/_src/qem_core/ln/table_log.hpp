@@ -1,0 +1,216 @@
+// What the logarithms with a table share: the reduction of the argument, the assembly of the result,
+// and the slow path. dLn, Log10 and Log1p are made of it.
+//
+// x = 2^e m. A whole number R near 1/m from the hardware's reciprocal estimate makes m R = 1 + r
+// with a small r, and log x = e log 2 - log R + log(1 + r): a table for log R, a polynomial for the
+// rest. The least and the greatest R both stand for a power of two, and their table entries are
+// exactly minus the term in log 2, so that the result keeps its relative accuracy on both sides of 1.
+//
+// A base is a record of constants and tables, D<float> being the floating-point type:
+//   T                   float or double
+//   k                   R is from 2^k to 2^(k + 1)
+//   log2_hi, log2_lo    log 2 in two parts; an exponent times the first is exact
+//   log2                the same in one
+//   log_e               log e; and where that is not 1
+//   linear_hi, _lo      log e in two parts, the first of 7 bits
+//   full_table          two parts of -log(R/2^(k + 1)) - full_from log 2
+//   full_from           doubles count the exponent from 0; floats from their bias, because their
+//                       second part would be too coarse otherwise
+//   short_table         -log(R/2^(k + 1)) for R above 2^(k + 1)/sqrt2, else -log(R/2^k)
+//   ha_, la_, ep_series (log(1 + r)/log e - r)/r^2 times log e
+#pragma once
+
+#include "../frame/guarded.hpp"
+#include "../frame/level.hpp"
+#include "../simd/lookup.hpp"
+#include "../simd/polynomial.hpp"
+
+namespace orv {
+inline namespace ORV_TAG {
+
+template <class T>
+struct LogFormat;
+template <>
+struct LogFormat<double> {
+  using Bits = uint64_t;
+  static constexpr int bias = 1023, fraction_bits = 52;
+  static constexpr double smallest_normal = 0x1p-1022, largest = 0x1.FFFFFFFFFFFFFp1023;
+  static constexpr Bits upper_bits = 0xFFFFFFFFFC000000;    // upper half of m
+  static constexpr Bits upper_half_r = 0xFFFFFFFFF8000000;  // upper half of r
+};
+template <>
+struct LogFormat<float> {
+  using Bits = uint32_t;
+  static constexpr int bias = 127, fraction_bits = 23;
+  static constexpr float smallest_normal = 0x1p-126f, largest = 0x1.FFFFFEp127f;
+  static constexpr Bits upper_bits = 0xFFFFF000;
+  static constexpr Bits upper_half_r = 0xFFFFF000;
+};
+
+template <class V>
+int not_positive_normal(V x) {
+  using F = LogFormat<Lane<V>>;
+  return outside(x, F::smallest_normal, F::largest);
+}
+
+template <class Base, class V>
+struct ReducedLog {
+  V r;  // m R - 1
+  V R;
+  V exponent;  // as in the bit pattern, with its bias
+  IndicesFrom2To<V, Base::k> index;
+};
+
+/// Of positive normal numbers: m in [2^-(k + 1), 2^-k). HA and LA have r without error.
+template <class Base, Level level, class V>
+ReducedLog<Base, V> reduce_log(V x) {
+  using F = LogFormat<Lane<V>>;
+  using Bits = typename F::Bits;
+  constexpr Bits fraction = (Bits{1} << F::fraction_bits) - 1;
+  constexpr Bits exponent_of_m = Bits{F::bias - Base::k - 1} << F::fraction_bits;
+  const V m = or_bits(and_bits(x, fraction), exponent_of_m);
+  const V R = nearest(reciprocal_estimate(m));
+  V r;
+  if constexpr (level == Level::EP) {
+    r = m * R - Lane<V>{1};
+  } else {
+    const V m_hi = and_bits(m, F::upper_bits);
+    const V m_lo = m - m_hi;
+    r = (m_hi * R - Lane<V>{1}) + m_lo * R;
+  }
+  return {r, R, exponent_field(x), IndicesFrom2To<V, Base::k>(R)};
+}
+
+/// c[0] + c[1] r + ..., in pairs.
+template <class C, int n, class V>
+V pairwise(const C (&c)[n], V r, V r2) {
+  if constexpr (n == 1) return splat<V>(c[0]);
+  if constexpr (n == 2) return c[1] * r + c[0];
+  if constexpr (n == 4) return (c[3] * r + c[2]) * r2 + (c[1] * r + c[0]);
+  if constexpr (n == 5) return (c[4] * r2 + (c[3] * r + c[2])) * r2 + (c[1] * r + c[0]);
+}
+
+/// `tail`, if given, is what belongs to r but is too small for it.
+template <class Base, Level level, class V, class... Tail>
+V table_log(const ReducedLog<Base, V>& x, Tail... tail) {
+  using T = Lane<V>;
+  using F = LogFormat<T>;
+  constexpr bool natural = Base::log_e == T{1};
+  const V r = (x.r + ... + tail);
+  const V r2 = r * r;
+
+  if constexpr (level == Level::HA) {
+    V t_hi, t_lo;
+    lookup(Base::full_table, x.index, t_hi, t_lo);
+    V exponent = x.exponent;
+    if constexpr (Base::full_from != 0) exponent = exponent - T{Base::full_from};
+    const V high = exponent * Base::log2_hi + t_hi;  // exact
+    const V low = exponent * Base::log2_lo + t_lo;
+    V linear = x.r, rest = pairwise(Base::ha_series, r, r2) * r2;
+    if constexpr (!natural) {  // both products with log e's first part are exact
+      const V r_hi = and_bits(r, F::upper_half_r);
+      linear = r_hi * Base::linear_hi;
+      rest = (rest + r * Base::linear_lo) + (r - r_hi) * Base::linear_hi;
+    }
+    V s = high, lost = low;
+    const auto add = [&](V term) {  // |term| <= |s| or s = 0
+      const V sum = s + term;
+      lost = lost + (term - (sum - s));
+      s = sum;
+    };
+    add(linear);
+    (add(tail), ...);
+    return (lost + rest) + s;
+  } else {
+    V linear = r, q;
+    if constexpr (!natural) linear = r * Base::log_e;
+    if constexpr (level == Level::LA) q = pairwise(Base::la_series, r, r2) * r2;
+    if constexpr (level == Level::EP) q = pairwise(Base::ep_series, r, r2) * r2;
+    // Counting the exponent from the side of sqrt2 on which m lies leaves log(1 + r) alone near 1.
+    constexpr T middle = Base::k == 9 ? 724 : Base::k == 8 ? 362 : 181;
+    const V above = greater(x.R, splat<V>(middle));
+    const V exponent = x.exponent - (T{F::bias - 1} + both(above, splat<V>(T{1})));
+    const V t = lookup(Base::short_table, x.index, V{});
+    return ((linear + q) + t) + exponent * Base::log2;
+  }
+}
+
+// ---- Slow paths: zero, denormals, negatives, infinity and NaN ------------------------------------
+
+/// What is no number to take a logarithm of. Returns false if x is positive and finite.
+template <class T>
+bool special_log(T x, T& y, int& code) {
+  const T zero = opaque(T{0});
+  code = QEM_STATUS_OK;
+  if (x > 0 && x <= LogFormat<T>::largest) return false;
+  if (x == 0) {
+    y = T{-1} / zero;
+    code = QEM_STATUS_SINGULARITY;
+  } else if (x < 0) {
+    y = zero / zero;
+    code = QEM_STATUS_DOMAIN;
+  } else {
+    y = x * x;
+  }
+  return true;
+}
+
+/// To HA accuracy at every level.
+template <class Base>
+int log_cout_rare(const double* px, double* py) {
+  int code;
+  if (special_log(*px, *py, code)) return code;
+  double x = *px;
+  int exponent = -1023;
+  if (x < LogFormat<double>::smallest_normal) {
+    x *= 0x1p60;
+    exponent -= 60;
+  }
+  // (ln(1 + d) - d)/d^2
+  static constexpr double series[] = {-0.5,
+                                      0.33333333333334386,
+                                      -0.25000000000003386,
+                                      0.19999999911565072,
+                                      -0.1666666651884978,
+                                      0.1428756883852146,
+                                      -0.1250214602960357};
+  const double d = x - 1.0;
+  if (__builtin_fabs(d) <= 0x1.4p-7) {
+    *py = d * Base::log_e + d * d * horner(series, d) * Base::log_e;
+    return QEM_STATUS_OK;
+  }
+  // m in [1, 2) against the table row of the nearest 64th
+  exponent += static_cast<int>(bits_of(x) >> 52);
+  const double m = from_bits((bits_of(x) & 0x000FFFFFFFFFFFFF) | 0x3FF0000000000000);
+  const double* row = Base::slow_table + 3 * (bits_of(m + 0x1.0000000000040p46) & 0x7F);
+  const double m_hi = (m + 0x1p21) - 0x1p21, m_lo = m - m_hi;
+  const double r_hi = row[0] * m_hi - 1.0, r_lo = row[0] * m_lo, r = r_hi + r_lo;
+  const double linear = r_hi * Base::linear_hi;  // exact
+  const double high = exponent * Base::log2_hi + row[1];
+  const double low = exponent * Base::log2_lo + row[2];
+  const double s = high + linear;
+  const double lost = linear - (s - high);
+  const double rest = r_hi * Base::linear_lo + (horner(series, r) * r * r + r_lo) * Base::log_e;
+  *py = ((rest + low) + lost) + s;
+  return QEM_STATUS_OK;
+}
+
+/// A float's denormal is an ordinary double, and a short series in doubles is ample.
+template <class Base>
+int log_cout_rare(const float* px, float* py) {
+  int code;
+  if (special_log(*px, *py, code)) return code;
+  constexpr uint64_t two_thirds = 0x3FE5555555555555;
+  // atanh(s)/s - 1 in s^2, up to s = 1/5
+  static constexpr double series[] = {1 / 3.0, 1 / 5.0, 1 / 7.0, 1 / 9.0, 1 / 11.0, 1 / 13.0};
+  const double x = *px;
+  const auto k = static_cast<int>(static_cast<int64_t>(bits_of(x) - two_thirds) >> 52);
+  const double m = from_bits(bits_of(x) - (static_cast<uint64_t>(k) << 52));
+  const double s = (m - 1.0) / (m + 1.0), s2 = s * s;
+  const double ln = k * 0x1.62E42FEFA39EFp-1 + 2.0 * (s + s * s2 * horner(series, s2));
+  *py = static_cast<float>(ln * Base::log_e_double);
+  return QEM_STATUS_OK;
+}
+
+}  // namespace ORV_TAG
+}  // namespace orv

@@ -1,0 +1,5 @@
+#include "dlog10.hpp"
+
+void orv_qem_kernel_dLog10_G9LAynn(int32_t n, const double* a, double* r) {
+  orv::guarded(orv::DLog10<orv::Level::LA>{}, n, a, r);
+}

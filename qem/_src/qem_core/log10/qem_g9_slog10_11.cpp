@@ -1,0 +1,5 @@
+#include "slog10.hpp"
+
+void orv_qem_kernel_sLog10_G9EPnnn(int32_t n, const float* a, float* r) {
+  orv::guarded(orv::SLog10<orv::Level::EP>{}, n, a, r);
+}

@@ -1,0 +1,5 @@
+#include "slog1p.hpp"
+
+void orv_qem_kernel_sLog1p_G9EPnnn(int32_t n, const float* a, float* r) {
+  orv::guarded(orv::SLog1p<orv::Level::EP>{}, n, a, r);
+}

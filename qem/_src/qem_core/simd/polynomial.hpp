@@ -1,0 +1,18 @@
+// Polynomials with coefficients in ascending order.
+#pragma once
+
+namespace orv {
+inline namespace ORV_TAG {
+
+/// c[0] + c[1] x + ... by Horner's rule: the fewest operations, so the best throughput.
+template <class C, int n, class V>
+V horner(const C (&c)[n], V x) {
+  static_assert(n >= 2);
+  V y = c[n - 1] * x + c[n - 2];
+#pragma GCC unroll 16
+  for (int k = n - 3; k >= 0; --k) y = y * x + c[k];
+  return y;
+}
+
+}  // namespace ORV_TAG
+}  // namespace orv
