@@ -35,6 +35,19 @@ ORV_API void _qemsAdd(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsAdd_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAdd_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
+/** sExp: e^x; float.
+ *  Largest error: LA 4.0, HA 1.0, EP 4096.0 ulp.
+ *  Status codes: 3 overflow, 4 denormal or zero result. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sExp_ttab[3];
+extern ORV_API const float orv_qem_kernel_sExp_ctab[3];
+ORV_API void _qemsExp_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsExp_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsExp(int32_t n, const float* a, float* r);
+ORV_API void _qemsExp_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sExp_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sExp_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sExp_G9EPnnn(int32_t n, const float* a, float* r);
+
 /** sLn: natural logarithm; float.
  *  Status codes: 1 negative argument, 2 zero. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sLn_ttab[3];

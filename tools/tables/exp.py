@@ -1,6 +1,6 @@
-from mpmath import exp, linspace, log, mpf
+from mpmath import exp, factorial, linspace, log, mpf
 
-from .common import array, double, header, split
+from .common import array, double, header, single, split
 
 
 def scale(polynomial, bound):
@@ -43,3 +43,29 @@ def vdexp_tables():
         array("Pair<double>", "_rewdExpHATab", [relative_split(two_to(j, 64)) for j in range(64)],
               "2^(j/64) as T*(1 + t): high part T, and low part t relative to it."),
     ])
+
+
+def monic_series(degree, unit):
+    """degree! e^r as a polynomial in r/unit with leading coefficient 1, without that term: the
+    series to the term of `degree`, whose own error is far below the level's at this short r."""
+    coefficients = [exp(0) / factorial(k) for k in range(degree + 1)]
+    return [single(c * unit ** k / (coefficients[degree] * unit ** degree))
+            for k, c in enumerate(coefficients[:degree])]
+
+
+def vsexp_tables():
+    step, half = log(2) / 128, log(2) / 256
+    arrays = [array("Pair<float>", "vsexp_ha_table",
+                    [split(two_to(j, 128), single) for j in range(128)],
+                    "High and low parts of 2^(j/128).", suffix="f")]
+    for level, degree, unit in (("la", 2, mpf(1)), ("ep", 1, step)):
+        c = monic_series(degree, unit)
+        polynomial = lambda r: sum(mpf(x) * (r / unit) ** k for k, x in enumerate([*c, 1]))
+        factor = scale(polynomial, half)
+        arrays += [
+            array("float", f"vsexp_{level}_polynomial", c,
+                  f"{double(factor)} e^r, with a further term of coefficient 1.", suffix="f"),
+            array("float", f"vsexp_{level}_table",
+                  [single(two_to(j, 128) / factor) for j in range(128)],
+                  "2^(j/128) divided by that factor.", suffix="f")]
+    return header("vsexp_tables.hpp", arrays)

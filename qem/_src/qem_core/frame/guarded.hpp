@@ -42,7 +42,7 @@ class Guarded {
     for (int j = 0; j < outputs; ++j) r_[j] = r[j];
   }
 
-  void run(int32_t n) const {
+  [[gnu::flatten]] void run(int32_t n) const {
     ControlWords words(Op::environment);
     const int32_t blocks_end = n > 0 ? n & ~(Op::block - 1) : 0;
     int32_t i = 0;
@@ -53,7 +53,7 @@ class Guarded {
  private:
   /// `count` elements from index `i` on. A single one fills all lanes of its vector.
   template <class V, int count>
-  [[gnu::always_inline]] void pass(int32_t i) const {
+  void pass(int32_t i) const {
     constexpr int step = count < lanes<V> ? count : lanes<V>;
     constexpr int vectors = count / step;
     V x[inputs][vectors], y[outputs][vectors];
@@ -75,7 +75,7 @@ class Guarded {
   }
 
   template <class V, int vectors>
-  [[gnu::always_inline]] int compute(V (&x)[inputs][vectors], V (&y)[outputs][vectors], int k) const {
+  int compute(V (&x)[inputs][vectors], V (&y)[outputs][vectors], int k) const {
     if constexpr (inputs == 2) {
       y[0][k] = op_.lane(x[0][k], x[1][k]);
       return op_.rare(x[0][k], x[1][k]);
@@ -109,7 +109,7 @@ class Guarded {
 
   /// The copies keep the vectors of the ordinary path out of memory.
   template <int count, class V, int vectors>
-  [[gnu::always_inline]] void spill_and_repair(int32_t i, int mask, const V (&x)[inputs][vectors],
+  void spill_and_repair(int32_t i, int mask, const V (&x)[inputs][vectors],
                         const V (&y)[outputs][vectors]) const {
     constexpr int room = vectors * lanes<V>;
     alignas(V) T xs[inputs][room], ys[outputs][room];

@@ -37,9 +37,11 @@ struct SLn {
 
   template <class V>
   static V lane(V x) {
-    const auto offset = sub32(bits_of(x), D::two_thirds);
-    const V k = to_float(shift_right32(offset, 23));
-    const V m = as_vector<V>(add32(and32(offset, D::fraction), D::two_thirds));
+    const auto two_thirds = bits_of(splat<V>(from_bits(D::two_thirds)));
+    const auto offset = subtract<V>(bits_of(x), two_thirds);
+    const V k = to_float(shift_right<V, 23>(offset));
+    const V fraction = and_bits(as_vector<V>(offset), D::fraction);
+    const V m = as_vector<V>(add<V>(bits_of(fraction), two_thirds));
     const V r = m - 1.0f;
     const V r2 = r * r;
 

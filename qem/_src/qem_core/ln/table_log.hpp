@@ -13,9 +13,9 @@
 //   log2                the same in one
 //   log_e               log e; and where that is not 1
 //   linear_hi, _lo      log e in two parts, the first of 7 bits
-//   full_table          two parts of -log(R/2^(k + 1)) - full_from log 2
-//   full_from           doubles count the exponent from 0; floats from their bias, because their
-//                       second part would be too coarse otherwise
+//   full_table          two parts of -log(R/2^(k + 1)) - (bias - full_from) log 2
+//   full_from           where the full table's exponent counts from: 0 for doubles, the bias for
+//                       floats, whose second part would be too coarse otherwise
 //   short_table         -log(R/2^(k + 1)) for R above 2^(k + 1)/sqrt2, else -log(R/2^k)
 //   ha_, la_, ep_series (log(1 + r)/log e - r)/r^2 times log e
 #pragma once

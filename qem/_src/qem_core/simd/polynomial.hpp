@@ -7,10 +7,22 @@ inline namespace ORV_TAG {
 /// c[0] + c[1] x + ... by Horner's rule: the fewest operations, so the best throughput.
 template <class C, int n, class V>
 V horner(const C (&c)[n], V x) {
-  static_assert(n >= 2);
-  V y = c[n - 1] * x + c[n - 2];
+  if constexpr (n == 1) {
+    return V{} + c[0];
+  } else {
+    V y = c[n - 1] * x + c[n - 2];
 #pragma GCC unroll 16
-  for (int k = n - 3; k >= 0; --k) y = y * x + c[k];
+    for (int k = n - 3; k >= 0; --k) y = y * x + c[k];
+    return y;
+  }
+}
+
+/// The same with a further term x^n.
+template <class C, int n, class V>
+V monic(const C (&c)[n], V x) {
+  V y = x + c[n - 1];
+#pragma GCC unroll 16
+  for (int k = n - 2; k >= 0; --k) y = y * x + c[k];
   return y;
 }
 

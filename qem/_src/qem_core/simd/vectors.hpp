@@ -208,46 +208,39 @@ Int256 by_halves(F f, Int256 a, Int256 b) {
 }
 #endif
 
-template <class I>
-I add64(I a, I b) {
-  return by_halves([](__m128i x, __m128i y) { return _mm_add_epi64(x, y); }, a, b);
-}
-template <class I>
-I add32(I a, I b) {
-  return by_halves([](__m128i x, __m128i y) { return _mm_add_epi32(x, y); }, a, b);
-}
-template <class I>
-I sub32(I a, I b) {
-  return by_halves([](__m128i x, __m128i y) { return _mm_sub_epi32(x, y); }, a, b);
-}
-template <class I>
-I sub32(I a, int32_t b) {
-  return by_halves([b](__m128i x) { return _mm_sub_epi32(x, _mm_set1_epi32(b)); }, a);
-}
-template <class I>
-I add32(I a, int32_t b) {
-  return by_halves([b](__m128i x) { return _mm_add_epi32(x, _mm_set1_epi32(b)); }, a);
-}
-template <class I>
-I and32(I a, uint32_t b) {
+/// Integer arithmetic on lanes as wide as V's.
+template <class V>
+inline constexpr bool wide_lanes = sizeof(Lane<V>) == 8;
+
+template <class V>
+Int<V> add(Int<V> a, Int<V> b) {
   return by_halves(
-      [b](__m128i x) { return _mm_and_si128(x, _mm_set1_epi32(static_cast<int32_t>(b))); }, a);
+      [](__m128i x, __m128i y) {
+        return wide_lanes<V> ? _mm_add_epi64(x, y) : _mm_add_epi32(x, y);
+      },
+      a, b);
 }
-template <class I>
-I shift_left64(I a, int count) {
-  return by_halves([count](__m128i x) { return _mm_slli_epi64(x, count); }, a);
+template <class V>
+Int<V> subtract(Int<V> a, Int<V> b) {
+  return by_halves(
+      [](__m128i x, __m128i y) {
+        return wide_lanes<V> ? _mm_sub_epi64(x, y) : _mm_sub_epi32(x, y);
+      },
+      a, b);
 }
-template <class I>
-I shift_right64(I a, int count) {
-  return by_halves([count](__m128i x) { return _mm_srli_epi64(x, count); }, a);
+template <class V, int count>
+Int<V> shift_left(Int<V> a) {
+  return by_halves(
+      [](__m128i x) {
+        return wide_lanes<V> ? _mm_slli_epi64(x, count) : _mm_slli_epi32(x, count);
+      },
+      a);
 }
-template <class I>
-I shift_left32(I a, int count) {
-  return by_halves([count](__m128i x) { return _mm_slli_epi32(x, count); }, a);
-}
-template <class I>
-I shift_right32(I a, int count) {  // arithmetic
-  return by_halves([count](__m128i x) { return _mm_srai_epi32(x, count); }, a);
+/// Arithmetic; there is none for 64-bit lanes.
+template <class V, int count>
+Int<V> shift_right(Int<V> a) {
+  static_assert(!wide_lanes<V>);
+  return by_halves([](__m128i x) { return _mm_srai_epi32(x, count); }, a);
 }
 
 /// Lanes of 64 and of 32 bits with a mask, without leaving the floating-point side.

@@ -1,0 +1,71 @@
+// Exp: e^x.
+//
+// x = (2^s m + j) ln2/2^s + r, e^x = 2^m * 2^(j/2^s) * e^r: a table for the middle factor, a
+// polynomial for the last. HA has the table in two parts; LA and EP have it divided by the constant
+// term of a polynomial whose leading coefficient is 1, which saves a multiplication. EP takes r as a
+// fraction of a step and so needs no ln2.
+//
+// A level's record of constants:
+//   T, step_bits        float or double; s
+//   rare_above          greatest high word (float: bit pattern) of |x| for the lanes
+//   per_step            2^s/ln2
+//   step_hi, step_lo    ln2/2^s; a whole number of steps times the first is exact
+//   table, polynomial
+#pragma once
+
+#include "../frame/guarded.hpp"
+#include "../frame/level.hpp"
+#include "../simd/lookup.hpp"
+#include "../simd/polynomial.hpp"
+
+namespace orv {
+inline namespace ORV_TAG {
+
+template <class T>
+struct ExpFormat;
+template <>
+struct ExpFormat<double> {
+  using Bits = uint64_t;
+  static constexpr int fraction_bits = 52;
+  static constexpr double shifter = 0x1.8p52;  // leaves the nearest integer in a sum's low bits
+};
+template <>
+struct ExpFormat<float> {
+  using Bits = uint32_t;
+  static constexpr int fraction_bits = 23;
+  static constexpr float shifter = 0x1.8p23f;
+};
+
+template <class D, Level level, class V>
+V exp_lane(V x) {
+  using F = ExpFormat<Lane<V>>;
+  constexpr typename F::Bits step_mask = (1u << D::step_bits) - 1;
+  const V v = x * D::per_step;
+  const V k = v + F::shifter;
+  const V n = k - F::shifter;
+  const Indices<V> j(and_bits(k, step_mask));
+  const auto m = shift_left<V, F::fraction_bits - D::step_bits>(bits_of(and_bits(k, ~step_mask)));
+
+  if constexpr (level == Level::EP) {
+    const V p = monic(D::polynomial, v - n);
+    return as_vector<V>(add<V>(bits_of(lookup(D::table, j, V{})), m)) * p;
+  } else {
+    const V r = (x - n * D::step_hi) - n * D::step_lo;
+    if constexpr (level == Level::LA) {
+      const V p = monic(D::polynomial, r);
+      return as_vector<V>(add<V>(bits_of(lookup(D::table, j, V{})), m)) * p;
+    } else {
+      const V e = horner(D::polynomial, r) * (r * r) + r;  // e^r - 1
+      V t_hi, t_lo;
+      lookup(D::table, j, t_hi, t_lo);
+      const V y = t_hi * e + t_lo + t_hi;
+      return as_vector<V>(add<V>(bits_of(y), m));
+    }
+  }
+}
+
+/// 2^p, for p of the exponents of normal doubles.
+inline double power_of_two(int p) { return from_bits(static_cast<uint64_t>(p + 1023) << 52); }
+
+}  // namespace ORV_TAG
+}  // namespace orv
