@@ -12,7 +12,8 @@ add_library(orv_library_compile INTERFACE)
 target_link_libraries(orv_library_compile INTERFACE orv_compile)
 target_compile_options(orv_library_compile INTERFACE
   -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-math-errno
-  -fvisibility=hidden -fvisibility-inlines-hidden)
+  -fvisibility=hidden -fvisibility-inlines-hidden
+  -fsemantic-interposition)  # exported entries call each other through their symbols
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   target_compile_options(orv_library_compile INTERFACE -mstackrealign)
 endif()

@@ -6,6 +6,7 @@
 namespace {
 
 void* aligned_block(size_t size, size_t alignment) {
+  if ((alignment & (alignment - 1)) != 0) return nullptr;
   const size_t natural = sizeof(void*);
   void* block = nullptr;
   if (posix_memalign(&block, alignment < natural ? natural : alignment, size) != 0) return nullptr;

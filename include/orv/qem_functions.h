@@ -48,6 +48,16 @@ ORV_API void orv_qem_kernel_sExp_G9LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sExp_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sExp_G9EPnnn(int32_t n, const float* a, float* r);
 
+/** sExpm1: e^x - 1, accurate near 0; float.
+ *  Status codes: 3 overflow. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sExpm1_ttab[3];
+extern ORV_API const float orv_qem_kernel_sExpm1_ctab[3];
+ORV_API void _qemsExpm1_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsExpm1_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsExpm1(int32_t n, const float* a, float* r);
+ORV_API void _qemsExpm1_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sExpm1_V8HAynn(int32_t n, const float* a, float* r);
+
 /** sLn: natural logarithm; float.
  *  Status codes: 1 negative argument, 2 zero. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sLn_ttab[3];
@@ -145,6 +155,18 @@ ORV_API void _qemdExp_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dExp_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dExp_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dExp_G9EPnnn(int32_t n, const double* a, double* r);
+
+/** dExpm1: e^x - 1, accurate near 0; double.
+ *  Status codes: 3 overflow. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dExpm1_ttab[3];
+extern ORV_API const float orv_qem_kernel_dExpm1_ctab[3];
+ORV_API void _qemdExpm1_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdExpm1_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdExpm1(int32_t n, const double* a, double* r);
+ORV_API void _qemdExpm1_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dExpm1_V8LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dExpm1_V8HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dExpm1_V8EPnnn(int32_t n, const double* a, double* r);
 
 /** dLn: natural logarithm; double.
  *  Status codes: 1 negative argument, 2 zero. */

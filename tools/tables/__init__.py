@@ -5,6 +5,8 @@ from .common import CORE, ROOT  # noqa: F401
 FILES = {
     CORE / "exp/vdexp_tables.hpp": exp.vdexp_tables,
     CORE / "exp/vsexp_tables.hpp": exp.vsexp_tables,
+    CORE / "expm1/vdexpm1_tables.hpp": exp.vdexpm1_tables,
+    CORE / "expm1/vsexpm1_tables.hpp": exp.vsexpm1_tables,
     CORE / "ln/vdln_tables.hpp": ln.vdln_tables,
     CORE / "log10/vdlog10_tables.hpp": ln.vdlog10_tables,
     CORE / "log10/vslog10_tables.hpp": ln.vslog10_tables,

@@ -1,26 +1,21 @@
-from mpmath import exp, factorial, linspace, log, mpf
+from mpmath import exp, factorial, log, mpf
 
-from .common import array, double, header, single, split
+from .common import array, double, header, single, split, truncated
 
-
-def scale(polynomial, bound):
-    """What a table must be divided by to make table times polynomial e^r, |r| <= bound, with the
-    largest relative error as small as it can be: the middle of polynomial(r)/e^r."""
-    ratios = [polynomial(r) / exp(r) for r in linspace(-bound, bound, 401)]
-    return (min(ratios) + max(ratios)) / 2
-
-
-def vdexp_la_polynomial(r):
-    return ((r + mpf(3.0000000172366073)) * r + mpf(5.999999973728265)) * r + mpf(5.999999973728264)
-
-
-def vdexp_ep_polynomial(r):
-    d = r / (log(2) / 64)
-    return (d + mpf(184.66598058764086)) * d + mpf(17050.60594303826)
+# Constant terms of the kernels' polynomials, which the tables are divided by.
+VDEXP_LA_C0 = 5.999999973728264
+VDEXP_EP_C0 = 17050.60594303826
 
 
 def two_to(j, step):
     return mpf(2) ** (mpf(j) / step)
+
+
+def divided_table(steps, c0, rounding=double):
+    """2^(j/steps)/c0, with e^0 coming out as 1."""
+    table = [rounding(two_to(j, steps) / mpf(c0)) for j in range(steps)]
+    assert rounding(mpf(table[0]) * mpf(c0)) == 1
+    return table
 
 
 def relative_split(x):
@@ -29,17 +24,13 @@ def relative_split(x):
 
 
 def vdexp_tables():
-    la_scale = scale(vdexp_la_polynomial, log(2) / 2048)
-    ep_scale = scale(vdexp_ep_polynomial, log(2) / 128)
     return header("vdexp_tables.hpp", [
         array("Pair<double>", "vdexp_ha_table", [split(two_to(j, 64)) for j in range(64)],
               "High and low parts of 2^(j/64)."),
-        array("double", "vdexp_la_table",
-              [double(two_to(j, 1024) / la_scale) for j in range(1024)],
-              f"2^(j/1024)/{double(la_scale)}: LA's polynomial is that many times e^r."),
-        array("double", "vdexp_ep_table",
-              [double(two_to(j, 64) / ep_scale) for j in range(64)],
-              f"2^(j/64)/{double(ep_scale)}: EP's polynomial is that many times e^r."),
+        array("double", "vdexp_la_table", divided_table(1024, VDEXP_LA_C0),
+              f"2^(j/1024)/{VDEXP_LA_C0}: LA's polynomial is that many times e^r."),
+        array("double", "vdexp_ep_table", divided_table(64, VDEXP_EP_C0),
+              f"2^(j/64)/{VDEXP_EP_C0}: EP's polynomial is that many times e^r."),
         array("Pair<double>", "_rewdExpHATab", [relative_split(two_to(j, 64)) for j in range(64)],
               "2^(j/64) as T*(1 + t): high part T, and low part t relative to it."),
     ])
@@ -54,18 +45,37 @@ def monic_series(degree, unit):
 
 
 def vsexp_tables():
-    step, half = log(2) / 128, log(2) / 256
+    step = log(2) / 128
     arrays = [array("Pair<float>", "vsexp_ha_table",
                     [split(two_to(j, 128), single) for j in range(128)],
                     "High and low parts of 2^(j/128).", suffix="f")]
     for level, degree, unit in (("la", 2, mpf(1)), ("ep", 1, step)):
         c = monic_series(degree, unit)
-        polynomial = lambda r: sum(mpf(x) * (r / unit) ** k for k, x in enumerate([*c, 1]))
-        factor = scale(polynomial, half)
         arrays += [
             array("float", f"vsexp_{level}_polynomial", c,
-                  f"{double(factor)} e^r, with a further term of coefficient 1.", suffix="f"),
-            array("float", f"vsexp_{level}_table",
-                  [single(two_to(j, 128) / factor) for j in range(128)],
+                  f"{c[0]} e^r, with a further term of coefficient 1.", suffix="f"),
+            array("float", f"vsexp_{level}_table", divided_table(128, c[0], single),
                   "2^(j/128) divided by that factor.", suffix="f")]
     return header("vsexp_tables.hpp", arrays)
+
+
+def short_split(x, bits, rounding):
+    """A high part of `bits` bits, and the rest."""
+    high = truncated(x, bits)
+    return high, rounding(x - mpf(high))
+
+
+def vdexpm1_tables():
+    return header("vdexpm1_tables.hpp", [
+        array("Pair<double>", "vdexpm1_table",
+              [short_split(two_to(j, 128), 26, double) for j in range(128)],
+              "2^(j/128): 26 bits, and the rest."),
+    ])
+
+
+def vsexpm1_tables():
+    return header("vsexpm1_tables.hpp", [
+        array("Pair<float>", "vsexpm1_table",
+              [short_split(two_to(j, 64), 12, single) for j in range(64)],
+              "2^(j/64): 12 bits, and the rest.", suffix="f"),
+    ])

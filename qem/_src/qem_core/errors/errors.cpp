@@ -9,21 +9,36 @@ using namespace orv;
 
 namespace {
 
-double re(float x) { return x; }
-double re(double x) { return x; }
-double re(const QemComplexFloat& x) { return x.re; }
-double re(const QemComplexDouble& x) { return x.re; }
-double im(float) { return 0; }
-double im(double) { return 0; }
-double im(const QemComplexFloat& x) { return x.im; }
-double im(const QemComplexDouble& x) { return x.im; }
+/// An element as the record holds it.
+struct Wide {
+  double re, im;
+};
 
-void assign(float& x, double re, double) { x = static_cast<float>(re); }
-void assign(double& x, double re, double) { x = re; }
-void assign(QemComplexFloat& x, double re, double im) {
-  x = {static_cast<float>(re), static_cast<float>(im)};
+Wide widened(float x) { return {x, 0}; }
+Wide widened(double x) { return {x, 0}; }
+Wide widened(const QemComplexFloat& x) { return {x.re, x.im}; }
+Wide widened(const QemComplexDouble& x) { return {x.re, x.im}; }
+
+void narrow(Wide from, float& x) { x = static_cast<float>(from.re); }
+void narrow(Wide from, double& x) { x = from.re; }
+void narrow(Wide from, QemComplexFloat& x) {
+  x = {static_cast<float>(from.re), static_cast<float>(from.im)};
 }
-void assign(QemComplexDouble& x, double re, double im) { x = {re, im}; }
+void narrow(Wide from, QemComplexDouble& x) { x = {from.re, from.im}; }
+
+// Vectors have any alignment.
+template <class Element>
+Wide read(const Element* p) {
+  Element x;
+  memcpy(&x, p, sizeof x);
+  return widened(x);
+}
+template <class Element>
+void write(Element* p, Wide value) {
+  Element x;
+  narrow(value, x);
+  memcpy(p, &x, sizeof x);
+}
 
 constexpr int affix_limit = 8;
 constexpr int name_limit = 64;
@@ -66,10 +81,12 @@ void report(int32_t code, int32_t index, const Element* a, const Element* b, Ele
   record.func_name_len = _qemCreateFuncNameStr("", name, "", func_name);
   const bool has_element = code != QEM_STATUS_BAD_ARGUMENT && code != QEM_STATUS_BAD_POINTER;
   if (has_element) {
-    record.arg1 = re(a[index]), record.arg1_im = im(a[index]);
-    record.arg2 = re(b[index]), record.arg2_im = im(b[index]);
-    record.res1 = re(r1[index]), record.res1_im = im(r1[index]);
-    record.res2 = re(r2[index]), record.res2_im = im(r2[index]);
+    const Wide arg1 = read(a + index), arg2 = read(b + index);
+    const Wide res1 = read(r1 + index), res2 = read(r2 + index);
+    record.arg1 = arg1.re, record.arg1_im = arg1.im;
+    record.arg2 = arg2.re, record.arg2_im = arg2.im;
+    record.res1 = res1.re, record.res1_im = res1.im;
+    record.res2 = res2.re, record.res2_im = res2.im;
   }
 
   constexpr QemMode callback_bits = 0xF000;
@@ -81,8 +98,8 @@ void report(int32_t code, int32_t index, const Element* a, const Element* b, Ele
   if ((orv_qem_kernel_GetMode() & standard_routes) != 0) _qemStdErrorHandler(&record);
 
   if (has_element) {  // the second result first: with a single vector the first one stands last
-    assign(r2[index], record.res2, record.res2_im);
-    assign(r1[index], record.res1, record.res1_im);
+    write(r2 + index, {record.res2, record.res2_im});
+    write(r1 + index, {record.res1, record.res1_im});
   }
 }
 

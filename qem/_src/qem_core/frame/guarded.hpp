@@ -19,18 +19,10 @@
 
 #include "../simd/vectors.hpp"
 #include "control_words.hpp"
+#include "report.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {
-
-inline void report(int32_t code, int32_t index, const float* a, float* r1, float* r2,
-                   const char* name) {
-  orv_qem_kernel_sError(code, index, a, a, r1, r2, name);
-}
-inline void report(int32_t code, int32_t index, const double* a, double* r1, double* r2,
-                   const char* name) {
-  orv_qem_kernel_dError(code, index, a, a, r1, r2, name);
-}
 
 template <class Op, int inputs, int outputs>
 class Guarded {

@@ -1,5 +1,6 @@
-// The frame of kernels that run under whatever control words the caller has: blocks, and a tail
-// padded to one more block. The padding repeats a real element, which raises nothing of its own.
+// The frame of kernels that run under whatever control words the caller has: blocks, then each
+// element of the tail in all lanes of a vector. Lanes filled with a real element raise nothing of
+// their own.
 //
 //   struct Op {
 //     using T = double;
@@ -16,35 +17,38 @@
 namespace orv {
 inline namespace ORV_TAG {
 
-template <class Op>
-void padded_block(const typename Op::T* a, typename Op::T* r) {
-  using V = Wide<typename Op::T>;
-  constexpr int vectors = Op::block * Op::width / lanes<V>;
-  V y[vectors];
-#pragma GCC unroll 8
-  for (int k = 0; k < vectors; ++k) y[k] = Op::lane(load<V>(a + k * lanes<V>));
-#pragma GCC unroll 8
-  for (int k = 0; k < vectors; ++k) store(r + k * lanes<V>, y[k]);
+/// One element of `width` numbers in all lanes.
+template <int width>
+__m128 fill(const float* p) {
+  if constexpr (width == 1) return _mm_set1_ps(load_one(p));
+  double both;
+  memcpy(&both, p, sizeof both);
+  return _mm_castpd_ps(_mm_set1_pd(both));
+}
+template <int width>
+__m128d fill(const double* p) {
+  if constexpr (width == 1) return _mm_set1_pd(load_one(p));
+  return load<__m128d>(p);
 }
 
 template <class Op>
-void padded(int32_t n, const typename Op::T* a, typename Op::T* r) {
-  using T = typename Op::T;
+[[gnu::flatten]] void padded(int32_t n, const typename Op::T* a, typename Op::T* r) {
+  using V = Wide<typename Op::T>;
   constexpr int width = Op::width;
-  constexpr size_t element = width * sizeof(T);
+  constexpr int vectors = Op::block * width / lanes<V>;
   const int32_t blocks_end = n > 0 ? n & ~(Op::block - 1) : 0;
-  for (int32_t i = 0; i < blocks_end; i += Op::block) {
-    padded_block<Op>(a + i * width, r + i * width);
+  int32_t i = 0;
+  for (; i < blocks_end; i += Op::block) {
+    V y[vectors];
+#pragma GCC unroll 8
+    for (int k = 0; k < vectors; ++k) y[k] = Op::lane(load<V>(a + i * width + k * lanes<V>));
+#pragma GCC unroll 8
+    for (int k = 0; k < vectors; ++k) store<V>(r + i * width + k * lanes<V>, y[k]);
   }
-  const int32_t rest = n - blocks_end;
-  if (rest <= 0) return;
-  T x[Op::block * width], y[Op::block * width];
-  for (int k = 0; k < Op::block; ++k) {
-    const int32_t source = blocks_end + (k < rest ? k : 0);
-    memcpy(x + k * width, a + source * width, element);
+  for (; i < n; ++i) {
+    const auto y = Op::lane(fill<width>(a + i * width));
+    memcpy(r + i * width, &y, width * sizeof(*r));
   }
-  padded_block<Op>(x, y);
-  memcpy(r + blocks_end * width, y, rest * element);
 }
 
 }  // namespace ORV_TAG

@@ -22,7 +22,7 @@ V log1p_lane(V x) {
   constexpr Bits exponent_sum = Bits{2 * F::bias - Base::k - 1} << F::fraction_bits;
   const V scale = as_vector<V>(
       subtract<V>(bits_of(splat<V>(from_bits(exponent_sum))), bits_of(and_bits(y, exponent_mask))));
-  const V result = table_log<Base, level>(reduced, y_lo * scale * reduced.R);
+  const V result = table_log<Base, level>(reduced, y_lo * (scale * reduced.R));
   return either(result, and_bits(x, bits_of(-T{0})));  // the sign of zero
 }
 

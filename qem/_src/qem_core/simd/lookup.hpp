@@ -4,6 +4,8 @@
 // and measured a fifth faster than extracting the lanes (double exponential, either word size).
 #pragma once
 
+#include <stddef.h>
+
 #include "vectors.hpp"
 
 namespace orv {

@@ -346,9 +346,18 @@ __m128 compare(__m128 a, __m128 b) {
 inline int mask_of(__m128d v) { return _mm_movemask_pd(v); }
 inline int mask_of(__m128 v) { return _mm_movemask_ps(v); }
 
+/// x, with 0 in place of NaN: for operations that signal on any NaN.
+inline __m128d number_or_zero(__m128d x) { return _mm_and_pd(x, _mm_cmpord_pd(x, x)); }
+inline __m128 number_or_zero(__m128 x) { return _mm_and_ps(x, _mm_cmpord_ps(x, x)); }
+inline __m128d maximum(__m128d a, __m128d b) { return _mm_max_pd(a, b); }
+inline __m128 maximum(__m128 a, __m128 b) { return _mm_max_ps(a, b); }
+
 /// All bits set in the lanes where a > b; neither is NaN.
 inline __m128d greater(__m128d a, __m128d b) { return _mm_cmpgt_pd(a, b); }
 inline __m128 greater(__m128 a, __m128 b) { return _mm_cmpgt_ps(a, b); }
+/// All bits set in the lanes where a = b.
+inline __m128d equal(__m128d a, __m128d b) { return _mm_cmpeq_pd(a, b); }
+inline __m128 equal(__m128 a, __m128 b) { return _mm_cmpeq_ps(a, b); }
 #ifdef __AVX__
 inline __m256d greater(__m256d a, __m256d b) { return compare<_CMP_GT_OQ>(a, b); }
 inline __m256 greater(__m256 a, __m256 b) { return compare<_CMP_GT_OQ>(a, b); }
@@ -382,21 +391,18 @@ int outside(V x, Lane<V> low, Lane<V> high) {
   return mask_of(either(below, above));
 }
 #else
-/// Lanes that are not in [low, high], NaN included. Ordered compares of this instruction set signal
-/// on any NaN, so NaN is taken out first.
+/// Lanes that are not in [low, high], NaN included.
 inline int outside(__m128d x, double low, double high) {
-  const __m128d ordered = _mm_cmpord_pd(x, x);
-  const __m128d number = _mm_and_pd(x, ordered);
+  const __m128d number = number_or_zero(x);
   const __m128d inside = _mm_and_pd(_mm_cmpge_pd(number, splat<__m128d>(low)),
                                     _mm_cmple_pd(number, splat<__m128d>(high)));
-  return mask_of(_mm_and_pd(inside, ordered)) ^ 3;
+  return mask_of(_mm_and_pd(inside, _mm_cmpord_pd(x, x))) ^ 3;
 }
 inline int outside(__m128 x, float low, float high) {
-  const __m128 ordered = _mm_cmpord_ps(x, x);
-  const __m128 number = _mm_and_ps(x, ordered);
+  const __m128 number = number_or_zero(x);
   const __m128 inside = _mm_and_ps(_mm_cmpge_ps(number, splat<__m128>(low)),
                                    _mm_cmple_ps(number, splat<__m128>(high)));
-  return mask_of(_mm_and_ps(inside, ordered)) ^ 15;
+  return mask_of(_mm_and_ps(inside, _mm_cmpord_ps(x, x))) ^ 15;
 }
 #endif
 

@@ -1,0 +1,147 @@
+#include "functions.hpp"
+
+#include <fmt/ranges.h>
+#include <orv/qem.h>
+
+#include <algorithm>
+#include <cctype>
+#include <numeric>
+#include <utility>
+
+#include "error.hpp"
+
+namespace orv_cli {
+namespace {
+
+template <class Kernel>
+std::array<Function::Kernel, 3> table_of(const Kernel (&table)[3]) {
+  return {reinterpret_cast<Function::Kernel>(table[LA]),
+          reinterpret_cast<Function::Kernel>(table[HA]),
+          reinterpret_cast<Function::Kernel>(table[EP])};
+}
+
+#define ORV_ROW(t, F, shape, ready, table, la, ha, ep, cost_la, cost_ha, cost_ep) \
+  {#t[0], #F, #shape, ready, {#la, #ha, #ep}, {cost_la, cost_ha, cost_ep}, table},
+#define ORV_READY(t, F, shape, ...) \
+  ORV_ROW(t, F, shape, true, table_of(orv_qem_kernel_##t##F##_ttab), __VA_ARGS__)
+#define ORV_PLANNED(t, F, shape, ...) ORV_ROW(t, F, shape, false, {}, __VA_ARGS__)
+const Function all_functions[] = {
+#include "qem/_bt_gen_ia32/functions.def"
+};
+
+#define ORV_DESCRIPTION(F, computes, status_codes) {#F, computes, status_codes},
+constexpr Description descriptions[] = {
+#include "qem/_bt_gen_ia32/descriptions.def"
+};
+
+struct Figure {
+  char type;
+  std::string_view name;
+  Level level;
+  double ulp;
+};
+#define ORV_ACCURACY(t, F, level, figure) {#t[0], #F, level, figure},
+constexpr Figure figures[] = {
+#include "qem/_bt_gen_ia32/accuracy.def"
+};
+
+std::string lower(std::string_view text) {
+  std::string result(text);
+  for (char& c : result) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return result;
+}
+
+/// Fewest insertions, deletions and changes of a character that lead from one text to the other.
+size_t edit_distance(std::string_view from, std::string_view to) {
+  std::vector<size_t> row(to.size() + 1);
+  std::iota(row.begin(), row.end(), size_t{0});
+  for (size_t i = 0; i < from.size(); ++i) {
+    size_t diagonal = std::exchange(row[0], i + 1);
+    for (size_t j = 0; j < to.size(); ++j) {
+      const size_t change = diagonal + (from[i] != to[j]);
+      diagonal = row[j + 1];
+      row[j + 1] = std::min({row[j] + 1, diagonal + 1, change});
+    }
+  }
+  return row.back();
+}
+
+std::vector<std::string_view> names_if(auto&& wanted) {
+  std::vector<std::string_view> names;
+  for (const Function& f : functions()) {
+    if (wanted(f) && std::ranges::find(names, f.name) == names.end()) names.push_back(f.name);
+  }
+  return names;
+}
+
+[[noreturn]] void throw_unknown(std::string_view text) {
+  const std::string wanted = lower(text);
+  const auto is_close = [&](const Function& f) {
+    const size_t allowed = wanted.size() < 4 ? 1 : 2;
+    return std::min(edit_distance(wanted, lower(f.name)),
+                    edit_distance(wanted, lower(f.full_name()))) <= allowed;
+  };
+  const auto close = names_if(is_close);
+  if (!close.empty()) {
+    throw Error("no function {}; did you mean {}? 'orv info' lists all", in_quotes(text),
+                fmt::join(close, ", "));
+  }
+  throw Error("no function {}; ready are {}; 'orv info' lists all", in_quotes(text),
+              fmt::join(names_if([](const Function& f) { return f.ready; }), ", "));
+}
+
+}  // namespace
+
+std::span<const Function> functions() { return all_functions; }
+
+std::vector<const Function*> find_functions(std::string_view text) {
+  const std::string wanted = lower(text);
+  std::vector<const Function*> found;
+  for (const Function& f : functions()) {
+    if (lower(f.name) == wanted || lower(f.full_name()) == wanted) found.push_back(&f);
+  }
+  if (found.empty()) throw_unknown(text);
+  return found;
+}
+
+const Function& find_ready_function(std::string_view text, char type) {
+  const auto found = find_functions(text);
+  const auto with_type = [&](char t) { return std::ranges::find(found, t, &Function::type); };
+  auto chosen = type != 0 ? with_type(type) : with_type('d');
+  if (chosen == found.end() && type == 0) chosen = with_type('z');
+  if (chosen == found.end() && type == 0) chosen = found.begin();
+  if (chosen == found.end()) {
+    std::string types;
+    for (const Function* f : found) (types += types.empty() ? "" : ", ") += f->type;
+    throw Error("--type {}: {} has type {}", type, in_quotes(text), types);
+  }
+  if (!(*chosen)->ready) {
+    throw Error("{} is planned, not built yet; ready are {}", (*chosen)->full_name(),
+                fmt::join(names_if([](const Function& f) { return f.ready; }), ", "));
+  }
+  return **chosen;
+}
+
+const Description* description(std::string_view name) {
+  const auto* found = std::ranges::find(descriptions, name, &Description::name);
+  return found == std::end(descriptions) ? nullptr : found;
+}
+
+std::optional<double> recorded_error(const Function& function, Level level) {
+  for (const Figure& f : figures) {
+    if (f.type == function.type && f.name == function.name && f.level == level) return f.ulp;
+  }
+  return std::nullopt;
+}
+
+std::string_view instruction_set(std::string_view kernel) {
+  static constexpr std::pair<std::string_view, std::string_view> sets[] = {
+      {"PX", "scalar, x87"}, {"W7", "SSE2"},   {"T7", "SSE3"}, {"V8", "SSE3"},
+      {"N8", "SSE4.1"},      {"P8", "SSE4.1"}, {"G9", "AVX"}};
+  for (const auto& [tag, set] : sets) {
+    if (kernel.starts_with(tag)) return set;
+  }
+  return "?";
+}
+
+}  // namespace orv_cli

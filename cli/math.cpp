@@ -1,0 +1,316 @@
+// orv math: a vector function applied to columns of a file.
+#include <fmt/format.h>
+#include <orv/qem.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <iterator>
+#include <memory>
+#include <type_traits>
+
+#include "columns.hpp"
+#include "commands.hpp"
+#include "error.hpp"
+#include "functions.hpp"
+#include "progress.hpp"
+
+namespace orv_cli {
+namespace {
+
+struct Options {
+  std::string function, level, type, column, second, mode;
+  std::string file = "-";
+  std::string header = "auto";
+  std::string missing = "fail";
+  bool errors = false;
+};
+
+/// Elements that one call of a kernel gets; a power of two, see local_index.
+constexpr int32_t chunk_size = 1 << 15;
+
+template <class T>
+using Complex = std::conditional_t<std::is_same_v<T, float>, QemComplexFloat, QemComplexDouble>;
+
+template <class T>
+struct Chunk {
+  std::vector<T> a, b, r;      // complex: real and imaginary parts in turn
+  std::vector<int64_t> lines;  // of each element
+  int64_t start = 0;           // its first element's place among all
+
+  int32_t size() const { return static_cast<int32_t>(lines.size()); }
+};
+
+/// Shortest text that reads back as the same number.
+template <class T>
+std::string text_of(T value) {
+  return std::isnan(value) ? "nan" : fmt::format("{}", value);
+}
+
+template <class T>
+std::string text_of(T re, T im) {
+  return text_of(re) + "," + text_of(im);
+}
+
+// ---- Mode ---------------------------------------------------------------------------------------
+
+/// The mode word as the environment would set it, by the library's own reader.
+void set_mode(const std::string& tokens) {
+  setenv("ORV_QEM_MODE", tokens.c_str(), 1);
+  if (orv_qem_kernel_ReadEnvVarMode() != -1) return;
+  throw Error(
+      "--mode {}: allowed is a list such as QEM_LA,QEM_ERRMODE_STDERR of QEM_LA, QEM_HA, "
+      "QEM_EP, QEM_DEFAULT_PRECISION, QEM_FLOAT_CONSISTENT, QEM_DOUBLE_CONSISTEN, "
+      "QEM_RESTORE, QEM_ERRMODE_ followed by IGNORE, ERRNO, STDERR, EXCEPT, CALLBACK or "
+      "DEFAULT",
+      in_quotes(tokens));
+}
+
+/// The slot of the kernel tables that options and environment choose.
+int32_t choose_slot(const Options& options) {
+  if (!options.mode.empty()) set_mode(options.mode);
+  if (options.level == "la") orv_qem_kernel_SetMode(QEM_LA);
+  if (options.level == "ha") orv_qem_kernel_SetMode(QEM_HA);
+  if (options.level == "ep") orv_qem_kernel_SetMode(QEM_EP);
+  const int32_t slot = orv_qem_kernel_GetTTableIndex();
+  if (slot < 0) {
+    throw Error(
+        "mode word {:#x} chooses no accuracy; add QEM_LA, QEM_HA or QEM_EP to it, or give "
+        "--level la, ha or ep",
+        orv_qem_kernel_GetMode());
+  }
+  return slot;
+}
+
+// ---- Error reports ------------------------------------------------------------------------------
+
+const char* word_of(int32_t code) {
+  static constexpr const char* words[] = {"ok", "domain", "singularity", "overflow", "underflow"};
+  return code >= 0 && code <= 4 ? words[code] : "other";
+}
+
+/// What list_error needs to know and the record doesn't tell.
+struct Reporting {
+  const Function* function;
+  int64_t start = 0;
+  const std::vector<int64_t>* lines = nullptr;
+} reporting;
+
+/// The place in the chunk of an index that counts from the first element of all. The library counts
+/// in 32 bits and may have wrapped around; what lies below the chunk's size is right all the same.
+size_t local_index(int32_t index) {
+  return static_cast<size_t>((index - reporting.start) & (chunk_size - 1));
+}
+
+int32_t list_error(QemErrorContext* record) {
+  const Function& f = *reporting.function;
+  const bool single = f.type == 's' || f.type == 'c';
+  const auto show = [&](double re, double im) {
+    if (f.is_complex()) {
+      return single ? text_of(static_cast<float>(re), static_cast<float>(im)) : text_of(re, im);
+    }
+    return single ? text_of(static_cast<float>(re)) : text_of(re);
+  };
+  const size_t local = local_index(record->index);
+  // func_name goes by reference to a packed record: take it as a plain address
+  const char* name = reinterpret_cast<const char*>(record) + offsetof(QemErrorContext, func_name);
+  const std::string line = fmt::format(
+      "{}: code {} ({}), index {}, line {}, argument {}, result {}\n", name, record->code,
+      word_of(record->code), reporting.start + local, (*reporting.lines)[local],
+      show(record->arg1, record->arg1_im), show(record->res1, record->res1_im));
+  std::fputs(line.c_str(), stderr);
+  return 0;  // the other routes of the mode word run, too
+}
+
+/// Says that something was reported, if no route has told the user.
+void note_status() {
+  const QemMode routes = orv_qem_kernel_GetMode() & QEM_ERRMODE_MASK;
+  const int32_t status = orv_qem_kernel_GetErrStatus();
+  if (status == 0 || routes == QEM_ERRMODE_IGNORE || (routes & QEM_ERRMODE_STDERR) != 0) return;
+  fmt::print(stderr,
+             "orv: note: elements were reported, the last with code {} ({}); --errors "
+             "lists them\n",
+             status, word_of(status));
+}
+
+// ---- The run ------------------------------------------------------------------------------------
+
+template <class... Args>
+void call(Function::Kernel kernel, int32_t n, Args... vectors) {
+  reinterpret_cast<void (*)(int32_t, Args...)>(kernel)(n, vectors...);
+}
+
+template <class T>
+void apply(const Function& f, int32_t slot, Chunk<T>& chunk) {
+  using C = Complex<T>;
+  const T* a = chunk.a.data();
+  chunk.r.resize(chunk.a.size());
+  T* r = chunk.r.data();
+  const int32_t n = chunk.size();
+  // The library counts from this base. It is an address to compare with, never read.
+  const uintptr_t before =
+      static_cast<uintptr_t>(chunk.start) * (f.is_complex() ? 2 : 1) * sizeof(T);
+  orv_qem_kernel_SetInterfInputVectorPointer(
+      reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(a) - before));
+  if (f.is_complex()) {
+    call(f.table[slot], n, reinterpret_cast<const C*>(a), reinterpret_cast<C*>(r));
+  } else if (f.shape == "Binary") {
+    call(f.table[slot], n, a, static_cast<const T*>(chunk.b.data()), r);
+  } else {
+    call(f.table[slot], n, a, r);
+  }
+  orv_qem_kernel_SetInterfInputVectorPointer(nullptr);
+}
+
+/// Fills the chunk behind the one before; false if nothing is left.
+template <class T>
+bool read(ColumnReader& reader, bool interleave, Chunk<T>& chunk) {
+  chunk.start += chunk.size();
+  chunk.a.clear(), chunk.b.clear(), chunk.lines.clear();
+  for (std::vector<Cell> cells; chunk.size() < chunk_size && reader.next(cells);) {
+    chunk.lines.push_back(cells[0].line);
+    chunk.a.push_back(reader.number<T>(cells[0]));
+    if (cells.size() > 1) (interleave ? chunk.a : chunk.b).push_back(reader.number<T>(cells[1]));
+  }
+  return chunk.size() > 0;
+}
+
+template <class T>
+void print(const std::vector<T>& r, bool interleaved) {
+  fmt::memory_buffer text;
+  const auto out = std::back_inserter(text);
+  for (size_t i = 0; i < r.size(); i += interleaved ? 2 : 1) {
+    fmt::format_to(out, "{}\n", interleaved ? text_of(r[i], r[i + 1]) : text_of(r[i]));
+  }
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
+    throw Error("cannot write the results to standard output: {}", std::strerror(errno));
+  }
+}
+
+template <class T>
+void run(const Function& f, int32_t slot, ColumnReader& reader) {
+  const bool complex = f.is_complex();
+  Progress progress(reader.file().bytes_in_all());
+  Chunk<T> chunk;
+  while (read(reader, complex, chunk)) {
+    reporting = {&f, chunk.start, &chunk.lines};
+    apply(f, slot, chunk);
+    print(chunk.r, complex);
+    progress.update(reader.file().bytes_read());
+  }
+}
+
+/// The columns that the function's arguments are taken from; none means a list.
+std::vector<std::string> argument_columns(const Function& f, const Options& options) {
+  const bool binary = f.shape == "Binary" && !f.is_complex();
+  if (f.shape != "Unary" && !binary) {
+    throw Error("{} takes {} arguments; orv math applies unary functions and real binary ones",
+                f.full_name(), f.shape);
+  }
+  const bool two = binary || f.is_complex();
+  if (two && (options.column.empty() || options.second.empty())) {
+    throw Error("{} takes two columns{}; give --column and --second", f.full_name(),
+                binary ? "" : ", real and imaginary parts");
+  }
+  if (!two && !options.second.empty()) {
+    throw Error("--second {}: {} takes one column", in_quotes(options.second), f.full_name());
+  }
+  if (options.column.empty()) return {};
+  if (!two) return {options.column};
+  return {options.column, options.second};
+}
+
+Header header_of(const std::string& text) {
+  return text == "yes" ? Header::yes : text == "no" ? Header::no : Header::automatic;
+}
+
+Missing missing_of(const std::string& text) {
+  return text == "skip" ? Missing::skip : text == "nan" ? Missing::nan : Missing::fail;
+}
+
+void math(const Options& options) {
+  const Function& f =
+      find_ready_function(options.function, options.type.empty() ? '\0' : options.type[0]);
+  const int32_t slot = choose_slot(options);
+  ColumnReader reader(options.file, argument_columns(f, options), header_of(options.header),
+                      missing_of(options.missing));
+  if (options.errors) orv_qem_kernel_SetErrorCallBack(list_error);
+  if (f.type == 's' || f.type == 'c') {
+    run<float>(f, slot, reader);
+  } else {
+    run<double>(f, slot, reader);
+  }
+  if (!options.errors) note_status();
+}
+
+constexpr const char* footer =
+    R"(Input: a CSV file (commas, cells may be quoted, LF or CR LF). A first row in which no cell is a
+number is taken as a header. Without --column every number of the input is taken in the order
+read; white space or commas part them. Blank lines are passed over. A cell is missing if it is
+empty or NA; the words nan and inf are numbers.
+
+Output: a result a line on standard output, with the fewest digits that read back as the same
+number; complex results as "re,im".
+
+Levels: la below 4 ulp, ha below 1 ulp, ep about half the bits. ulp: unit in the last place.
+
+Examples:
+  orv math Ln --column Ozone --missing skip airquality.csv
+  orv math Mul --column 3 --second 4 airquality.csv
+  orv math Conj --column re --second im points.csv
+  echo 1 -1 710 | orv math sExp --level ep --errors)";
+
+}  // namespace
+
+void add_math_command(CLI::App& app) {
+  auto* command = app.add_subcommand("math", "Apply a vector function to a column of a file");
+  auto options = std::make_shared<Options>();
+  const auto one_of = [](std::vector<std::string> words) {
+    return CLI::IsMember(std::move(words), CLI::ignore_case);
+  };
+  const auto add = [&](const char* name, std::string& value, const char* help) {
+    return command->add_option(name, value, help);
+  };
+  add("FUNCTION", options->function,
+      "Its name, such as Exp or, with its type, dExp; 'orv info' lists all")
+      ->required()
+      ->option_text(" ");
+  add("FILE", options->file, "The file to read; -, the default, is standard input")
+      ->option_text(" ");
+  add("--level", options->level, "Accuracy: la, ha or ep (default: that of the mode word)")
+      ->check(one_of({"la", "ha", "ep"}))
+      ->option_text("LEVEL");
+  add("--type", options->type, "d double, s float, z and c complex of these (default: d, else z)")
+      ->check(one_of({"d", "s", "z", "c"}))
+      ->option_text("TYPE");
+  add("--column", options->column,
+      "Column of the argument, by its name or its number from 1; for a\n"
+      "complex function that of the real parts")
+      ->option_text("NAME|K");
+  add("--second", options->second, "Column of the second argument, or of the imaginary parts")
+      ->option_text("NAME|K");
+  add("--missing", options->missing,
+      "What to do about a missing cell: fail (default) stops there, skip\n"
+      "passes its row over, nan computes with NaN")
+      ->check(one_of({"fail", "skip", "nan"}))
+      ->option_text("WHAT");
+  add("--header", options->header, "Whether the first row is a header: auto (default), yes or no")
+      ->check(one_of({"auto", "yes", "no"}))
+      ->option_text("WHETHER");
+  command->add_flag("--errors", options->errors,
+                    "List each reported element on standard error, before the results\n"
+                    "around it: code, index from 0 among the elements read, line of the\n"
+                    "file, argument, result. Sets the callback route of the mode word");
+  add("--mode", options->mode,
+      "The mode word, in place of the environment's ORV_QEM_MODE: tokens\n"
+      "such as QEM_LA,QEM_ERRMODE_STDERR\n"
+      "(default: QEM_HA,QEM_ERRMODE_DEFAULT)")
+      ->option_text("TOKENS");
+  command->footer(footer);
+  command->callback([options] { math(*options); });
+}
+
+}  // namespace orv_cli

@@ -1,0 +1,5 @@
+#include "dexpm1.hpp"
+
+void orv_qem_kernel_dExpm1_V8EPnnn(int32_t n, const double* a, double* r) {
+  orv::guarded(orv::DExpm1<orv::Level::EP>{}, n, a, r);
+}

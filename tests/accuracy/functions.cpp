@@ -1,0 +1,156 @@
+#include "functions.hpp"
+
+namespace orv_test {
+namespace {
+
+constexpr double ln2 = 0x1.62E42FEFA39EFp-1;
+
+template <class R>
+constexpr bool is_float = sizeof(R) == sizeof(float);
+
+template <class R>
+void arithmetic_inputs(Inputs<R>& in) {
+  in.patterns_of_both_signs(0.8, 0, std::numeric_limits<R>::infinity());
+}
+
+/// Multiples of half a reduction step: where the nearest step changes, and where nothing is left.
+template <class R>
+void exp_steps(Inputs<R>& in, double lo, double hi) {
+  for (const double steps : {128.0, 256.0, 2048.0}) in.multiples(0.08, ln2 / steps, lo, hi);
+}
+
+template <class R>
+void exp_inputs(Inputs<R>& in) {
+  // The last values below 0: of the normal results, and of the results other than 0.
+  const double normal = is_float<R> ? -0x1.5D589Ep6 : -0x1.6232BDD7ABCD2p9;
+  const double nonzero = is_float<R> ? -0x1.9FE368p6 : -0x1.74910D52D3051p9;
+  const double largest = is_float<R> ? 0x1.62E42Ep6 : 0x1.62E42FEFA39EFp9;
+  in.linear(0.3, nonzero - 1, largest + 1);
+  in.linear(0.1, nonzero, normal);
+  in.linear(0.1, -1, 1);
+  in.patterns_of_both_signs(0.2, std::numeric_limits<R>::epsilon() / 8, -nonzero);
+  exp_steps(in, nonzero, largest);
+  for (const double x : {normal, nonzero, largest}) in.at(x, 8);
+  if (is_float<R>) {
+    in.at(0x1.5D589Ep6);  // lanes end
+    in.at(-0x1.9D1DA0p6);
+  } else {
+    // High words at which the lanes of a level end, and results that lose all but a few bits.
+    for (const double x : {0x1.6232Bp9, 0x1.61266p9, 0x1.5D533p9}) {
+      for (const double sign : {-1, 1}) in.at(sign * x), in.at(sign * (x + 0x1p-11));
+    }
+    in.at(-0x1.6DDC0F4C6DAF4p9);
+    in.near(0.02, 0, 0x1p-53);
+  }
+}
+
+template <class R>
+void expm1_inputs(Inputs<R>& in) {
+  const double largest = is_float<R> ? 0x1.62E42Ep6 : 0x1.62E42FEFA39EFp9;
+  in.linear(0.2, -50, largest + 1);
+  in.linear(0.2, -2, 2);
+  in.linear(0.1, -0.05, 0.05);
+  in.patterns_of_both_signs(0.3, 0, -2 * ln2 * std::numeric_limits<R>::min_exponent);
+  exp_steps(in, -45, largest);
+  exp_steps(in, -0.1, 0.1);
+  for (const double x : {largest, is_float<R> ? 0x1.5A92D6p6 : 0x1.61DA04CBAFE44p9, 54 * -ln2,
+                         55 * -ln2, 25 * -ln2, 26 * -ln2}) {
+    in.at(x, 8);
+  }
+}
+
+/// Numbers whose reciprocal estimate is just at a table entry or between two.
+template <class R>
+void log_table_breaks(Inputs<R>& in) {
+  for (const int entries : {64, 128, 256, 1024}) {
+    for (int k = entries / 2; k <= entries; ++k) {
+      for (const double at : {k + 0.0, k + 0.5}) {
+        const double x = entries / at;
+        in.at(x, 1);
+        in.at(x / 2, 1);
+        in.at(x * static_cast<double>(1u << in.random.below(31)), 1);
+      }
+    }
+  }
+}
+
+template <class R>
+void log_inputs(Inputs<R>& in) {
+  in.patterns(0.25, 0, std::numeric_limits<R>::infinity());
+  in.linear(0.25, 0.5, 2);
+  in.linear(0.05, 0.98, 1.02);
+  in.near(0.2, 1, 0.5);
+  in.patterns_of_both_signs(0.02, 0, std::numeric_limits<R>::infinity());
+  log_table_breaks(in);
+  for (const double x : {1.0, 0x1.6A09E667F3BCDp-1, 2.0 / 3, 0.75, 724.0 / 1024}) in.at_scales(x);
+  for (const double x : {1.0, 0.990234375, 1.009765625}) in.at(x, 64);
+}
+
+template <class R>
+void log10_inputs(Inputs<R>& in) {
+  log_inputs(in);
+  for (double x = 1; x < std::numeric_limits<R>::max() / 10; x *= 10) in.at(x), in.at(1 / x);
+}
+
+template <class R>
+void log1p_inputs(Inputs<R>& in) {
+  constexpr double epsilon = std::numeric_limits<R>::epsilon();
+  in.patterns_of_both_signs(0.2, 0, std::numeric_limits<R>::infinity());
+  in.patterns_of_both_signs(0.2, epsilon / 16, 1);
+  in.linear(0.2, -1, 1);
+  in.linear(0.1, -0.02, 0.02);
+  in.near(0.1, -1, 0.5);
+  const size_t from = in.values.size();
+  log_table_breaks(in);
+  for (size_t i = from; i < in.values.size(); ++i) in.values[i] -= 1;
+  for (const double x : {-1.0, -0.5, -0.25, -0x1.2BEC333018867p-2, 0x1.A827999FCEF34p-2, 1.0 / 3,
+                         -1.0 / 3, epsilon, epsilon / 2, epsilon / 4, -epsilon / 2, -epsilon / 4,
+                         is_float<R> ? 0x1.FFFFFEp117 : 0x1.FFFFFFFFFF000p1012}) {
+    in.at(x, 16);
+  }
+}
+
+template <auto mpfr_function>
+void unary(mpfr_t* y, mpfr_t* x) {
+  mpfr_function(y[0], x[0], MPFR_RNDN);
+}
+template <auto mpfr_function>
+void binary(mpfr_t* y, mpfr_t* x) {
+  mpfr_function(y[0], x[0], x[1], MPFR_RNDN);
+}
+void absolute(mpfr_t* y, mpfr_t* x) { mpfr_abs(y[0], x[0], MPFR_RNDN); }
+void conjugate(mpfr_t* y, mpfr_t* x) {
+  mpfr_set(y[0], x[0], MPFR_RNDN);
+  mpfr_neg(y[1], x[1], MPFR_RNDN);
+}
+double square(double x) { return x * x; }
+
+#define ORV_INPUTS(make) make<float>, make<double>
+constexpr Grade Rounded = Grade::Rounded, Approximate = Grade::Approximate;
+
+const std::vector<Function> rows = {
+    {"sd", "Abs", Rounded, absolute, ::fabs, ORV_INPUTS(arithmetic_inputs)},
+    {"sd", "Add", Rounded, binary<mpfr_add>, nullptr, ORV_INPUTS(arithmetic_inputs)},
+    {"sd", "Sub", Rounded, binary<mpfr_sub>, nullptr, ORV_INPUTS(arithmetic_inputs)},
+    {"sd", "Mul", Rounded, binary<mpfr_mul>, nullptr, ORV_INPUTS(arithmetic_inputs)},
+    {"sd", "Sqr", Rounded, unary<mpfr_sqr>, square, ORV_INPUTS(arithmetic_inputs)},
+    {"cz", "Conj", Rounded, conjugate, nullptr, ORV_INPUTS(arithmetic_inputs)},
+    {"sd", "Exp", Approximate, unary<mpfr_exp>, ::exp, ORV_INPUTS(exp_inputs)},
+    {"sd", "Expm1", Approximate, unary<mpfr_expm1>, ::expm1, ORV_INPUTS(expm1_inputs)},
+    {"sd", "Ln", Approximate, unary<mpfr_log>, ::log, ORV_INPUTS(log_inputs)},
+    {"sd", "Log10", Approximate, unary<mpfr_log10>, ::log10, ORV_INPUTS(log10_inputs)},
+    {"sd", "Log1p", Approximate, unary<mpfr_log1p>, ::log1p, ORV_INPUTS(log1p_inputs)},
+};
+
+}  // namespace
+
+const std::vector<Function>& functions() { return rows; }
+
+const Function* find_function(char type, const std::string& name) {
+  for (const Function& f : rows) {
+    if (f.name == name && f.types.find(type) != std::string::npos) return &f;
+  }
+  return nullptr;
+}
+
+}  // namespace orv_test

@@ -1,0 +1,62 @@
+// Input sets: special values, powers of two and random patterns for every function, and verbs for
+// what a function adds of its own. Made with integers and the four operations only, from fixed
+// seeds, so that every build has the same inputs to the bit.
+#pragma once
+
+#include <vector>
+
+#include "meter.hpp"
+
+namespace orv_test {
+
+/// Sebastiano Vigna's splitmix64.
+class Random {
+ public:
+  explicit Random(uint64_t seed) : state_(seed) {}
+  uint64_t next() {
+    uint64_t z = state_ += 0x9E3779B97F4A7C15;
+    z = (z ^ z >> 30) * 0xBF58476D1CE4E5B9;
+    z = (z ^ z >> 27) * 0x94D049BB133111EB;
+    return z ^ z >> 31;
+  }
+  uint64_t below(uint64_t n) { return next() % n; }
+  double unit() { return static_cast<double>(next() >> 11) * 0x1p-53; }
+
+ private:
+  uint64_t state_;
+};
+
+/// Zeros, infinities, NaNs, the ends of the denormal and the normal range, huge numbers.
+template <class R>
+std::vector<R> special_values();
+
+template <class R>
+class Inputs {
+ public:
+  /// `count` random numbers come to a share of 1.
+  Inputs(uint64_t seed, int count) : random(seed), count_(count) { everywhere(); }
+
+  /// Uniform in value.
+  void linear(double share, double lo, double hi);
+  /// Uniform in bit patterns, that is about uniform in exponents; 0 <= lo < hi.
+  void patterns(double share, double lo, double hi);
+  void patterns_of_both_signs(double share, double lo, double hi);
+  /// center +- d, d down to what the center still feels.
+  void near(double share, double center, double farthest);
+  /// k * step with neighbours; as many random k as the share allows, or all in between.
+  void multiples(double share, double step, double lo, double hi);
+  /// One value, with `reach` neighbours on either side.
+  void at(double value, int reach = 4);
+  /// Its like at every second exponent.
+  void at_scales(double value);
+
+  std::vector<R> values;
+  Random random;
+
+ private:
+  void everywhere();
+  int amount(double share) const { return static_cast<int>(share * count_); }
+  int count_;
+};
+
+}  // namespace orv_test

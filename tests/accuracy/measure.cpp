@@ -1,0 +1,307 @@
+#include "measure.hpp"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <future>
+#include <stdexcept>
+#include <thread>
+
+namespace orv_test {
+namespace {
+
+template <class R>
+struct ComplexOf;
+template <>
+struct ComplexOf<float> {
+  using type = QemComplexFloat;
+};
+template <>
+struct ComplexOf<double> {
+  using type = QemComplexDouble;
+};
+
+template <class T, class R>
+void call_as(const Kernel& kernel, int32_t n, const R* a, const R* b, R* r) {
+  const auto x = reinterpret_cast<const T*>(a), y = reinterpret_cast<const T*>(b);
+  const auto z = reinterpret_cast<T*>(r);
+  switch (kernel.shape) {
+    case Shape::Unary:
+      return kernel.unary<T>()(n, x, z);
+    case Shape::Binary:
+      return kernel.binary<T>()(n, x, y, z);
+  }
+  throw std::logic_error("a shape that the accuracy tests cannot call: " + kernel.name());
+}
+
+template <class R>
+void shuffle(std::vector<R>& values, Random& random) {
+  for (size_t i = values.size(); i > 1; --i) std::swap(values[i - 1], values[random.below(i)]);
+}
+
+/// The second operand: any other value, or a near one, or a special one for each special first one.
+template <class R>
+void pair_up(Points<R>& points, Random& random) {
+  auto &a = points.operand[0], &b = points.operand[1];
+  b = a;
+  shuffle(b, random);
+  for (size_t i = 0; i < a.size(); i += 4) {
+    const R close = from_bits<R>(bits_of(a[i]) + random.below(5) - 2);
+    b[i] = random.below(2) ? close : -close;
+  }
+  for (const R x : special_values<R>()) {
+    for (const R y : special_values<R>()) a.push_back(x), b.push_back(y);
+  }
+}
+
+template <class R>
+bool is_nearest(R y, const Reference<R>& f) {
+  const R rounded = nearest(f);
+  return bits_of(y) == bits_of(rounded) || (std::isnan(y) && std::isnan(rounded));
+}
+
+/// Takes a kernel's results into `worst`.
+template <class R>
+void compare(const std::vector<R>& y, const std::vector<Reference<R>>& f, const Points<R>& points,
+             int operands, Worst& worst) {
+  constexpr double epsilon = std::numeric_limits<R>::epsilon();
+  worst.points += points.n;
+  for (size_t i = 0; i < y.size(); ++i) {
+    const auto text = [&] { return points.text(operands, static_cast<int32_t>(i / points.width)); };
+    const double ulps = ulp_error(y[i], f[i]);
+    if (ulps > worst.ulp) worst.ulp = ulps, worst.argument = text();
+    if (ulps * epsilon > worst.relative) {  // no need to divide for less
+      worst.relative = std::max(worst.relative, relative_error(ulps, f[i]));
+    }
+    if (ulps >= 0.5 && !is_nearest(y[i], f[i]) && worst.misrounded++ == 0) {
+      worst.misrounded_argument = text();
+    }
+  }
+}
+
+template <class R>
+std::vector<Reference<R>> true_values(const Function& f, const Points<R>& points, int operands) {
+  mpfr_t x[4], y[4];
+  for (auto& number : x) mpfr_init2(number, std::numeric_limits<R>::digits);
+  for (auto& number : y) mpfr_init2(number, reference_bits<R>);
+  std::vector<Reference<R>> truth;
+  for (int32_t i = 0; i < points.n; ++i) {
+    for (int j = 0; j < operands; ++j) {
+      for (int part = 0; part < points.width; ++part) {
+        mpfr_set_d(x[j * points.width + part], points.at(j, i)[part], MPFR_RNDN);
+      }
+    }
+    f.exact(y, x);
+    for (int part = 0; part < points.width; ++part) truth.push_back(reference<R>(y[part]));
+  }
+  for (auto& number : x) mpfr_clear(number);
+  for (auto& number : y) mpfr_clear(number);
+  return truth;
+}
+
+template <class R>
+Reached sample_of(const Function& f, const FunctionSlots& function, uint64_t seed, int count) {
+  const Kernel& shape = function.slots.front();
+  const int operands = operands_of(shape);
+  const auto points = make_points<R>(f, shape, seed, count);
+  const auto truth = true_values(f, points, operands);
+  Reached reached;
+  for (const Kernel& kernel : function.kernels()) {
+    compare(results(kernel, points), truth, points, operands, reached[kernel.address]);
+  }
+  return reached;
+}
+
+/// All floats with bit patterns from `first` to before `end`.
+Reached exhaust_patterns(const Function& f, const FunctionSlots& function, uint64_t first,
+                         uint64_t end) {
+  quiet_mode();
+  constexpr uint64_t most = 1 << 16;
+  Reached reached;
+  Points<float> points;
+  std::vector<Reference<float>> truth;
+  for (uint64_t base = first; base < end; base += most) {
+    points.operand[0].clear();
+    truth.clear();
+    for (uint64_t pattern = base; pattern < std::min(base + most, end); ++pattern) {
+      points.operand[0].push_back(from_bits<float>(static_cast<uint32_t>(pattern)));
+      truth.push_back(reference(f.in_double(points.operand[0].back())));
+    }
+    points.n = static_cast<int32_t>(truth.size());
+    for (const Kernel& kernel : function.kernels()) {
+      compare(results(kernel, points), truth, points, 1, reached[kernel.address]);
+    }
+  }
+  return reached;
+}
+
+struct Bound {
+  const char* kernel;
+  double ulp;
+};
+/// Kernels held to more than their level's bound.
+constexpr Bound tighter[] = {{"dExp_HA", 0.53}, {"dLn_HA", 0.6}};
+
+double bound_of(const Kernel& slot) {
+  for (const Bound& bound : tighter) {
+    if (slot.name() == bound.kernel) return bound.ulp;
+  }
+  return slot.slot == HA ? 1.0 : 4.0;
+}
+
+std::string text(const char* format, double a, double b) {
+  char line[200];
+  std::snprintf(line, sizeof line, format, a, b);
+  return line;
+}
+
+}  // namespace
+
+template <class R>
+std::string Points<R>::text(int operands, int32_t i) const {
+  std::string line;
+  for (int j = 0; j < operands; ++j) {
+    for (int part = 0; part < width; ++part) {
+      char number[64];
+      std::snprintf(number, sizeof number, "%s%a", line.empty() ? "" : ", ",
+                    static_cast<double>(at(j, i)[part]));
+      line += number;
+    }
+  }
+  return line;
+}
+
+template <class R>
+Points<R> make_points(const Function& f, const Kernel& shape, uint64_t seed, int count) {
+  Inputs<R> in(seed, count);
+  f.inputs(in);
+  Points<R> points;
+  points.width = width_of(shape);
+  shuffle(in.values, in.random);
+  points.operand[0] = std::move(in.values);
+  if (operands_of(shape) == 2) pair_up(points, in.random);
+  points.n = static_cast<int32_t>(points.operand[0].size() / points.width);
+  return points;
+}
+
+int operands_of(const Kernel& kernel) { return kernel.shape == Shape::Binary ? 2 : 1; }
+
+int width_of(const Kernel& kernel) { return kernel.type == 'c' || kernel.type == 'z' ? 2 : 1; }
+
+template <class R>
+void call(const Kernel& kernel, int32_t n, const R* a, const R* b, R* r) {
+  if (width_of(kernel) == 2) {
+    call_as<typename ComplexOf<R>::type>(kernel, n, a, b, r);
+  } else {
+    call_as<R>(kernel, n, a, b, r);
+  }
+}
+
+template <class R>
+std::vector<R> results(const Kernel& kernel, const Points<R>& points) {
+  std::vector<R> y(static_cast<size_t>(points.n) * points.width);
+  std::memset(y.data(), 0xA5, y.size() * sizeof(R));  // rubbish, if a kernel leaves an element out
+  call(kernel, points.n, points.operand[0].data(), points.operand[1].data(), y.data());
+  return y;
+}
+
+void quiet_mode() { orv_qem_kernel_SetMode(QEM_ERRMODE_IGNORE | DENORMALS_KEPT); }
+
+void Worst::merge(const Worst& other) {
+  if (other.ulp > ulp) ulp = other.ulp, argument = other.argument;
+  relative = std::max(relative, other.relative);
+  points += other.points;
+  if (misrounded == 0) misrounded_argument = other.misrounded_argument;
+  misrounded += other.misrounded;
+}
+
+Reached sample(const Function& f, const FunctionSlots& function, uint64_t seed, int count) {
+  if (function.type == 's' || function.type == 'c') {
+    return sample_of<float>(f, function, seed, count);
+  }
+  return sample_of<double>(f, function, seed, count);
+}
+
+Reached exhaust(const Function& f, const FunctionSlots& function) {
+  constexpr uint64_t all = uint64_t{1} << 32;
+  const uint64_t threads = std::max(1u, std::thread::hardware_concurrency());
+  std::vector<std::future<Reached>> parts;
+  for (uint64_t t = 0; t < threads; ++t) {
+    parts.push_back(std::async(std::launch::async, exhaust_patterns, std::cref(f),
+                               std::cref(function), all * t / threads, all * (t + 1) / threads));
+  }
+  Reached reached;
+  for (auto& part : parts) {
+    for (const auto& [kernel, worst] : part.get()) reached[kernel].merge(worst);
+  }
+  return reached;
+}
+
+std::vector<std::string> faults(const Kernel& slot, const Function& f, const Worst& worst) {
+  std::vector<std::string> list;
+  const std::string where = slot.name() + " (" + slot.kernel + "): ";
+  if (f.grade == Grade::Rounded) {
+    if (worst.misrounded > 0) {
+      list.push_back(where + std::to_string(worst.misrounded) +
+                     " results are not the nearest, as at " + worst.misrounded_argument);
+    }
+    return list;
+  }
+  const std::string at = " at " + worst.argument;
+  const double relative_bound = slot.type == 's' || slot.type == 'c' ? 0x1p-11 : 0x1p-25;
+  if (slot.slot == EP ? !(worst.relative < relative_bound) : !(worst.ulp < bound_of(slot))) {
+    list.push_back(where +
+                   text("%.4g ulp, 2^%.2f of the value, breaks its level's bound", worst.ulp,
+                        std::log2(worst.relative)) +
+                   at);
+  }
+  if (!slot.ulp) {
+    list.push_back(where + "no figure in qem/_bt_gen_ia32/accuracy.def; measured " +
+                   figure(worst.ulp) + at);
+  } else if (worst.ulp > 1.02 * *slot.ulp) {
+    list.push_back(where + text("%.4g ulp, recorded are %.4g", worst.ulp, *slot.ulp) + at);
+  } else if (*slot.ulp > 1.25 * worst.ulp) {
+    list.push_back(where + text("recorded are %.4g ulp, but it reaches %.4g: record that",
+                                *slot.ulp, worst.ulp));
+  }
+  return list;
+}
+
+std::vector<Kernel> FunctionSlots::kernels() const {
+  std::vector<Kernel> list;
+  for (const Kernel& slot : slots) {
+    if (std::none_of(list.begin(), list.end(),
+                     [&](const Kernel& k) { return k.address == slot.address; })) {
+      list.push_back(slot);
+    }
+  }
+  return list;
+}
+
+std::vector<FunctionSlots> ready_functions() {
+  std::vector<FunctionSlots> list;
+  for (const Kernel& slot : all_slots()) {
+    if (list.empty() || list.back().type != slot.type || list.back().name != slot.function) {
+      list.push_back({slot.type, slot.function, {}});
+    }
+    list.back().slots.push_back(slot);
+  }
+  return list;
+}
+
+std::string figure(double ulp) {
+  if (!(ulp > 0) || std::isinf(ulp)) return text("%.3g", ulp, 0);
+  const double unit = std::pow(10.0, std::floor(std::log10(ulp)) - 2);
+  return text("%.3g", std::ceil(ulp / unit) * unit, 0);
+}
+
+#define ORV_INSTANTIATE(R)                                                       \
+  template struct Points<R>;                                                     \
+  template Points<R> make_points(const Function&, const Kernel&, uint64_t, int); \
+  template void call(const Kernel&, int32_t, const R*, const R*, R*);            \
+  template std::vector<R> results(const Kernel&, const Points<R>&);
+ORV_INSTANTIATE(float)
+ORV_INSTANTIATE(double)
+#undef ORV_INSTANTIATE
+
+}  // namespace orv_test

@@ -1,0 +1,329 @@
+// Calls that must go through an exported entry or through a table: this program puts its own in
+// front of the library's, counts, and passes on.
+#include <dlfcn.h>
+#include <orv/qem.h>
+#include <orv/serv.h>
+#include <stdarg.h>
+
+#include <functional>
+#include <map>
+#include <tuple>
+
+#include "harness.hpp"
+
+using namespace orv_test;
+
+namespace {
+
+std::map<std::string, int> count;
+
+template <class F>
+F* next(const char* name, F*) {
+  ++count[name];
+  return reinterpret_cast<F*>(dlsym(RTLD_NEXT, name));
+}
+
+struct Call {
+  int32_t code, index;
+  const void *a, *b, *r1, *r2;
+  std::string name;
+};
+std::vector<Call> error_calls;
+
+struct Line {
+  int channel, key, count;
+  std::string name;
+  int32_t index;
+  double value;
+};
+std::vector<Line> lines;
+
+// Tables whose kernels only note which slot was called with what.
+template <class F>
+struct Recorder;
+template <class... A>
+struct Recorder<void (*)(A...)> {
+  static inline std::tuple<A...> arguments;
+  static inline int slot = -1;
+
+  template <int at>
+  static void kernel(A... a) {
+    arguments = {a...};
+    slot = at;
+  }
+
+  /// Calls `stub` with arguments that all differ.
+  static void check(void (*stub)(A...), int expected_slot) {
+    int distinct = 0;
+    const auto sample = [&distinct]<class T>(T) {
+      ++distinct;
+      if constexpr (std::is_pointer_v<T>) {
+        return reinterpret_cast<T>(static_cast<uintptr_t>(distinct * 4096));
+      } else {
+        return static_cast<T>(distinct + 16);
+      }
+    };
+    const std::tuple<A...> sent{sample(A{})...};
+    slot = -1;
+    std::apply(stub, sent);
+    EXPECT_EQ(slot, expected_slot);
+    EXPECT_TRUE(arguments == sent);
+  }
+};
+
+}  // namespace
+
+#define ORV_FORWARD(result, name, parameters, ...) \
+  result name parameters { return next(#name, &name)(__VA_ARGS__); }
+
+extern "C" {
+ORV_FORWARD(QemMode, orv_qem_kernel_GetMode, ())
+ORV_FORWARD(QemMode, orv_qem_kernel_SetMode, (QemMode m), m)
+ORV_FORWARD(int64_t, orv_qem_kernel_ReadEnvVarMode, ())
+ORV_FORWARD(int32_t, orv_qem_kernel_GetErrStatus, ())
+ORV_FORWARD(int32_t, orv_qem_kernel_SetErrStatus, (int32_t s), s)
+ORV_FORWARD(int32_t, orv_qem_kernel_ClearErrStatus, ())
+ORV_FORWARD(QemErrorCallBack, orv_qem_kernel_GetErrorCallBack, ())
+ORV_FORWARD(QemErrorCallBack, orv_qem_kernel_SetErrorCallBack, (QemErrorCallBack c), c)
+ORV_FORWARD(QemErrorCallBack, orv_qem_kernel_ClearErrorCallBack, ())
+ORV_FORWARD(const void*, orv_qem_kernel_SetInterfInputVectorPointer, (const void* p), p)
+
+#define ORV_ERROR(t, T)                                                                       \
+  void orv_qem_kernel_##t##Error(int32_t code, int32_t index, const T* a, const T* b, T* r1,  \
+                                 T* r2, const char* name) {                                   \
+    error_calls.push_back({code, index, a, b, r1, r2, name});                                 \
+    next("orv_qem_kernel_" #t "Error", &orv_qem_kernel_##t##Error)(code, index, a, b, r1, r2, \
+                                                                   name);                     \
+  }
+ORV_ERROR(s, float)
+ORV_ERROR(d, double)
+ORV_ERROR(c, QemComplexFloat)
+ORV_ERROR(z, QemComplexDouble)
+
+void orv_serv_orv_print(int channel, int key, int arguments, ...) {
+  Line line{channel, key, arguments, "", 0, 0};
+  va_list list;
+  va_start(list, arguments);
+  if (key <= 741) line.name = va_arg(list, const char*);
+  if (key == 735 || key > 741) line.index = va_arg(list, int32_t);
+  if (key > 741) line.value = va_arg(list, double);
+  va_end(list);
+  lines.push_back(line);
+}
+
+#define ORV_READY(t, F, shape, ...)                                                 \
+  const Qem##shape##_##t orv_qem_kernel_##t##F##_ttab[3] = {                        \
+      Recorder<Qem##shape##_##t>::kernel<0>, Recorder<Qem##shape##_##t>::kernel<1>, \
+      Recorder<Qem##shape##_##t>::kernel<2>};
+#define ORV_PLANNED(...)
+#include "qem/_bt_gen_ia32/functions.def"
+#undef ORV_READY
+}
+
+namespace {
+
+TEST(Entries, TwinsForward) {
+  in_fresh_thread([] {
+    const double x = 0;
+    const struct {
+      const char* kernel;
+      std::function<void()> twin;
+    } twins[] = {
+        {"GetMode", [] { _qemGetMode(); }},
+        {"SetMode", [] { EXPECT_EQ(_qemSetMode(0x100), 0x1A02u); }},
+        {"SetErrStatus", [] { EXPECT_EQ(_qemSetErrStatus(5), 0); }},
+        {"GetErrStatus", [] { EXPECT_EQ(_qemGetErrStatus(), 5); }},
+        {"ClearErrStatus", [] { EXPECT_EQ(_qemClearErrStatus(), 5); }},
+        {"SetErrorCallBack", [] { _qemSetErrorCallBack([](QemErrorContext*) { return 0; }); }},
+        {"GetErrorCallBack", [] { EXPECT_NE(_qemGetErrorCallBack(), nullptr); }},
+        {"ClearErrorCallBack", [] { EXPECT_NE(_qemClearErrorCallBack(), nullptr); }},
+        {"SetInterfInputVectorPointer",
+         [&] { EXPECT_EQ(_qemSetInterfInputVectorPointer(&x), &x); }},
+    };
+    for (const auto& c : twins) {
+      count.clear();
+      c.twin();
+      EXPECT_EQ(count[std::string("orv_qem_kernel_") + c.kernel], 1) << c.kernel;
+    }
+  });
+}
+
+TEST(Entries, OperationsGoThroughEachOther) {
+  in_fresh_thread([] {
+    count.clear();
+    orv_qem_kernel_GetMode();
+    EXPECT_EQ(count["orv_qem_kernel_ReadEnvVarMode"], 1);
+    orv_qem_kernel_GetMode();
+    EXPECT_EQ(count["orv_qem_kernel_ReadEnvVarMode"], 1);
+    count.clear();
+    orv_qem_kernel_SetMode(1);
+    EXPECT_EQ(count["orv_qem_kernel_GetMode"], 1);
+    count.clear();
+    orv_qem_kernel_ClearErrorCallBack();
+    EXPECT_EQ(count["orv_qem_kernel_SetErrorCallBack"], 1);
+    EXPECT_EQ(count["orv_qem_kernel_SetMode"], 1);
+    count.clear();
+    orv_qem_kernel_GetTTableIndex();
+    EXPECT_EQ(count["orv_qem_kernel_GetMode"], 1);
+    count.clear();
+    orv_qem_kernel_GetTTableIndexM(0, 1);
+    EXPECT_EQ(count["orv_qem_kernel_GetMode"], 0);
+  });
+}
+
+TEST(Entries, StubsCallTheirSlotOfTheTable){
+#define ORV_LA_SUFFIX_s _21
+#define ORV_LA_SUFFIX_d _50
+#define ORV_LA_SUFFIX_c _21
+#define ORV_LA_SUFFIX_z _50
+#define ORV_EP_SUFFIX_s _11
+#define ORV_EP_SUFFIX_d _26
+#define ORV_EP_SUFFIX_c _11
+#define ORV_EP_SUFFIX_z _26
+#define ORV_JOIN(a, b) ORV_JOIN_EXPANDED(a, b)
+#define ORV_JOIN_EXPANDED(a, b) a##b
+#define ORV_READY(t, F, shape, ...)                                                \
+  {                                                                                \
+    SCOPED_TRACE(#t #F);                                                           \
+    Recorder<Qem##shape##_##t>::check(ORV_JOIN(_qem##t##F, ORV_LA_SUFFIX_##t), 0); \
+    Recorder<Qem##shape##_##t>::check(_qem##t##F##_HA, 1);                         \
+    Recorder<Qem##shape##_##t>::check(_qem##t##F, 1);                              \
+    Recorder<Qem##shape##_##t>::check(ORV_JOIN(_qem##t##F, ORV_EP_SUFFIX_##t), 2); \
+  }
+#include "qem/_bt_gen_ia32/functions.def"
+#undef ORV_READY
+}
+
+/// Kernels by name, since the tables are this program's.
+std::vector<Kernel> kernels_by_name() {
+  std::vector<Kernel> list;
+#define ORV_KERNEL(t, F, shape, slot, name)                                     \
+  list.push_back({#t[0],                                                        \
+                  #F,                                                           \
+                  Shape::shape,                                                 \
+                  slot,                                                         \
+                  #name,                                                        \
+                  reinterpret_cast<void (*)()>(orv_qem_kernel_##t##F##_##name), \
+                  0,                                                            \
+                  {}});
+#define ORV_READY(t, F, shape, la, ha, ep, ...) \
+  ORV_KERNEL(t, F, shape, LA, la)               \
+  ORV_KERNEL(t, F, shape, HA, ha)               \
+  ORV_KERNEL(t, F, shape, EP, ep)
+#include "qem/_bt_gen_ia32/functions.def"
+#undef ORV_READY
+  return list;
+}
+
+TEST(Entries, AFrameReadsTheModeOnce) {
+  in_fresh_thread([] {
+    alignas(16) char a[longest * 16] = {}, r[longest * 16];
+    for (const Kernel& kernel : kernels_by_name()) {
+      for (int i = 0; i < longest; ++i) {  // 0.5, as double and as float
+        const double d = 0.5;
+        const float s = 0.5;
+        if (kernel.type == 'd' || kernel.type == 'z') memcpy(a + 8 * i, &d, 8);
+        if (kernel.type == 's' || kernel.type == 'c') memcpy(a + 4 * i, &s, 4);
+      }
+      for (const int n : {1, longest / 2}) {
+        count.clear();
+        switch (kernel.shape) {
+          case Shape::Unary:
+            kernel.unary<char>()(n, a, r);
+            break;
+          case Shape::Binary:
+            kernel.binary<char>()(n, a, a, r);
+            break;
+        }
+        EXPECT_EQ(count["orv_qem_kernel_GetMode"], frameless(kernel) ? 0 : 1) << kernel.name();
+      }
+    }
+  });
+}
+
+TEST(Entries, KernelsReportThroughTheErrorFunction) {
+  in_fresh_thread([] {
+    orv_qem_kernel_SetMode(QEM_ERRMODE_IGNORE);
+    std::vector<double> a(11, 1.0), r(11);
+    a[9] = 1000;
+    error_calls.clear();
+    orv_qem_kernel_dExp_G9HAynn(11, a.data(), r.data());
+    ASSERT_EQ(error_calls.size(), 1u);
+    const Call& c = error_calls[0];
+    EXPECT_EQ(c.code, 3);
+    EXPECT_EQ(c.index, 9);
+    EXPECT_EQ(c.a, a.data());
+    EXPECT_EQ(c.b, a.data());
+    EXPECT_EQ(c.r1, r.data());
+    EXPECT_EQ(c.r2, r.data());
+    EXPECT_EQ(c.name, "vdExp");
+  });
+}
+
+// ---- Messages ----------------------------------------------------------------------------------
+
+int32_t change_result(QemErrorContext* record) {
+  record->res1 = 8;
+  return 0;
+}
+
+TEST(Messages, KeysAndValuesOfEachReport) {
+  const double nan = __builtin_nan("");
+  const struct {
+    int32_t code;
+    double a, b, r1, r2;
+    std::vector<std::pair<int, double>> expected;  // key and value; a name has the value 0
+  } cases[] = {
+      {-1, 1, 2, 3, 4, {{735, 0}}},
+      {-2, 1, 2, 3, 4, {{736, 0}}},
+      {0, 1, 2, 3, 4, {}},
+      {1, 1, 1, 3, 3, {{737, 0}, {742, 1}, {743, 3}}},
+      {2, 1, 0, 3, 0, {{738, 0}, {742, 1}, {743, 3}}},
+      {2, 1, -0.0, 3, -0.0, {{738, 0}, {742, 1}, {743, 3}}},
+      {3, 1, 1, 3, 4, {{739, 0}, {744, 1}, {745, 3}, {746, 4}}},
+      {4, 1, 2, 3, 3, {{740, 0}, {747, 1}, {748, 2}, {749, 3}}},
+      {1, 1, 2, 3, 4, {{737, 0}, {750, 1}, {751, 2}, {752, 3}, {753, 4}}},
+      {1, 0, 2, 0, 4, {{737, 0}, {750, 0}, {751, 2}, {752, 0}, {753, 4}}},
+      {7, 1, 1, 3, 3, {{741, 0}, {742, 1}, {743, 3}}},
+      {1, nan, nan, 3, 3, {{737, 0}, {747, nan}, {748, nan}, {749, 3}}},
+      {1, 1, 1, nan, nan, {{737, 0}, {744, 1}, {745, nan}, {746, nan}}},
+  };
+  for (const auto& c : cases) {
+    in_fresh_thread([&] {
+      SCOPED_TRACE(testing::Message() << c.code << " " << c.a << " " << c.b);
+      const double a[] = {9, 9, c.a}, b[] = {9, 9, c.b};
+      double r1[] = {9, 9, c.r1}, r2[] = {9, 9, c.r2};
+      orv_qem_kernel_SetMode(QEM_ERRMODE_STDERR);
+      const auto base = reinterpret_cast<uintptr_t>(a) - 10 * sizeof(double);
+      orv_qem_kernel_SetInterfInputVectorPointer(reinterpret_cast<const void*>(base));
+      lines.clear();
+      orv_qem_kernel_dError(c.code, 2, a, b, r1, r2, "vdName");
+      ASSERT_EQ(lines.size(), c.expected.size());
+      for (size_t i = 0; i < lines.size(); ++i) {
+        const bool has_name = lines[i].key <= 741, has_index = !has_name || lines[i].key == 735;
+        EXPECT_EQ(lines[i].channel, 1);
+        EXPECT_EQ(lines[i].key, c.expected[i].first);
+        EXPECT_EQ(lines[i].count, has_name + 2 * has_index - (has_name && has_index));
+        EXPECT_EQ(lines[i].name, has_name ? "vdName" : "");
+        EXPECT_EQ(lines[i].index, has_index ? 12 : 0);
+        EXPECT_TRUE(same_bits(&lines[i].value, &c.expected[i].second, 1));
+      }
+    });
+  }
+}
+
+TEST(Messages, ShowWhatTheCallbackLeft) {
+  in_fresh_thread([] {
+    const float a = 1;
+    float r = 2;
+    orv_qem_kernel_SetErrorCallBack(change_result);
+    orv_qem_kernel_SetMode(QEM_ERRMODE_CALLBACK | QEM_ERRMODE_STDERR);
+    lines.clear();
+    orv_qem_kernel_sError(1, 0, &a, &a, &r, &r, "vsName");
+    ASSERT_EQ(lines.size(), 4u);  // two results, since the callback changed the first alone
+    EXPECT_EQ(lines[2].value, 8);
+    EXPECT_EQ(r, 8);
+  });
+}
+
+}  // namespace

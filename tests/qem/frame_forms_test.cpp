@@ -1,0 +1,162 @@
+// The frames for two inputs and for two results, with toy operations. This unit is compiled for the
+// instruction set of the kernels that use them.
+#include <qem/_src/qem_core/frame/guarded.hpp>
+
+#include "harness.hpp"
+
+using namespace orv_test;
+
+namespace {
+
+/// Lanes: x + y. Slow when x > 100: x - y, and a code when y > 0.
+template <class Element>
+struct Sum {
+  using T = Element;
+  static constexpr int block = 8;
+  static constexpr char _QEM_THISFUNC_NAME[] = "vxSum";
+  static constexpr orv::Environment environment = {};
+
+  template <class V>
+  static V lane(V x, V y) {
+    return x + y;
+  }
+  template <class V>
+  static int rare(V x, V) {
+    return orv::mask_of(orv::compare<_CMP_GT_OQ>(x, orv::splat<V>(100)));
+  }
+  static int slow(const T* x, const T* y, T* r) {
+    *r = *x - *y;
+    return *y > 0 ? QEM_STATUS_DOMAIN : QEM_STATUS_OK;
+  }
+};
+
+/// Lanes: x + 1 and 2 x. Slow when x > 100: x - 1 and -x, with a code.
+template <class Element>
+struct Split {
+  using T = Element;
+  static constexpr int block = 16;
+  static constexpr char _QEM_THISFUNC_NAME[] = "vxSplit";
+  static constexpr orv::Environment environment = {orv::sse_toward_zero};
+
+  template <class V>
+  static void lane(V x, V& y1, V& y2) {
+    y1 = x + 1;
+    y2 = x * 2;
+  }
+  template <class V>
+  static int rare(V x) {
+    return orv::mask_of(orv::compare<_CMP_GT_OQ>(x, orv::splat<V>(100)));
+  }
+  static int slow(const T* x, T* y1, T* y2) {
+    *y1 = *x - 1;
+    *y2 = -*x;
+    return QEM_STATUS_OVERFLOW;
+  }
+};
+
+template <class T>
+class Forms : public testing::Test {};
+using Reals = testing::Types<float, double>;
+TYPED_TEST_SUITE(Forms, Reals);
+
+TYPED_TEST(Forms, TwoInputs) {
+  using T = TypeParam;
+  in_fresh_thread([] {
+    for (int n = 0; n <= longest; ++n) {
+      for (int special = 0; special <= n; ++special) {
+        std::vector<T> x(n), y(n), r(n + 1, 77), expected(n + 1, 77);
+        for (int i = 0; i < n; ++i) x[i] = i, y[i] = -1 - i, expected[i] = -1;
+        std::vector<std::pair<int32_t, int32_t>> codes;
+        for (int i = special; i < n; i += 5) {
+          x[i] = 200, y[i] = i % 2 != 0 ? 3 : -3, expected[i] = x[i] - y[i];
+          if (y[i] > 0) codes.emplace_back(QEM_STATUS_DOMAIN, i);
+        }
+        listen();
+        orv::guarded_binary(Sum<T>{}, n, x.data(), y.data(), r.data());
+        ASSERT_EQ(r, expected);
+        ASSERT_EQ(codes_heard(), codes);
+        for (const Report& report : reports()) {  // the second input is never passed on
+          ASSERT_EQ(report.arg1, 200);
+          ASSERT_EQ(report.arg2, 200);
+          ASSERT_EQ(report.res1, 197);
+          ASSERT_EQ(report.res2, 197);
+          ASSERT_EQ(report.name, "vxSum");
+        }
+      }
+    }
+  });
+}
+
+TYPED_TEST(Forms, TwoResults) {
+  using T = TypeParam;
+  in_fresh_thread([] {
+    for (int n = 0; n <= longest; ++n) {
+      for (int special = 0; special <= n; ++special) {
+        std::vector<T> x(n), r1(n + 1, 77), r2(n + 1, 77), e1(n + 1, 77), e2(n + 1, 77);
+        std::vector<std::pair<int32_t, int32_t>> codes;
+        for (int i = 0; i < n; ++i) {
+          const bool slow = i >= special && (i - special) % 3 == 0;
+          x[i] = slow ? 200 : i, e1[i] = slow ? 199 : i + 1, e2[i] = slow ? -200 : 2 * i;
+          if (slow) codes.emplace_back(QEM_STATUS_OVERFLOW, i);
+        }
+        listen();
+        orv::guarded_two_results(Split<T>{}, n, x.data(), r1.data(), r2.data());
+        ASSERT_EQ(r1, e1);
+        ASSERT_EQ(r2, e2);
+        ASSERT_EQ(codes_heard(), codes);
+        for (const Report& report : reports()) {
+          ASSERT_EQ(report.res1, 199);
+          ASSERT_EQ(report.res2, -200);
+        }
+      }
+    }
+  });
+}
+
+int32_t mend_both(QemErrorContext* record) {
+  record->res1 = 5, record->res2 = 6;
+  return 0;
+}
+
+TYPED_TEST(Forms, BothResultsCanBeMended) {
+  using T = TypeParam;
+  in_fresh_thread([] {
+    orv_qem_kernel_SetErrorCallBack(mend_both);
+    orv_qem_kernel_SetMode(QEM_ERRMODE_CALLBACK);
+    std::vector<T> x(19, 200), r1(19), r2(19);
+    orv::guarded_two_results(Split<T>{}, 19, x.data(), r1.data(), r2.data());
+    EXPECT_EQ(r1, std::vector<T>(19, 5));
+    EXPECT_EQ(r2, std::vector<T>(19, 6));
+  });
+}
+
+/// Words that a frame asks for: SSE rounding and flushing, x87 precision; what it found comes back.
+TEST(Forms, ControlWords) {
+  in_fresh_thread([] {
+    for (const QemMode denormals : {DENORMALS_KEPT, DENORMALS_FLUSHED}) {
+      orv_qem_kernel_SetMode(denormals);
+      for (const uint32_t sse : {0x1F80u, 0x5FA4u, 0xFFC0u}) {
+        for (const uint16_t x87 : {0x37F, 0x27F, 0xC7F, 0x072}) {
+          for (const orv::Environment& wanted :
+               {orv::Environment{}, orv::Environment{orv::sse_toward_zero},
+                orv::Environment{orv::sse_nearest, false},
+                orv::Environment{orv::sse_nearest, true, orv::x87_extended},
+                orv::Environment{orv::sse_nearest, true, orv::x87_double}}) {
+            const Words before{sse, x87};
+            Words inside;
+            const Words after = under(before, [&] {
+              const orv::ControlWords words(wanted);
+              inside = words_now();
+            });
+            const bool flush = denormals == DENORMALS_FLUSHED && wanted.follows_mode;
+            EXPECT_EQ(inside.sse, (sse & ~0xE040u) | wanted.sse | (flush ? 0x8040u : 0));
+            EXPECT_EQ(inside.x87, wanted.x87 == 0 ? x87 : (x87 & ~0xF00) | wanted.x87);
+            EXPECT_EQ(after, before);
+          }
+        }
+      }
+    }
+  });
+}
+
+}  // namespace

@@ -1,0 +1,391 @@
+// What surrounds the arithmetic of every kernel: lengths, ends of vectors, alignment, order of
+// reports, control words, exception flags.
+#include "harness.hpp"
+#include "special_values.hpp"
+
+#include <limits>
+
+using namespace orv_test;
+
+namespace {
+
+template <class T>
+constexpr bool is_real = std::is_floating_point_v<T>;
+
+/// Vectors for a call, with reported arguments at the first and last place and in between.
+template <class T>
+struct Vectors {
+  std::vector<T> a, b;
+
+  Vectors(const Kernel& kernel, int n)
+      : a(ordinary<T>(kernel, n, 1)), b(ordinary<T>(kernel, n, 2)) {
+    if constexpr (is_real<T>) {
+      if (const SpecialValue* value = reported_value(kernel)) {
+        for (const int i : {0, n / 2, n - 1}) a[i] = static_cast<T>(value->a);
+      }
+    }
+  }
+};
+
+TEST(Frame, CountsAtOrBelowZeroTouchNothing) {
+  for_each_kernel([](const Kernel& kernel, auto element) {
+    using T = decltype(element);
+    listen();
+    orv_qem_kernel_SetErrStatus(42);
+    for (const int32_t n : {0, -1, -5, std::numeric_limits<int32_t>::min()}) {
+      call<T>(kernel, n, nullptr, nullptr, nullptr);
+    }
+    EXPECT_EQ(orv_qem_kernel_GetErrStatus(), 42);
+    EXPECT_TRUE(reports().empty());
+  });
+}
+
+TEST(Frame, ReportsComeInOrderAndTheLastStatusStays) {
+  for_each_kernel([](const Kernel& kernel, auto element) {
+    using T = decltype(element);
+    if constexpr (is_real<T>) {
+      std::vector<SpecialValue> rows;
+      for (const SpecialValue& row : special_values(kernel)) {
+        if (row.code != 0) rows.push_back(row);
+      }
+      if (rows.empty()) return;
+      listen();
+      std::vector<T> a;
+      std::vector<std::pair<int32_t, int32_t>> expected;
+      for (int i = 0; i < longest; ++i) {
+        const SpecialValue& row = rows[i * 7 % rows.size()];
+        a.push_back(static_cast<T>(row.a));
+        expected.emplace_back(row.code, i);
+      }
+      std::vector<T> r(a.size());
+      call(kernel, longest, a.data(), a.data(), r.data());
+      EXPECT_EQ(codes_heard(), expected);
+      EXPECT_EQ(orv_qem_kernel_GetErrStatus(), expected.back().first);
+
+      const std::vector<T> good = ordinary<T>(kernel, longest);
+      call(kernel, longest, good.data(), good.data(), r.data());
+      EXPECT_EQ(orv_qem_kernel_GetErrStatus(), expected.back().first) << "cleared by a good call";
+    }
+  });
+}
+
+/// A call on vectors at given places: the results are those of single calls, nothing around the
+/// output changes, and reports carry the places of their elements.
+template <class T>
+void check_in_place_of(const Kernel& kernel, const Vectors<T>& v, const std::vector<T>& expected,
+                       const std::vector<std::pair<int32_t, int32_t>>& codes, char* a, char* b,
+                       char* r, const GuardedBytes& output) {
+  const size_t n = v.a.size(), bytes = n * sizeof(T);
+  memset(output.begin(), 0xA5, static_cast<size_t>(output.end() - output.begin()));
+  memcpy(a, v.a.data(), bytes);
+  memcpy(b, v.b.data(), bytes);
+  reports().clear();
+  call(kernel, static_cast<int32_t>(n), reinterpret_cast<T*>(a), reinterpret_cast<T*>(b),
+       reinterpret_cast<T*>(r));
+  ASSERT_EQ(memcmp(r, expected.data(), bytes), 0) << "n " << n;
+  ASSERT_EQ(codes_heard(), codes) << "n " << n;
+  memset(r, 0xA5, bytes);
+  for (const char* p = output.begin(); p < output.end(); ++p) {
+    ASSERT_EQ(*p, '\xA5') << "n " << n << ": wrote at " << p - r;
+  }
+}
+
+template <class T>
+std::vector<T> expected_of(const Kernel& kernel, const Vectors<T>& v,
+                           std::vector<std::pair<int32_t, int32_t>>& codes) {
+  std::vector<T> r(v.a.size());
+  codes.clear();
+  for (size_t i = 0; i < v.a.size(); ++i) {
+    reports().clear();
+    call(kernel, 1, &v.a[i], &v.b[i], &r[i]);
+    for (const Report& report : reports()) codes.emplace_back(report.code, static_cast<int>(i));
+  }
+  return r;
+}
+
+TEST(Frame, StaysWithinItsVectors) {
+  for_each_kernel([](const Kernel& kernel, auto element) {
+    using T = decltype(element);
+    const GuardedBytes a(longest * sizeof(T)), b(longest * sizeof(T)), r(longest * sizeof(T));
+    listen();
+    for (int n = 1; n <= longest; ++n) {
+      const Vectors<T> v(kernel, n);
+      std::vector<std::pair<int32_t, int32_t>> codes;
+      const std::vector<T> expected = expected_of(kernel, v, codes);
+      const size_t bytes = n * sizeof(T);
+      check_in_place_of(kernel, v, expected, codes, a.begin(), b.begin(), r.begin(), r);
+      check_in_place_of(kernel, v, expected, codes, a.end() - bytes, b.end() - bytes,
+                        r.end() - bytes, r);
+      if (testing::Test::HasFatalFailure()) return;
+    }
+  });
+}
+
+TEST(Frame, TakesAnyAlignment) {
+  for_each_kernel([](const Kernel& kernel, auto element) {
+    using T = decltype(element);
+    constexpr int places = 32;
+    const GuardedBytes a(longest * sizeof(T) + places), b(longest * sizeof(T) + places),
+        r(longest * sizeof(T) + places);
+    listen();
+    for (const int n : {3, longest}) {
+      const Vectors<T> v(kernel, n);
+      std::vector<std::pair<int32_t, int32_t>> codes;
+      const std::vector<T> expected = expected_of(kernel, v, codes);
+      for (int i = 0; i < places * places; ++i) {
+        const int from = i / places, to = i % places, second = (from * 5 + to * 3) % places;
+        check_in_place_of(kernel, v, expected, codes, a.begin() + from, b.begin() + second,
+                          r.begin() + to, r);
+        if (testing::Test::HasFatalFailure()) {
+          ADD_FAILURE() << "input at " << from << ", output at " << to;
+          return;
+        }
+      }
+    }
+  });
+}
+
+TEST(Frame, OutputMayBeAnInput) {
+  for_each_kernel([](const Kernel& kernel, auto element) {
+    using T = decltype(element);
+    listen();
+    for (int n = 1; n <= longest; ++n) {
+      const Vectors<T> v(kernel, n);
+      std::vector<std::pair<int32_t, int32_t>> codes;
+      const std::vector<T> expected = expected_of(kernel, v, codes);
+      std::vector<T> a = v.a, b = v.b;
+      reports().clear();
+      call(kernel, n, a.data(), b.data(), a.data());
+      ASSERT_TRUE(same_bits(a, expected)) << "first input, n " << n;
+      ASSERT_EQ(codes_heard(), codes);
+      if (kernel.shape == Shape::Unary) continue;
+      call(kernel, n, v.a.data(), b.data(), b.data());
+      ASSERT_TRUE(same_bits(b, expected)) << "second input, n " << n;
+    }
+  });
+}
+
+// ---- Control words -----------------------------------------------------------------------------
+
+template <class T>
+std::vector<T> with_denormals(std::vector<T> x) {
+  if constexpr (is_real<T>) {
+    for (size_t i = 3; i < x.size(); i += 5) x[i] = std::numeric_limits<T>::denorm_min() * (i + 1);
+  }
+  return x;
+}
+
+TEST(Frame, CallersWordsDoNotMatterAndComeBack) {
+  for_each_kernel([](const Kernel& kernel, auto element) {
+    using T = decltype(element);
+    listen();
+    Vectors<T> v(kernel, longest);
+    v.a = with_denormals(v.a), v.b = with_denormals(v.b);
+    std::vector<std::pair<int32_t, int32_t>> codes;
+    const std::vector<T> expected = expected_of(kernel, v, codes);
+
+    for (const uint32_t rounding : {0u, 0x2000u, 0x4000u, 0x6000u}) {
+      for (const uint32_t denormals : {0u, flush_to_zero, denormals_are_zero, 0x8040u}) {
+        for (const uint16_t x87 : {0x37F, 0x27F, 0x07F, 0xF7F, 0x77F}) {
+          for (const uint32_t flags : {0u, 0x24u}) {  // raised before the call
+            const Words before{sse_usual | rounding | denormals | flags, x87};
+            std::vector<T> r(longest);
+            reports().clear();
+            const Words after =
+                under(before, [&] { call(kernel, longest, v.a.data(), v.b.data(), r.data()); });
+            SCOPED_TRACE(testing::Message() << std::hex << "words " << before.sse << " " << x87);
+            ASSERT_EQ(after.x87, before.x87);
+            if (frameless(kernel)) {
+              ASSERT_EQ(after.sse & ~sse_flags, before.sse & ~sse_flags);
+              continue;
+            }
+            ASSERT_TRUE(same_bits(r, expected));
+            ASSERT_EQ(codes_heard(), codes);
+            if ((rounding | denormals) != 0) {
+              ASSERT_EQ(after.sse, before.sse);  // the flags too are those from before
+            } else {
+              ASSERT_EQ(after.sse & ~sse_flags, before.sse & ~sse_flags);
+              ASSERT_EQ(after.sse & flags, flags);
+            }
+          }
+        }
+      }
+    }
+  });
+}
+
+TEST(Frame, FlushedModeTakesDenormalsAsZero) {
+  for_each_kernel([](const Kernel& kernel, auto element) {
+    using T = decltype(element);
+    if constexpr (is_real<T>) {
+      const T tiny = std::numeric_limits<T>::denorm_min(), big = std::numeric_limits<T>::min() / 2;
+      const std::vector<T> denormals = {tiny, -tiny, big, -big}, zeros = {0, -T{0}, 0, -T{0}};
+      const auto run = [&](QemMode field, const std::vector<T>& x, int n) {
+        listen();
+        orv_qem_kernel_SetMode(field);
+        std::vector<T> a, r(n);
+        for (int i = 0; i < n; ++i) a.push_back(x[i % 4]);
+        const Words before = words_now();
+        call(kernel, n, a.data(), a.data(), r.data());
+        EXPECT_EQ(words_now().sse & ~sse_flags, before.sse & ~sse_flags);
+        return std::pair(r, codes_heard());
+      };
+      for (const int n : {1, 4, longest}) {
+        const auto kept = run(DENORMALS_KEPT, denormals, n);
+        const auto flushed = run(DENORMALS_FLUSHED, denormals, n);
+        const auto of_zeros = run(DENORMALS_KEPT, zeros, n);
+        EXPECT_TRUE(same_bits(flushed.first, frameless(kernel) ? kept.first : of_zeros.first));
+        EXPECT_EQ(flushed.second, frameless(kernel) ? kept.second : of_zeros.second);
+        for (const QemMode other : {0x040000u, 0x080000u, 0x200000u, 0x380000u, 0x3C0000u}) {
+          const auto as_kept = run(other, denormals, n);
+          EXPECT_TRUE(same_bits(as_kept.first, kept.first)) << std::hex << other;
+          EXPECT_EQ(as_kept.second, kept.second) << std::hex << other;
+        }
+      }
+    }
+  });
+}
+
+TEST(Frame, AbsFollowsTheCallersWords) {
+  const double tiny = std::numeric_limits<double>::denorm_min();
+  const float stiny = std::numeric_limits<float>::denorm_min();
+  for (int n = 1; n <= longest; ++n) {
+    std::vector<double> a(n, -tiny), r(n, 7);
+    std::vector<float> sa(n, -stiny), sr(n, 7);
+    under({sse_usual | denormals_are_zero, x87_usual}, [&] {
+      _qemdAbs(n, a.data(), r.data());
+      _qemsAbs(n, sa.data(), sr.data());
+    });
+    EXPECT_TRUE(same_bits(r, std::vector<double>(n, 0.0)));
+    EXPECT_TRUE(same_bits(sr, std::vector<float>(n, 0.0f)));
+  }
+}
+
+// ---- Exception flags ---------------------------------------------------------------------------
+
+TEST(Frame, OrdinaryArgumentsRaiseNothing) {
+  for_each_kernel([](const Kernel& kernel, auto element) {
+    using T = decltype(element);
+    for (int n = 1; n <= longest; ++n) {
+      for (uint32_t seed = 1; seed < 40; seed += 2) {
+        const std::vector<T> a = ordinary<T>(kernel, n, seed), b = ordinary<T>(kernel, n, seed + 1);
+        std::vector<T> r(n);
+        ASSERT_EQ(flags_of([&] { call(kernel, n, a.data(), b.data(), r.data()); }), 0) << "n " << n;
+      }
+    }
+  });
+}
+
+struct Flag {
+  const char* function;
+  double a;
+  int flag;
+};
+constexpr Flag slow_path_flags[] = {
+    {"Exp", 1000, FE_OVERFLOW}, {"Exp", -1000, FE_UNDERFLOW}, {"Expm1", 1000, FE_OVERFLOW},
+    {"Ln", 0, FE_DIVBYZERO},    {"Ln", -1, FE_INVALID},       {"Log10", 0, FE_DIVBYZERO},
+    {"Log10", -1, FE_INVALID},  {"Log1p", -1, FE_DIVBYZERO},  {"Log1p", -2, FE_INVALID},
+};
+
+TEST(Frame, FlagsOfASlowPathLastUnlessAWordIsPutBack) {
+  for_each_kernel([](const Kernel& kernel, auto element) {
+    using T = decltype(element);
+    if constexpr (is_real<T>) {
+      orv_qem_kernel_SetMode(QEM_ERRMODE_IGNORE);  // only the arithmetic raises flags
+      for (const Flag& row : slow_path_flags) {
+        if (kernel.function != row.function) continue;
+        for (const int n : {1, longest}) {
+          SCOPED_TRACE(testing::Message() << "a = " << row.a << ", n " << n);
+          std::vector<T> a = ordinary<T>(kernel, n), r(n);
+          a[n / 2] = static_cast<T>(row.a);
+          const auto run = [&] { call(kernel, n, a.data(), a.data(), r.data()); };
+          EXPECT_NE(flags_of(run) & row.flag, 0);
+          EXPECT_EQ(flags_of([&] { under({sse_usual | 0x4000, x87_usual}, run); }), 0);
+        }
+      }
+    }
+  });
+}
+
+TEST(Frame, AbsQuietsASignallingNan) {
+  const auto bits = [](auto x) { return (unsigned long long)x; };
+  for (const int n : {1, 7, longest}) {
+    std::vector<uint64_t> a(n, 0xFFF0000000000001), r(n);
+    std::vector<uint32_t> sa(n, 0xFF800001), sr(n);
+    EXPECT_EQ(flags_of([&] {
+                _qemdAbs(n, reinterpret_cast<double*>(a.data()),
+                         reinterpret_cast<double*>(r.data()));
+              }),
+              FE_INVALID);
+    EXPECT_EQ(flags_of([&] {
+                _qemsAbs(n, reinterpret_cast<float*>(sa.data()),
+                         reinterpret_cast<float*>(sr.data()));
+              }),
+              FE_INVALID);
+    for (int i = 0; i < n; ++i) {
+      EXPECT_EQ(bits(r[i]) & ~(1ull << 63), 0x7FF8000000000001);
+      EXPECT_EQ(bits(sr[i]) & ~(1ull << 31), 0x7FC00001u);
+    }
+  }
+}
+
+// ---- Registers and stack -----------------------------------------------------------------------
+
+TEST(Frame, UpperHalvesAreClearAfterAndAtEachReport) {
+  ASSERT_TRUE(__builtin_cpu_supports("avx"));
+  for_each_kernel([](const Kernel& kernel, auto element) {
+    using T = decltype(element);
+    if (kernel.tag() != "G9") return;
+    listen();
+    for (const int n : {1, 16, longest}) {
+      const Vectors<T> v(kernel, n);
+      std::vector<T> r(n);
+      call(kernel, n, v.a.data(), v.b.data(), r.data());
+      EXPECT_TRUE(upper_halves_clear()) << "n " << n;
+      for (const Report& report : reports()) EXPECT_TRUE(report.upper_halves_clear);
+    }
+  });
+}
+
+#ifdef __i386__
+/// Calls with the stack pointer `shift` bytes off a multiple of 16.
+void call_off_balance(void (*function)(), const void* const (&arguments)[4], int shift) {
+  asm volatile(
+      "movl %%esp, %%esi\n\t"
+      "andl $-16, %%esp\n\t"
+      "subl %%ecx, %%esp\n\t"
+      "pushl 12(%%edx)\n\t"
+      "pushl 8(%%edx)\n\t"
+      "pushl 4(%%edx)\n\t"
+      "pushl (%%edx)\n\t"
+      "call *%%eax\n\t"
+      "movl %%esi, %%esp"
+      : "+a"(function), "+c"(shift)
+      : "d"(arguments)
+      : "esi", "memory", "cc", "xmm0", "xmm1", "xmm2", "xmm3", "xmm4", "xmm5", "xmm6", "xmm7");
+}
+
+TEST(Frame, TakesAStackAlignedToFourBytes) {
+  for_each_kernel([](const Kernel& kernel, auto element) {
+    using T = decltype(element);
+    listen();
+    const Vectors<T> v(kernel, longest);
+    std::vector<std::pair<int32_t, int32_t>> codes;
+    const std::vector<T> expected = expected_of(kernel, v, codes);
+    for (const int shift : {0, 4, 8, 12}) {
+      std::vector<T> r(longest);
+      const auto n = reinterpret_cast<const void*>(longest);
+      reports().clear();
+      if (kernel.shape == Shape::Unary) {
+        call_off_balance(kernel.address, {n, v.a.data(), r.data(), nullptr}, shift);
+      } else {
+        call_off_balance(kernel.address, {n, v.a.data(), v.b.data(), r.data()}, shift);
+      }
+      EXPECT_TRUE(same_bits(r, expected)) << "shift " << shift;
+      EXPECT_EQ(codes_heard(), codes) << "shift " << shift;
+    }
+  });
+}
+#endif
+
+}  // namespace

@@ -1,0 +1,145 @@
+#include "harness.hpp"
+
+#include <math.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <random>
+#include <set>
+
+namespace orv_test {
+namespace {
+
+struct Domain {
+  const char *types, *function;
+  double low, high;
+};
+constexpr Domain domains[] = {
+    {"sdcz", "Abs", -1e15, 1e15}, {"sdcz", "Add", -1e15, 1e15}, {"sdcz", "Conj", -1e15, 1e15},
+    {"sdcz", "Mul", -1e15, 1e15}, {"sdcz", "Sqr", -1e15, 1e15}, {"sdcz", "Sub", -1e15, 1e15},
+    {"d", "Exp", -690, 690},      {"s", "Exp", -86, 86},        {"d", "Expm1", -700, 700},
+    {"s", "Expm1", -86, 86},      {"sd", "Ln", 0, 1e30},        {"sd", "Log10", 0, 1e30},
+    {"sd", "Log1p", -0.9, 1e30},
+};
+
+Domain domain_of(const Kernel& kernel) {
+  for (const Domain& domain : domains) {
+    if (kernel.function == domain.function && strchr(domain.types, kernel.type)) return domain;
+  }
+  return {"", "", 0.3, 0.8};
+}
+
+/// Magnitudes even on a logarithmic scale, or even on the interval where it is short.
+double draw(const Domain& domain, double tiny, std::mt19937& random) {
+  const auto uniform = [&] { return random() / 4294967296.0; };
+  if (domain.low > 0) return domain.low + (domain.high - domain.low) * uniform();
+  const bool negative = domain.low < 0 && random() % 2 == 0;
+  const double top = negative ? -domain.low : domain.high;
+  const double magnitude = tiny * pow(top / tiny, uniform());
+  return negative ? -magnitude : magnitude;
+}
+
+thread_local std::vector<Report> heard;
+
+int32_t log_report(QemErrorContext* c) {
+  const bool clear = upper_halves_clear();
+  heard.push_back({c->code, c->index, c->arg1, c->arg2, c->res1, c->res2,
+                   std::string(c->func_name, static_cast<size_t>(c->func_name_len)), clear});
+  return 0;
+}
+
+}  // namespace
+
+bool frameless(const Kernel& kernel) {
+  static const std::set<std::string> names = {
+      "sAbs",        "dAbs",        "cConj",    "zConj",   "cAdd",       "zAdd",
+      "cSub",        "zSub",        "sRint",    "dRint",   "sNearbyInt", "dNearbyInt",
+      "sCdfNormInv", "dCdfNormInv", "sErfcInv", "dErfcInv"};
+  return names.count(kernel.type + kernel.function) != 0;
+}
+
+template <>
+std::vector<double> ordinary<double>(const Kernel& kernel, int count, uint32_t seed) {
+  std::mt19937 random(seed);
+  std::vector<double> x;
+  while (static_cast<int>(x.size()) < count) x.push_back(draw(domain_of(kernel), 1e-100, random));
+  return x;
+}
+template <>
+std::vector<float> ordinary<float>(const Kernel& kernel, int count, uint32_t seed) {
+  std::mt19937 random(seed);
+  std::vector<float> x;
+  while (static_cast<int>(x.size()) < count) {
+    x.push_back(static_cast<float>(draw(domain_of(kernel), 1e-15, random)));
+  }
+  return x;
+}
+template <>
+std::vector<QemComplexDouble> ordinary<QemComplexDouble>(const Kernel& kernel, int count,
+                                                         uint32_t seed) {
+  const auto parts = ordinary<double>(kernel, 2 * count, seed);
+  std::vector<QemComplexDouble> x;
+  for (int i = 0; i < count; ++i) x.push_back({parts[2 * i], parts[2 * i + 1]});
+  return x;
+}
+template <>
+std::vector<QemComplexFloat> ordinary<QemComplexFloat>(const Kernel& kernel, int count,
+                                                       uint32_t seed) {
+  const auto parts = ordinary<float>(kernel, 2 * count, seed);
+  std::vector<QemComplexFloat> x;
+  for (int i = 0; i < count; ++i) x.push_back({parts[2 * i], parts[2 * i + 1]});
+  return x;
+}
+
+GuardedBytes::GuardedBytes(size_t least) {
+  const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+  const size_t bytes = (least + page - 1) / page * page;
+  void* all = mmap(nullptr, bytes + 2 * page, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (all == MAP_FAILED) abort();
+  begin_ = static_cast<char*>(all) + page;
+  end_ = begin_ + bytes;
+  if (mprotect(begin_, bytes, PROT_READ | PROT_WRITE) != 0) abort();
+}
+
+GuardedBytes::~GuardedBytes() {
+  const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+  munmap(begin_ - page, static_cast<size_t>(end_ - begin_) + 2 * page);
+}
+
+bool upper_halves_clear() {
+  constexpr int registers = sizeof(void*) == 8 ? 16 : 8;
+  unsigned char upper[registers][16];
+#define ORV_UPPER(k) "vextractf128 $1, %%ymm" #k ", 16*" #k "(%0)\n\t"
+  asm volatile(ORV_UPPER(0) ORV_UPPER(1) ORV_UPPER(2) ORV_UPPER(3) ORV_UPPER(4) ORV_UPPER(5)
+                   ORV_UPPER(6) ORV_UPPER(7)
+#ifdef __x86_64__
+                       ORV_UPPER(8) ORV_UPPER(9) ORV_UPPER(10) ORV_UPPER(11) ORV_UPPER(12)
+                           ORV_UPPER(13) ORV_UPPER(14) ORV_UPPER(15)
+#endif
+               :
+               : "r"(upper)
+               : "memory");
+#undef ORV_UPPER
+  for (const auto& half : upper) {
+    for (const unsigned char byte : half) {
+      if (byte != 0) return false;
+    }
+  }
+  return true;
+}
+
+std::vector<Report>& reports() { return heard; }
+
+void listen() {
+  heard.clear();
+  orv_qem_kernel_SetErrorCallBack(log_report);
+  orv_qem_kernel_SetMode(QEM_ERRMODE_CALLBACK);
+}
+
+std::vector<std::pair<int32_t, int32_t>> codes_heard() {
+  std::vector<std::pair<int32_t, int32_t>> list;
+  for (const Report& report : heard) list.emplace_back(report.code, report.index);
+  return list;
+}
+
+}  // namespace orv_test

@@ -1,0 +1,199 @@
+// The thread's mode word, status, callback and input base.
+#include <orv/qem.h>
+#include <stdlib.h>
+
+#include "harness.hpp"
+
+using namespace orv_test;
+
+namespace {
+
+/// `count` copies of a token, each with a comma behind it.
+std::string repeat(int count, const char* token) {
+  std::string text;
+  for (int i = 0; i < count; ++i) text += std::string(token) + ",";
+  return text;
+}
+
+void set_environment(const char* value) {
+  if (value == nullptr) {
+    unsetenv("ORV_QEM_MODE");
+  } else {
+    setenv("ORV_QEM_MODE", value, 1);
+  }
+}
+
+class Mode : public testing::Test {
+ protected:
+  void TearDown() override { set_environment(nullptr); }
+};
+
+TEST_F(Mode, EnvironmentGrammar) {
+  // 27 times 7 characters and 5 times 12 put the last token at 253 (it ends at 255); 34 times 7 and
+  // one 12 put it a place further.
+  const std::string fits = repeat(27, "QEM_LA") + repeat(5, "QEM_RESTORE") + "QEM_EP";
+  const std::string too_far = repeat(34, "QEM_LA") + repeat(1, "QEM_RESTORE") + "QEM_EP";
+  const struct {
+    const char* value;
+    int64_t parsed;
+  } cases[] = {
+      {nullptr, -1},
+      {"", -1},
+      {"X", -1},
+      {"QEM_LA", 0x1},
+      {"QEM_HA", 0x2},
+      {"QEM_EP", 0x3},
+      {"QEM_DEFAULT_PRECISION", 0},
+      {"QEM_FLOAT_CONSISTENT", 0x10},
+      {"QEM_DOUBLE_CONSISTEN", 0x20},
+      {"QEM_DOUBLE_CONSISTENT", -1},
+      {"QEM_RESTORE", 0x30},
+      {"QEM_ERRMODE_IGNORE", 0x100},
+      {"QEM_ERRMODE_ERRNO", 0x200},
+      {"QEM_ERRMODE_STDERR", 0x400},
+      {"QEM_ERRMODE_EXCEPT", 0x800},
+      {"QEM_ERRMODE_CALLBACK", 0x1000},
+      {"QEM_ERRMODE_DEFAULT", 0x1A00},
+      {"QEM_EP,QEM_ERRMODE_STDERR", 0x403},
+      {"QEM_ERRMODE_STDERR,QEM_EP", 0x403},
+      {"QEM_LA,QEM_HA", 0x3},
+      {"QEM_LA,QEM_LA", 0x1},
+      {"QEM_ERRMODE_IGNORE,QEM_ERRMODE_STDERR", 0x500},
+      {"QEM_HA,QEM_DEFAULT_PRECISION", 0x2},
+      {"QEM_LA,", -1},
+      {",QEM_LA", -1},
+      {"QEM_LA,,QEM_HA", -1},
+      {" QEM_LA", -1},
+      {"QEM_LA ", -1},
+      {"QEM_LA, QEM_HA", -1},
+      {"QEM_LA;QEM_HA", -1},
+      {"QEM_LAX", -1},
+      {"QEM_L", -1},
+      {"QEM_", -1},
+      {"QEM", -1},
+      {"Q", -1},
+      {"LA", -1},
+      {"qem_la", -1},
+      {"QEM_la", -1},
+      {"QEM_HA,QEM_NO", -1},
+      {"QEM_DENORMALS_FLUSHED", -1},
+      {"QEM_ERRMODE_DEFAULT,QEM_LA,QEM_RESTORE", 0x1A31},
+      {fits.c_str(), 0x33},
+      {too_far.c_str(), -1},
+  };
+  for (const auto& c : cases) {
+    set_environment(c.value);
+    in_fresh_thread([&] {
+      SCOPED_TRACE(c.value == nullptr ? "no variable" : c.value);
+      EXPECT_EQ(orv_qem_kernel_ReadEnvVarMode(), c.parsed);
+      EXPECT_EQ(orv_qem_kernel_GetMode(), c.parsed == -1 ? 0x1A02u : QemMode(c.parsed));
+    });
+  }
+}
+
+TEST_F(Mode, EachThreadReadsTheEnvironmentOnce) {
+  set_environment("QEM_DEFAULT_PRECISION");
+  in_fresh_thread([] {
+    EXPECT_EQ(orv_qem_kernel_GetMode(), 0u);  // a word of 0 counts as not yet read
+    set_environment("QEM_LA");
+    EXPECT_EQ(orv_qem_kernel_GetMode(), 1u);
+    set_environment("QEM_EP");
+    EXPECT_EQ(orv_qem_kernel_GetMode(), 1u);
+    in_fresh_thread([] { EXPECT_EQ(orv_qem_kernel_GetMode(), 3u); });
+    EXPECT_EQ(orv_qem_kernel_GetMode(), 1u);
+  });
+}
+
+TEST_F(Mode, SetReplacesFieldsThatAreNotZero) {
+  const struct {
+    const char* environment;
+    QemMode argument, before, after;
+  } cases[] = {
+      {nullptr, 0, 0x1A02, 0x1A02},
+      {nullptr, 0x30, 0x1A02, 0x1A02},
+      {nullptr, 1, 0x1A02, 0x1A01},
+      {nullptr, 0xF, 0x1A02, 0x1A0F},
+      {nullptr, 0x100, 0x1A02, 0x102},
+      {nullptr, 0xE000, 0x1A02, 0xE002},
+      {nullptr, 0x280000, 0x1A02, 0x281A02},
+      {nullptr, 0x140403, 0x1A02, 0x140403},
+      {nullptr, 0xFFC300F0, 0x1A02, 0x1A02},
+      {nullptr, 0xFFFFFFFF, 0x1A02, 0x3CFF0F},
+      {"QEM_RESTORE,QEM_HA", 0x280101, 0x32, 0x280131},
+      {"QEM_LA", 0x1000, 0x1, 0x1001},
+  };
+  for (const auto& c : cases) {
+    set_environment(c.environment);
+    in_fresh_thread([&] {
+      SCOPED_TRACE(testing::Message() << std::hex << c.argument);
+      EXPECT_EQ(orv_qem_kernel_SetMode(c.argument), c.before);
+      EXPECT_EQ(orv_qem_kernel_GetMode(), c.after);
+    });
+  }
+}
+
+int32_t callback_1(QemErrorContext*) { return 0; }
+int32_t callback_2(QemErrorContext*) { return 0; }
+
+TEST_F(Mode, CallbackSetsAndClearsItsRoute) {
+  const struct {
+    const char* environment;
+    QemMode set, cleared;
+  } cases[] = {
+      {nullptr, 0x1A02, 0xA02},
+      {"QEM_HA,QEM_ERRMODE_ERRNO", 0x1202, 0x202},
+      {"QEM_LA", 0x1001, 0x1001},  // the only route cannot be taken away
+      {"QEM_ERRMODE_CALLBACK", 0x1000, 0x1000},
+  };
+  for (const auto& c : cases) {
+    set_environment(c.environment);
+    in_fresh_thread([&] {
+      EXPECT_EQ(orv_qem_kernel_GetErrorCallBack(), nullptr);
+      EXPECT_EQ(orv_qem_kernel_SetErrorCallBack(callback_1), nullptr);
+      EXPECT_EQ(orv_qem_kernel_GetMode(), c.set);
+      EXPECT_EQ(orv_qem_kernel_SetErrorCallBack(callback_2), callback_1);
+      EXPECT_EQ(orv_qem_kernel_GetMode(), c.set);
+      EXPECT_EQ(orv_qem_kernel_GetErrorCallBack(), callback_2);
+      EXPECT_EQ(orv_qem_kernel_ClearErrorCallBack(), callback_2);
+      EXPECT_EQ(orv_qem_kernel_GetMode(), c.cleared);
+      EXPECT_EQ(orv_qem_kernel_GetErrorCallBack(), nullptr);
+    });
+  }
+}
+
+TEST_F(Mode, StatusAndInputBase) {
+  in_fresh_thread([] {
+    EXPECT_EQ(orv_qem_kernel_GetErrStatus(), 0);
+    EXPECT_EQ(orv_qem_kernel_SetErrStatus(-2), 0);
+    EXPECT_EQ(orv_qem_kernel_SetErrStatus(77), -2);
+    in_fresh_thread([] { EXPECT_EQ(orv_qem_kernel_GetErrStatus(), 0); });
+    EXPECT_EQ(orv_qem_kernel_ClearErrStatus(), 77);
+    EXPECT_EQ(orv_qem_kernel_GetErrStatus(), 0);
+    const double x = 0, y = 0;
+    EXPECT_EQ(orv_qem_kernel_SetInterfInputVectorPointer(&x), &x);
+    EXPECT_EQ(orv_qem_kernel_SetInterfInputVectorPointer(&y), &y);
+    EXPECT_EQ(orv_qem_kernel_SetInterfInputVectorPointer(nullptr), nullptr);
+  });
+}
+
+TEST_F(Mode, TableIndex) {
+  set_environment("QEM_ERRMODE_DEFAULT");
+  in_fresh_thread([] {
+    for (const int32_t unused : {0, 1, -7, 0x1A03}) {
+      EXPECT_EQ(orv_qem_kernel_GetTTableIndexM(unused, 0x1A01), 0);
+      EXPECT_EQ(orv_qem_kernel_GetTTableIndexM(unused, 0x3C0003), 2);
+      EXPECT_EQ(orv_qem_kernel_GetTTableIndexM(unused, 0x1A00), -1);
+      EXPECT_EQ(orv_qem_kernel_GetTTableIndexM(unused, 0xF), 14);
+    }
+    set_environment("QEM_ERRMODE_DEFAULT,QEM_ERRMODE_STDERR");  // the thread's word is still unread
+    EXPECT_EQ(orv_qem_kernel_GetMode(), 0x1E00u);
+    EXPECT_EQ(orv_qem_kernel_GetTTableIndex(), -1);
+    for (QemMode accuracy = 1; accuracy <= 15; ++accuracy) {
+      orv_qem_kernel_SetMode(accuracy);
+      EXPECT_EQ(orv_qem_kernel_GetTTableIndex(), static_cast<int32_t>(accuracy) - 1);
+    }
+  });
+  EXPECT_EQ(dll_cpu_version(), 0);
+}
+
+}  // namespace

@@ -1,0 +1,121 @@
+// What the library allocates, and what happens when an allocation fails.
+#include <orv/qem.h>
+#include <orv/serv.h>
+#include <pthread.h>
+#include <signal.h>
+
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "failing_allocator.hpp"
+#include "support/kernels.hpp"
+
+using namespace orv_test;
+
+namespace {
+
+const struct {
+  const char* name;
+  void (*use)();
+} cells[] = {
+    {"mode", [] { orv_qem_kernel_GetMode(); }},
+    {"status", [] { orv_qem_kernel_SetErrStatus(1); }},
+    {"callback", [] { orv_qem_kernel_GetErrorCallBack(); }},
+    {"input base", [] { orv_qem_kernel_SetInterfInputVectorPointer(nullptr); }},
+};
+
+TEST(Allocation, EachAllocatorFailsAtTheChosenCall) {
+  const struct {
+    void* (*allocate)(size_t, size_t);
+    void (*release)(void*);
+  } pairs[] = {{orv_serv_allocate, orv_serv_deallocate}, {orv_serv_orv_malloc, orv_serv_orv_free}};
+  for (const auto& p : pairs) {
+    for (int failing = 0; failing <= 3; ++failing) {
+      watch_allocations(failing);
+      void* blocks[3];
+      for (void*& block : blocks) block = p.allocate(100, 64);
+      for (void* block : blocks) p.release(block);
+      const Allocations seen = seen_allocations();
+      for (int i = 0; i < 3; ++i) EXPECT_EQ(blocks[i] == nullptr, i + 1 == failing);
+      EXPECT_EQ(seen.asked, 3);
+      EXPECT_EQ(seen.open, 0);
+      EXPECT_EQ(seen.bytes, 300u);
+    }
+  }
+}
+
+TEST(Allocation, EachThreadCellIsOneSmallBlock) {
+  for (const auto& cell : cells) {
+    std::thread([&] {
+      watch_allocations();
+      cell.use();
+      const Allocations first = seen_allocations();
+      watch_allocations();
+      cell.use();
+      const Allocations again = seen_allocations();
+      EXPECT_EQ(first.asked, 1) << cell.name;
+      EXPECT_EQ(first.bytes, 8u) << cell.name;
+      EXPECT_EQ(again.asked, 0) << cell.name;
+    }).join();
+  }
+}
+
+pthread_key_t late_key;
+int left_open;
+
+/// Puts itself off once, to a round in which the cells' keys are done.
+void look_late(void* rounds) {
+  if (rounds == &late_key) {
+    pthread_setspecific(late_key, &left_open);
+  } else {
+    left_open = seen_allocations().open;
+  }
+}
+
+TEST(Allocation, ThreadCellsAreReleasedWithTheirThread) {
+  ASSERT_EQ(pthread_key_create(&late_key, look_late), 0);
+  left_open = 77;
+  std::thread([] {
+    pthread_setspecific(late_key, &late_key);
+    watch_allocations();
+    for (const auto& cell : cells) cell.use();
+  }).join();
+  pthread_key_delete(late_key);
+  EXPECT_EQ(left_open, 0);
+}
+
+TEST(Allocation, WithoutMemoryForACellTheThreadEnds) {
+  testing::FLAGS_gtest_death_test_style = "threadsafe";
+  for (const auto& cell : cells) {
+    EXPECT_EXIT(
+        {
+          watch_allocations(1);
+          cell.use();
+        },
+        testing::KilledBySignal(SIGSEGV), "^$")
+        << cell.name;
+  }
+}
+
+TEST(Allocation, KernelsAllocateNothing) {
+  for (const Kernel& kernel : all_slots()) {
+    alignas(16) char a[50 * 16], r[50 * 16];
+    for (char& byte : a) byte = 0x7F;  // NaN in every type
+    orv_qem_kernel_SetMode(QEM_ERRMODE_IGNORE);
+    orv_qem_kernel_SetErrStatus(0);
+    watch_allocations();
+    switch (kernel.shape) {
+      case Shape::Unary:
+        kernel.unary<char>()(50, a, r);
+        break;
+      case Shape::Binary:
+        kernel.binary<char>()(50, a, a, r);
+        break;
+    }
+    EXPECT_EQ(seen_allocations().asked, 0) << kernel.name();
+  }
+}
+
+}  // namespace
