@@ -20,6 +20,7 @@ print("""/* Made by tools/make_functions_header.py from the lists in qem/_bt_gen
  *
  * "largest error" is in units in the last place of the result, over the whole domain. Functions
  * without that line are exact or rounded once. */
+/* clang-format off */
 #ifndef ORV_QEM_FUNCTIONS_H
 #define ORV_QEM_FUNCTIONS_H
 

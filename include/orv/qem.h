@@ -33,8 +33,8 @@ typedef struct {
 
 /* ---- Mode word ------------------------------------------------------------------------------ */
 
-/** The per-thread mode word. Bits 0 to 3 choose the accuracy, bits 4 to 5 carry a precision request,
- *  bits 8 to 15 choose error routes, bits 18 to 21 the treatment of denormals. */
+/** The per-thread mode word. Bits 0 to 3 choose the accuracy, bits 4 to 5 carry a precision
+ * request, bits 8 to 15 choose error routes, bits 18 to 21 the treatment of denormals. */
 typedef uint32_t QemMode;
 
 enum {
@@ -64,9 +64,9 @@ enum {
   QEM_DENORMALS_MASK = 0x3C0000
 };
 
-/** Returns the thread's mode word. On first use in a thread it is taken from the environment variable
- *  ORV_QEM_MODE, a list of tokens such as "QEM_LA,QEM_ERRMODE_STDERR"; a list with any fault is
- *  passed over whole, and the word is QEM_MODE_DEFAULT. */
+/** Returns the thread's mode word. On first use in a thread it is taken from the environment
+ * variable ORV_QEM_MODE, a list of tokens such as "QEM_LA,QEM_ERRMODE_STDERR"; a list with any
+ * fault is passed over whole, and the word is QEM_MODE_DEFAULT. */
 ORV_API QemMode orv_qem_kernel_GetMode(void);
 ORV_API QemMode _qemGetMode(void);
 
@@ -144,8 +144,8 @@ ORV_API QemErrorCallBack _qemSetErrorCallBack(QemErrorCallBack callback);
 ORV_API QemErrorCallBack orv_qem_kernel_ClearErrorCallBack(void);
 ORV_API QemErrorCallBack _qemClearErrorCallBack(void);
 
-/** Stores the base of the user's first input vector, for a caller that hands a kernel a slice of it:
- *  reported indices then count from the base. 0 ends that. Returns `base`. */
+/** Stores the base of the user's first input vector, for a caller that hands a kernel a slice of
+ * it: reported indices then count from the base. 0 ends that. Returns `base`. */
 ORV_API const void* orv_qem_kernel_SetInterfInputVectorPointer(const void* base);
 ORV_API const void* _qemSetInterfInputVectorPointer(const void* base);
 

@@ -6,6 +6,7 @@
  *
  * "largest error" is in units in the last place of the result, over the whole domain. Functions
  * without that line are exact or rounded once. */
+/* clang-format off */
 #ifndef ORV_QEM_FUNCTIONS_H
 #define ORV_QEM_FUNCTIONS_H
 
@@ -36,7 +37,7 @@ ORV_API void _qemsAdd_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAdd_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
 /** sExp: e^x; float.
- *  Largest error: LA 4.0, HA 1.0, EP 4096.0 ulp.
+ *  Largest error: LA 1.97, HA 0.569, EP 123 ulp.
  *  Status codes: 3 overflow, 4 denormal or zero result. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sExp_ttab[3];
 extern ORV_API const float orv_qem_kernel_sExp_ctab[3];
@@ -49,6 +50,7 @@ ORV_API void orv_qem_kernel_sExp_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sExp_G9EPnnn(int32_t n, const float* a, float* r);
 
 /** sExpm1: e^x - 1, accurate near 0; float.
+ *  Largest error: LA 0.559, HA 0.559, EP 0.559 ulp.
  *  Status codes: 3 overflow. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sExpm1_ttab[3];
 extern ORV_API const float orv_qem_kernel_sExpm1_ctab[3];
@@ -59,6 +61,7 @@ ORV_API void _qemsExpm1_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sExpm1_V8HAynn(int32_t n, const float* a, float* r);
 
 /** sLn: natural logarithm; float.
+ *  Largest error: LA 1.23, HA 0.718, EP 842 ulp.
  *  Status codes: 1 negative argument, 2 zero. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sLn_ttab[3];
 extern ORV_API const float orv_qem_kernel_sLn_ctab[3];
@@ -71,6 +74,7 @@ ORV_API void orv_qem_kernel_sLn_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sLn_G9EPnnn(int32_t n, const float* a, float* r);
 
 /** sLog10: decimal logarithm; float.
+ *  Largest error: LA 2.28, HA 0.522, EP 462 ulp.
  *  Status codes: 1 negative argument, 2 zero. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sLog10_ttab[3];
 extern ORV_API const float orv_qem_kernel_sLog10_ctab[3];
@@ -83,6 +87,7 @@ ORV_API void orv_qem_kernel_sLog10_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sLog10_G9EPnnn(int32_t n, const float* a, float* r);
 
 /** sLog1p: ln(1 + x), accurate near 0; float.
+ *  Largest error: LA 2.2, HA 0.577, EP 169 ulp.
  *  Status codes: 1 argument below -1, 2 argument -1. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sLog1p_ttab[3];
 extern ORV_API const float orv_qem_kernel_sLog1p_ctab[3];
@@ -145,6 +150,7 @@ ORV_API void _qemdAdd_26(int32_t n, const double* a, const double* b, double* r)
 ORV_API void orv_qem_kernel_dAdd_G9HAynn(int32_t n, const double* a, const double* b, double* r);
 
 /** dExp: e^x; double.
+ *  Largest error: LA 3.17, HA 0.527, EP 5.97e+07 ulp.
  *  Status codes: 3 overflow, 4 denormal or zero result. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dExp_ttab[3];
 extern ORV_API const float orv_qem_kernel_dExp_ctab[3];
@@ -157,6 +163,7 @@ ORV_API void orv_qem_kernel_dExp_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dExp_G9EPnnn(int32_t n, const double* a, double* r);
 
 /** dExpm1: e^x - 1, accurate near 0; double.
+ *  Largest error: LA 1.95, HA 0.608, EP 5.19e+06 ulp.
  *  Status codes: 3 overflow. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dExpm1_ttab[3];
 extern ORV_API const float orv_qem_kernel_dExpm1_ctab[3];
@@ -169,6 +176,7 @@ ORV_API void orv_qem_kernel_dExpm1_V8HAynn(int32_t n, const double* a, double* r
 ORV_API void orv_qem_kernel_dExpm1_V8EPnnn(int32_t n, const double* a, double* r);
 
 /** dLn: natural logarithm; double.
+ *  Largest error: LA 1.59, HA 0.501, EP 2.1e+06 ulp.
  *  Status codes: 1 negative argument, 2 zero. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dLn_ttab[3];
 extern ORV_API const float orv_qem_kernel_dLn_ctab[3];
@@ -181,6 +189,7 @@ ORV_API void orv_qem_kernel_dLn_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dLn_G9EPnnn(int32_t n, const double* a, double* r);
 
 /** dLog10: decimal logarithm; double.
+ *  Largest error: LA 1.98, HA 0.503, EP 1.98 ulp.
  *  Status codes: 1 negative argument, 2 zero. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dLog10_ttab[3];
 extern ORV_API const float orv_qem_kernel_dLog10_ctab[3];
@@ -192,6 +201,7 @@ ORV_API void orv_qem_kernel_dLog10_G9LAynn(int32_t n, const double* a, double* r
 ORV_API void orv_qem_kernel_dLog10_G9HAynn(int32_t n, const double* a, double* r);
 
 /** dLog1p: ln(1 + x), accurate near 0; double.
+ *  Largest error: LA 2.15, HA 0.501, EP 2.1e+06 ulp.
  *  Status codes: 1 argument below -1, 2 argument -1. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dLog1p_ttab[3];
 extern ORV_API const float orv_qem_kernel_dLog1p_ctab[3];

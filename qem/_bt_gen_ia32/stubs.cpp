@@ -23,15 +23,15 @@
 #define ORV_JOIN(a, b) ORV_JOIN_EXPANDED(a, b)
 #define ORV_JOIN_EXPANDED(a, b) a##b
 
-#define ORV_STUB(name, slot, t, F, shape)              \
-  void name ORV_PARAMETERS_##shape(ORV_TYPE_##t) {     \
+#define ORV_STUB(name, slot, t, F, shape)                     \
+  void name ORV_PARAMETERS_##shape(ORV_TYPE_##t) {            \
     orv_qem_kernel_##t##F##_ttab[slot] ORV_ARGUMENTS_##shape; \
   }
 
-#define ORV_READY(t, F, shape, ...)                                     \
-  ORV_STUB(ORV_JOIN(_qem##t##F, ORV_LA_SUFFIX_##t), 0, t, F, shape)     \
-  ORV_STUB(_qem##t##F##_HA, 1, t, F, shape)                             \
-  ORV_STUB(_qem##t##F, 1, t, F, shape)                                  \
+#define ORV_READY(t, F, shape, ...)                                 \
+  ORV_STUB(ORV_JOIN(_qem##t##F, ORV_LA_SUFFIX_##t), 0, t, F, shape) \
+  ORV_STUB(_qem##t##F##_HA, 1, t, F, shape)                         \
+  ORV_STUB(_qem##t##F, 1, t, F, shape)                              \
   ORV_STUB(ORV_JOIN(_qem##t##F, ORV_EP_SUFFIX_##t), 2, t, F, shape)
 #define ORV_PLANNED(...)
 #include "functions.def"

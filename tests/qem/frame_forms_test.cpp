@@ -1,6 +1,9 @@
-// The frames for two inputs and for two results, with toy operations. This unit is compiled for the
+// The frames that no kernel uses yet (two inputs, two results, scheduled, scalar calls), with toy
+// operations. This unit is compiled for the
 // instruction set of the kernels that use them.
 #include <qem/_src/qem_core/frame/guarded.hpp>
+#include <qem/_src/qem_core/frame/scalar_call.hpp>
+#include <qem/_src/qem_core/frame/scheduled.hpp>
 
 #include "harness.hpp"
 
@@ -127,6 +130,100 @@ TYPED_TEST(Forms, BothResultsCanBeMended) {
     orv::guarded_two_results(Split<T>{}, 19, x.data(), r1.data(), r2.data());
     EXPECT_EQ(r1, std::vector<T>(19, 5));
     EXPECT_EQ(r2, std::vector<T>(19, 6));
+  });
+}
+
+/// Lanes: x + 1. The scalar routine, which can do any element: x + 2, and a code above 100.
+template <class Element, int elements_a_pass>
+struct Scheduled {
+  using T = Element;
+  static constexpr int pass = elements_a_pass;
+  static constexpr char _QEM_THISFUNC_NAME[] = "vxScheduled";
+  static constexpr orv::Environment environment = {.x87 = orv::x87_double};
+  static inline uint16_t x87_inside;
+
+  template <class V>
+  static V lane(V x) {
+    return x + 1;
+  }
+  template <class V>
+  static int special(V x) {
+    return orv::mask_of(orv::compare<_CMP_GT_OQ>(x, orv::splat<V>(100)));
+  }
+  static int scalar(const T* x, T* y) {
+    x87_inside = words_now().x87;
+    *y = *x + 2;
+    return *x > 100 ? QEM_STATUS_DOMAIN : QEM_STATUS_OK;
+  }
+};
+
+/// The routine has the whole pass of a special element, and the last element of an odd vector.
+template <class Op>
+void check_scheduled() {
+  using T = typename Op::T;
+  for (int n = 0; n <= 13; ++n) {
+    for (int special = 0; special <= n; ++special) {
+      std::vector<T> x(n), expected(n + 1, 77);
+      std::vector<std::pair<int32_t, int32_t>> codes;
+      for (int i = 0; i < n; ++i) x[i] = i == special ? 200 : i;
+      for (int i = 0; i < n;) {
+        const int pass = n - i >= Op::pass ? Op::pass : n - i >= 2 ? 2 : 1;
+        const bool scalar = pass == 1 || (special >= i && special < i + pass);
+        for (const int end = i + pass; i < end; ++i) expected[i] = x[i] + (scalar ? 2 : 1);
+      }
+      if (special < n) codes.emplace_back(QEM_STATUS_DOMAIN, special);
+      std::vector<T> in_place(x);
+      in_place.push_back(77);
+      std::vector<T> r(n + 1, 77);
+      for (T* a : {x.data(), in_place.data()}) {
+        T* to = a == x.data() ? r.data() : a;
+        listen();
+        orv::scheduled<Op>(n, a, to);
+        ASSERT_EQ(std::vector<T>(to, to + n + 1), expected);
+        ASSERT_EQ(codes_heard(), codes);
+      }
+      if (n % 2 == 1) {
+        ASSERT_EQ(Op::x87_inside & 0xF00, orv::x87_double);
+      }
+    }
+  }
+}
+
+TYPED_TEST(Forms, Scheduled) {
+  in_fresh_thread([] {
+    check_scheduled<Scheduled<TypeParam, 2>>();
+    check_scheduled<Scheduled<TypeParam, 4>>();
+  });
+}
+
+/// -z, and a code for a real part of 0.
+struct Negated {
+  using T = QemComplexDouble;
+  static constexpr char _QEM_THISFUNC_NAME[] = "vzNegated";
+  static constexpr orv::Environment environment = {.x87 = orv::x87_extended};
+  static inline uint16_t x87_inside;
+
+  static int call(const T* z, T* r) {
+    x87_inside = words_now().x87;
+    *r = {-z->re, -z->im};
+    return z->re == 0 ? QEM_STATUS_SINGULARITY : QEM_STATUS_OK;
+  }
+};
+
+TEST(ScalarCalls, EachElementUnderTheWord) {
+  in_fresh_thread([] {
+    const Words before{0x1F80, 0x27F};
+    for (const int n : {-3, 0, 1, 5}) {
+      std::vector<QemComplexDouble> z(5), r(5, {77, 77});
+      for (int i = 0; i < 5; ++i) z[i] = {i % 2 * 1.0, i + 1.0};
+      listen();
+      EXPECT_EQ(under(before, [&] { orv::scalar_calls<Negated>(n, z.data(), r.data()); }), before);
+      for (int i = 0; i < 5; ++i) EXPECT_EQ(r[i].im, i < n ? -i - 1.0 : 77);
+      EXPECT_EQ(codes_heard().size(), n > 0 ? (n + 1) / 2 : 0);
+      if (n > 0) {
+        EXPECT_EQ(Negated::x87_inside & 0xF00, orv::x87_extended);
+      }
+    }
   });
 }
 

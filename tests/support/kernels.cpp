@@ -28,7 +28,8 @@ std::optional<double> figure_of(char type, const std::string& function, Slot slo
 
 template <class KernelPointer>
 void add(std::vector<Kernel>& list, char type, const char* function, Shape shape,
-         const char* const (&kernels)[3], const KernelPointer (&table)[3], const float (&costs)[3]) {
+         const char* const (&kernels)[3], const KernelPointer (&table)[3],
+         const float (&costs)[3]) {
   for (const Slot slot : {LA, HA, EP}) {
     list.push_back({type, function, shape, slot, kernels[slot],
                     reinterpret_cast<void (*)()>(table[slot]), costs[slot],
@@ -40,8 +41,8 @@ void add(std::vector<Kernel>& list, char type, const char* function, Shape shape
 
 std::vector<Kernel> all_slots() {
   std::vector<Kernel> list;
-#define ORV_READY(t, F, shape, la, ha, ep, ...)                                              \
-  add(list, #t[0], #F, Shape::shape, {#la, #ha, #ep}, orv_qem_kernel_##t##F##_ttab,          \
+#define ORV_READY(t, F, shape, la, ha, ep, ...)                                     \
+  add(list, #t[0], #F, Shape::shape, {#la, #ha, #ep}, orv_qem_kernel_##t##F##_ttab, \
       orv_qem_kernel_##t##F##_ctab);
 #define ORV_PLANNED(...)
 #include "qem/_bt_gen_ia32/functions.def"

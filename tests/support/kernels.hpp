@@ -43,7 +43,8 @@ struct Kernel {
   }
 };
 
-/// All slots of all ready functions, or only slots whose kernel no earlier slot of the function has.
+/// All slots of all ready functions, or only slots whose kernel no earlier slot of the function
+/// has.
 std::vector<Kernel> all_slots();
 std::vector<Kernel> distinct_kernels();
 

@@ -9,14 +9,26 @@ namespace {
 
 void _qemStdErrorHandlerErrno(const QemErrorContext* record) {
   switch (record->code) {
-    case QEM_STATUS_OK: errno = 0; break;
-    case QEM_STATUS_BAD_ARGUMENT: errno = EINVAL; break;
-    case QEM_STATUS_BAD_POINTER: errno = EACCES; break;
-    case QEM_STATUS_DOMAIN: errno = EDOM; break;
+    case QEM_STATUS_OK:
+      errno = 0;
+      break;
+    case QEM_STATUS_BAD_ARGUMENT:
+      errno = EINVAL;
+      break;
+    case QEM_STATUS_BAD_POINTER:
+      errno = EACCES;
+      break;
+    case QEM_STATUS_DOMAIN:
+      errno = EDOM;
+      break;
     case QEM_STATUS_SINGULARITY:
     case QEM_STATUS_OVERFLOW:
-    case QEM_STATUS_UNDERFLOW: errno = ERANGE; break;
-    default: errno = EFAULT; break;
+    case QEM_STATUS_UNDERFLOW:
+      errno = ERANGE;
+      break;
+    default:
+      errno = EFAULT;
+      break;
   }
 }
 
@@ -26,9 +38,7 @@ void print_values(const QemErrorContext* record) {
   const bool two_results = !(record->res1 == record->res2 || record->res2 == 0.0);
   constexpr int first_key[2][2] = {{742, 744}, {747, 750}};
   int key = first_key[two_arguments][two_results];
-  const auto print = [&](double value) {
-    orv_serv_orv_print(1, key++, 2, record->index, value);
-  };
+  const auto print = [&](double value) { orv_serv_orv_print(1, key++, 2, record->index, value); };
   print(record->arg1);
   if (two_arguments) print(record->arg2);
   print(record->res1);
@@ -37,18 +47,23 @@ void print_values(const QemErrorContext* record) {
 
 void _qemStdErrorHandlerStderr(const QemErrorContext* record) {
   switch (record->code) {
-    case QEM_STATUS_OK: return;
+    case QEM_STATUS_OK:
+      return;
     case QEM_STATUS_BAD_ARGUMENT:
       orv_serv_orv_print(1, 735, 2, record->func_name, record->index);
       return;
-    case QEM_STATUS_BAD_POINTER: orv_serv_orv_print(1, 736, 1, record->func_name); return;
+    case QEM_STATUS_BAD_POINTER:
+      orv_serv_orv_print(1, 736, 1, record->func_name);
+      return;
     case QEM_STATUS_DOMAIN:
     case QEM_STATUS_SINGULARITY:
     case QEM_STATUS_OVERFLOW:
     case QEM_STATUS_UNDERFLOW:
       orv_serv_orv_print(1, 736 + record->code, 1, record->func_name);
       break;
-    default: orv_serv_orv_print(1, 741, 1, record->func_name); break;
+    default:
+      orv_serv_orv_print(1, 741, 1, record->func_name);
+      break;
   }
   print_values(record);
 }
@@ -76,11 +91,20 @@ void square(double a) {
 // interface: code 3 squares a quiet NaN and raises nothing.
 void _qemStdErrorHandlerExcept(const QemErrorContext* record) {
   switch (record->code) {
-    case QEM_STATUS_DOMAIN: divide(0.0, 0.0); break;
-    case QEM_STATUS_SINGULARITY: divide(from_bits(0x000000003FF00000), 0.0); break;
-    case QEM_STATUS_OVERFLOW: square(from_bits(0xFFFFFFFF7FEFFFFF)); break;
-    case QEM_STATUS_UNDERFLOW: square(from_bits(0x0000000100100000)); break;
-    default: break;
+    case QEM_STATUS_DOMAIN:
+      divide(0.0, 0.0);
+      break;
+    case QEM_STATUS_SINGULARITY:
+      divide(from_bits(0x000000003FF00000), 0.0);
+      break;
+    case QEM_STATUS_OVERFLOW:
+      square(from_bits(0xFFFFFFFF7FEFFFFF));
+      break;
+    case QEM_STATUS_UNDERFLOW:
+      square(from_bits(0x0000000100100000));
+      break;
+    default:
+      break;
   }
 }
 

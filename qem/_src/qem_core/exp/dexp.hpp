@@ -31,8 +31,7 @@ struct vdexp_data<Level::LA> {
   static constexpr double step_hi = 0x1.62E42FECp-11;
   static constexpr double step_lo = 0x1.D1CF79ABC9E3Bp-42;
   static constexpr const auto& table = vdexp_la_table;
-  static constexpr double polynomial[] = {5.999999973728264, 5.999999973728265,
-                                          3.0000000172366073};
+  static constexpr double polynomial[] = {5.999999973728264, 5.999999973728265, 3.0000000172366073};
 };
 
 template <>

@@ -2,8 +2,8 @@
 //
 // x = (2^s m + j) ln2/2^s + r, e^x = 2^m * 2^(j/2^s) * e^r: a table for the middle factor, a
 // polynomial for the last. HA has the table in two parts; LA and EP have it divided by the constant
-// term of a polynomial whose leading coefficient is 1, which saves a multiplication. EP takes r as a
-// fraction of a step and so needs no ln2.
+// term of a polynomial whose leading coefficient is 1, which saves a multiplication. EP takes r as
+// a fraction of a step and so needs no ln2.
 //
 // A level's record of constants:
 //   T, step_bits        float or double; s

@@ -1,4 +1,5 @@
-// The frame of kernels that are exact, or rounded once, for every element: no slow path, no reports.
+// The frame of kernels that are exact, or rounded once, for every element: no slow path, no
+// reports.
 //
 //   struct Op {
 //     using T = double;
@@ -44,7 +45,7 @@ int32_t elements_to_alignment(const Lane<V>* r, int32_t n) {
 }
 
 template <class Op, class... In>
-void elementwise(int32_t n, typename Op::T* r, const In*... a) {
+[[gnu::flatten]] void elementwise(int32_t n, typename Op::T* r, const In*... a) {
   using T = typename Op::T;
   using V = Wide<T>;
   constexpr int32_t short_vector = 6;

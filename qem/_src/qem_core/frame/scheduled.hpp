@@ -20,6 +20,13 @@
 namespace orv {
 inline namespace ORV_TAG {
 
+/// The error call of a unit, which adds the function's name. One vector each way, so the first
+/// input and the result stand twice.
+template <class Op>
+void _ErrorCall(int32_t code, int32_t index, const typename Op::T* a, typename Op::T* r) {
+  report(code, index, a, r, r, Op::_QEM_THISFUNC_NAME);
+}
+
 template <class Op>
 [[gnu::noinline]] void scheduled_scalar(int32_t i, int32_t count, const typename Op::T* a,
                                         typename Op::T* r) {
@@ -28,7 +35,7 @@ template <class Op>
     typename Op::T y;
     const int code = Op::scalar(&x, &y);
     memcpy(r + k, &y, sizeof y);
-    if (code != 0) report(code, k, a, r, r, Op::_QEM_THISFUNC_NAME);
+    if (code != 0) _ErrorCall<Op>(code, k, a, r);
   }
 }
 

@@ -1,12 +1,13 @@
-// What the logarithms with a table share: the reduction of the argument, the assembly of the result,
-// and the slow path. dLn, Log10 and Log1p are made of it.
+// What the logarithms with a table share: the reduction of the argument, the assembly of the
+// result, and the slow path. dLn, Log10 and Log1p are made of it.
 //
 // x = 2^e m. A whole number R near 1/m from the hardware's reciprocal estimate makes m R = 1 + r
 // with a small r, and log x = e log 2 - log R + log(1 + r): a table for log R, a polynomial for the
 // rest. The least and the greatest R both stand for a power of two, and their table entries are
-// exactly minus the term in log 2, so that the result keeps its relative accuracy on both sides of 1.
+// exactly minus the term in log 2, so that the result keeps its relative accuracy on both sides
+// of 1.
 //
-// A base is a record of constants and tables, D<float> being the floating-point type:
+// A base is a record of constants and tables:
 //   T                   float or double
 //   k                   R is from 2^k to 2^(k + 1)
 //   log2_hi, log2_lo    log 2 in two parts; an exponent times the first is exact
@@ -17,7 +18,7 @@
 //   full_from           where the full table's exponent counts from: 0 for doubles, the bias for
 //                       floats, whose second part would be too coarse otherwise
 //   short_table         -log(R/2^(k + 1)) for R above 2^(k + 1)/sqrt2, else -log(R/2^k)
-//   ha_, la_, ep_series (log(1 + r)/log e - r)/r^2 times log e
+//   ha_, la_, ep_series (log(1 + r) - r log e)/r^2, ascending
 #pragma once
 
 #include "../frame/guarded.hpp"
@@ -135,7 +136,7 @@ V table_log(const ReducedLog<Base, V>& x, Tail... tail) {
   }
 }
 
-// ---- Slow paths: zero, denormals, negatives, infinity and NaN ------------------------------------
+// ---- Slow paths: zero, denormals, negatives, infinity and NaN ----------------------------------
 
 /// What is no number to take a logarithm of. Returns false if x is positive and finite.
 template <class T>

@@ -25,9 +25,7 @@ struct vslog10_data {
   static constexpr float ep_series[] = {-0.5f * log_e};
 };
 
-inline int vslog10_cout_rare(const float* x, float* y) {
-  return log_cout_rare<vslog10_data>(x, y);
-}
+inline int vslog10_cout_rare(const float* x, float* y) { return log_cout_rare<vslog10_data>(x, y); }
 
 template <Level level>
 struct SLog10 {

@@ -1,4 +1,5 @@
-// What the two Log1p share: 1 + x as a sum of two numbers, and the smaller one's part in the result.
+// What the two Log1p share: 1 + x as a sum of two numbers, and the smaller one's part in the
+// result.
 #pragma once
 
 #include "../ln/table_log.hpp"

@@ -75,9 +75,9 @@ __m128d lookup(const double* table, const I& i, __m128d) {
   return _mm_loadh_pd(_mm_load_sd(i.entry(table, 0)), i.entry(table, 1));
 }
 template <class I>
-void lookup(const Pair<double>* table, const I& i, __m128d& first,
-                   __m128d& second) {
-  const __m128d a = _mm_load_pd(&i.entry(table, 0)->first), b = _mm_load_pd(&i.entry(table, 1)->first);
+void lookup(const Pair<double>* table, const I& i, __m128d& first, __m128d& second) {
+  const __m128d a = _mm_load_pd(&i.entry(table, 0)->first),
+                b = _mm_load_pd(&i.entry(table, 1)->first);
   first = _mm_unpacklo_pd(a, b);
   second = _mm_unpackhi_pd(a, b);
 }
@@ -89,8 +89,7 @@ __m128 lookup(const float* table, const I& i, __m128) {
   return _mm_movelh_ps(a, b);
 }
 template <class I>
-void lookup(const Pair<float>* table, const I& i, __m128& first,
-                   __m128& second) {
+void lookup(const Pair<float>* table, const I& i, __m128& first, __m128& second) {
   const auto two = [&](int k) {
     __m128d entries = _mm_load_sd(as_double(i.entry(table, k)));
     entries = _mm_loadh_pd(entries, as_double(i.entry(table, k + 1)));
@@ -109,8 +108,7 @@ __m256d lookup(const double* table, const I& i, __m256d) {
   return _mm256_insertf128_pd(_mm256_castpd128_pd256(lo), hi, 1);
 }
 template <class I>
-void lookup(const Pair<double>* table, const I& i, __m256d& first,
-                   __m256d& second) {
+void lookup(const Pair<double>* table, const I& i, __m256d& first, __m256d& second) {
   const auto two = [&](int k) {
     const __m256d lower = _mm256_castpd128_pd256(_mm_load_pd(&i.entry(table, k)->first));
     return _mm256_insertf128_pd(lower, _mm_load_pd(&i.entry(table, k + 2)->first), 1);
@@ -131,8 +129,7 @@ __m256 lookup(const float* table, const I& i, __m256) {
   return _mm256_insertf128_ps(_mm256_castps128_ps256(four(0)), four(4), 1);
 }
 template <class I>
-void lookup(const Pair<float>* table, const I& i, __m256& first,
-                   __m256& second) {
+void lookup(const Pair<float>* table, const I& i, __m256& first, __m256& second) {
   const auto four = [&](int k) {
     const auto entry = [&](int j) { return as_double(i.entry(table, j)); };
     const __m128d lo = _mm_loadh_pd(_mm_load_sd(entry(k)), entry(k + 1));

@@ -1,5 +1,5 @@
-// What the compiler's vector types lack: loads and stores, lane masks, and integer arithmetic on the
-// bit patterns of their lanes. Arithmetic itself is written with the built-in operators.
+// What the compiler's vector types lack: loads and stores, lane masks, and integer arithmetic on
+// the bit patterns of their lanes. Arithmetic itself is written with the built-in operators.
 //
 // Every unit that includes this is compiled for one instruction set, ORV_TAG, and its inline
 // namespace keeps one unit's instances out of another's.
@@ -231,9 +231,7 @@ Int<V> subtract(Int<V> a, Int<V> b) {
 template <class V, int count>
 Int<V> shift_left(Int<V> a) {
   return by_halves(
-      [](__m128i x) {
-        return wide_lanes<V> ? _mm_slli_epi64(x, count) : _mm_slli_epi32(x, count);
-      },
+      [](__m128i x) { return wide_lanes<V> ? _mm_slli_epi64(x, count) : _mm_slli_epi32(x, count); },
       a);
 }
 /// Arithmetic; there is none for 64-bit lanes.
@@ -244,10 +242,18 @@ Int<V> shift_right(Int<V> a) {
 }
 
 /// Lanes of 64 and of 32 bits with a mask, without leaving the floating-point side.
-inline __m128d and_bits(__m128d v, uint64_t mask) { return _mm_and_pd(v, splat<__m128d>(from_bits(mask))); }
-inline __m128 and_bits(__m128 v, uint32_t mask) { return _mm_and_ps(v, splat<__m128>(from_bits(mask))); }
-inline __m128d or_bits(__m128d v, uint64_t mask) { return _mm_or_pd(v, splat<__m128d>(from_bits(mask))); }
-inline __m128 or_bits(__m128 v, uint32_t mask) { return _mm_or_ps(v, splat<__m128>(from_bits(mask))); }
+inline __m128d and_bits(__m128d v, uint64_t mask) {
+  return _mm_and_pd(v, splat<__m128d>(from_bits(mask)));
+}
+inline __m128 and_bits(__m128 v, uint32_t mask) {
+  return _mm_and_ps(v, splat<__m128>(from_bits(mask)));
+}
+inline __m128d or_bits(__m128d v, uint64_t mask) {
+  return _mm_or_pd(v, splat<__m128d>(from_bits(mask)));
+}
+inline __m128 or_bits(__m128 v, uint32_t mask) {
+  return _mm_or_ps(v, splat<__m128>(from_bits(mask)));
+}
 inline __m128d xor_bits(__m128d v, __m128d w) { return _mm_xor_pd(v, w); }
 inline __m128 xor_bits(__m128 v, __m128 w) { return _mm_xor_ps(v, w); }
 #ifdef __AVX__
@@ -281,7 +287,8 @@ inline __m256 both(__m256 a, __m256 b) { return _mm256_and_ps(a, b); }
 /// Sign and exponent of each lane's bit pattern, as a number.
 inline __m128 exponent_field(__m128 x) { return _mm_cvtepi32_ps(_mm_srli_epi32(bits_of(x), 23)); }
 inline __m128d exponent_field(__m128d x) {
-  return _mm_cvtepi32_pd(_mm_srli_epi32(_mm_shuffle_epi32(bits_of(x), _MM_SHUFFLE(3, 1, 3, 1)), 20));
+  return _mm_cvtepi32_pd(
+      _mm_srli_epi32(_mm_shuffle_epi32(bits_of(x), _MM_SHUFFLE(3, 1, 3, 1)), 20));
 }
 inline __m128 to_float(__m128i i) { return _mm_cvtepi32_ps(i); }
 /// Reciprocal by the hardware's estimate: relative error below 1.5 * 2^-12.
@@ -310,10 +317,18 @@ inline __m256 exponent_field(__m256 x) {
 }
 
 /// The nearest whole number, ties to even.
-inline __m256d nearest(__m256d x) { return _mm256_round_pd(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
-inline __m256 nearest(__m256 x) { return _mm256_round_ps(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
-inline __m128d nearest(__m128d x) { return _mm_round_pd(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
-inline __m128 nearest(__m128 x) { return _mm_round_ps(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
+inline __m256d nearest(__m256d x) {
+  return _mm256_round_pd(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
+}
+inline __m256 nearest(__m256 x) {
+  return _mm256_round_ps(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
+}
+inline __m128d nearest(__m128d x) {
+  return _mm_round_pd(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
+}
+inline __m128 nearest(__m128 x) {
+  return _mm_round_ps(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
+}
 #else
 // Without a rounding instruction: adding and taking off 1.5 * 2^52 (2^23), for |x| well below it.
 inline __m128d nearest(__m128d x) { return (x + 0x1.8p52) - 0x1.8p52; }
