@@ -10,5 +10,6 @@ namespace orv_cli {
 void add_math_command(CLI::App& app);
 void add_info_command(CLI::App& app);
 void add_measure_command(CLI::App& app);
+void add_random_command(CLI::App& app);
 
 }  // namespace orv_cli

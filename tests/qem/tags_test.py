@@ -112,11 +112,12 @@ def main(objects):
     missing = expected_units()
     faults, counts, weak = [], {}, {}
     for path in map(pathlib.Path, objects):
-        tag = missing.pop(path.name.split(".")[0], None)
+        random_side = "zok" in path.parts  # all of it is for AVX, whatever a unit is called
+        tag = missing.pop(path.name.split(".")[0], "g9" if random_side else None)
         listing = output("objdump", "-d", "--no-show-raw-insn", "-M", "att", str(path))
         count = sum(1 for _ in instructions(listing))
         counts[tag] = counts.get(tag, 0) + count
-        if tag and count == 0:
+        if tag and count == 0 and not random_side:  # a unit of tables has none
             faults.append(f"{path.name}: no instruction seen")
         faults += [f"{path.name}: {text}" for text in violations(listing, LIMIT[tag or "w7"])]
         # The linker keeps one of several weak symbols of a name, whatever unit it comes from.

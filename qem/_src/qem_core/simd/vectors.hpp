@@ -254,8 +254,6 @@ inline __m128d or_bits(__m128d v, uint64_t mask) {
 inline __m128 or_bits(__m128 v, uint32_t mask) {
   return _mm_or_ps(v, splat<__m128>(from_bits(mask)));
 }
-inline __m128d xor_bits(__m128d v, __m128d w) { return _mm_xor_pd(v, w); }
-inline __m128 xor_bits(__m128 v, __m128 w) { return _mm_xor_ps(v, w); }
 #ifdef __AVX__
 inline __m256d and_bits(__m256d v, uint64_t mask) {
   return _mm256_and_pd(v, splat<__m256d>(from_bits(mask)));

@@ -1,0 +1,266 @@
+/* Random streams: one object for every basic generator, a registry of generators, and the uniform
+ * distributions.
+ *
+ *     StreamState* stream;
+ *     __zokNewStreamEx(&stream, BRNG_MT19937, 1, &seed);
+ *     _zokdRngUniform(0, stream, n, r, 0.0, 1.0);
+ *     __zokDeleteStream(&stream);
+ *
+ * Every function returns a status, RNG_OK or one of the negative codes below, unless said
+ * otherwise. A stream has one user at a time; different streams are independent. The sequence of a
+ * stream does not depend on how it is asked for: any split of a request gives the same numbers. */
+#ifndef ORV_ZOK_H
+#define ORV_ZOK_H
+
+#include <stdint.h>
+
+#ifndef ORV_API
+#define ORV_API __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** Status codes. */
+enum {
+  RNG_OK = 0,
+  RNG_BAD_METHOD = -2,
+  RNG_BAD_ARGS = -3,
+  RNG_NO_MEMORY = -4,
+  RNG_NULL_ENTRY = -5,
+  RNG_INVALID_BRNG = -1000,
+  RNG_LEAPFROG_UNSUPPORTED = -1002,
+  RNG_SKIPAHEAD_UNSUPPORTED = -1003,
+  RNG_BRNGS_INCOMPATIBLE = -1005,
+  RNG_BAD_STATE_SIZE = -1008,
+  RNG_BAD_WORD_SIZE = -1009,
+  RNG_BAD_NSEEDS = -1010,
+  RNG_BAD_NBITS = -1011,
+  RNG_QRNG_EXHAUSTED = -1012,
+  RNG_BAD_NSTREAMS = -1013,
+  RNG_FILE_CLOSE = -1100,
+  RNG_FILE_OPEN = -1101,
+  RNG_FILE_WRITE = -1102,
+  RNG_FILE_READ = -1103,
+  RNG_BAD_FILE_FORMAT = -1110,
+  RNG_UNSUPPORTED_FILE_VERSION = -1111,
+  RNG_ABSTRACT_BAD_COUNT = -1120,
+  RNG_ABSTRACT_NO_DATA = -1121,
+  RNG_ABSTRACT_BAD_FLAVOUR = -1122
+};
+
+/** Generator identifiers. BRNG_WH + 0 to 272 and BRNG_MT2203 + 0 to 1023 are families of
+ * independent generators. The first four, WH and the two low-discrepancy ones also answer to small
+ * numbers: 0 to 3, 4 to 276, 277, 278. */
+enum {
+  BRNG_MCG31M1 = 0x100000,  /**< multiplicative, modulus 2^31 - 1 (L'Ecuyer 1999) */
+  BRNG_R250 = 0x200000,     /**< shift register, 250 words (Kirkpatrick and Stoll 1981) */
+  BRNG_MRG32K3A = 0x300000, /**< combined multiple recursive (L'Ecuyer 1999) */
+  BRNG_MCG59 = 0x400000,    /**< multiplicative, modulus 2^59 */
+  BRNG_WH = 0x500000,    /**< four combined congruential (Wichmann and Hill 1982; Maclaren 1989) */
+  BRNG_SOBOL = 0x600000, /**< low discrepancy (Sobol 1967); planned */
+  BRNG_NIEDERR = 0x700000, /**< low discrepancy (Niederreiter 1988); planned */
+  BRNG_MT19937 = 0x800000, /**< Mersenne Twister (Matsumoto and Nishimura 1998) */
+  BRNG_MT2203 =
+      0x900000, /**< Mersenne Twisters made for independence (Matsumoto, Nishimura 2000) */
+  BRNG_IABSTRACT = 0xA00000, /**< the user's own words */
+  BRNG_DABSTRACT = 0xB00000, /**< the user's own doubles */
+  BRNG_SABSTRACT = 0xC00000, /**< the user's own floats */
+  BRNG_SFMT19937 = 0xD00000  /**< SIMD-oriented Fast Mersenne Twister (Saito and Matsumoto 2008) */
+};
+
+/** The header of a stream's block; the generator's state follows it. */
+typedef struct StreamState {
+  int32_t Brng;       /**< the identifier it was created with */
+  int32_t HeaderMark; /**< 1 */
+  int64_t Chunks;     /**< address of the first chunk, sign-extended; 0 for none */
+} StreamState;
+
+/** Initialise (method 0: n seed words at params), leapfrog (1: n streams, index at params) or skip
+ *  ahead (2: n = 2, a 64-bit count at params, low word first). */
+typedef int32_t (*BrngInitStream)(int32_t method, StreamState* stream, int32_t n,
+                                  const uint32_t* params);
+/** n numbers in [a, b). */
+typedef int32_t (*BrngFloats)(StreamState* stream, int32_t n, float* r, float a, float b);
+typedef int32_t (*BrngDoubles)(StreamState* stream, int32_t n, double* r, double a, double b);
+/** n elements of the generator's WordSize bytes. */
+typedef int32_t (*BrngWords)(StreamState* stream, int32_t n, uint32_t* r);
+
+/** What the registry knows of a generator. */
+typedef struct BrngProperties {
+  int32_t StateSize;    /**< bytes of a stream's block, header included */
+  int32_t NumSeeds;     /**< seed words that make up the state */
+  int32_t IncludesZero; /**< 1 if an exact zero can come out */
+  int32_t WordSize;     /**< bytes of an integer element: 4, 8 or 16 */
+  int32_t NumBits;      /**< significant bits of it */
+  BrngInitStream InitStream;
+  BrngFloats sBRng;
+  BrngDoubles dBRng;
+  BrngWords iBRng;
+} BrngProperties;
+
+/* ---- Streams -------------------------------------------------------------------------------- */
+
+/** Creates a stream from `nseeds` seed words; too few or useless seeds are repaired. If the
+ *  generator's initialisation fails the block stays allocated: delete it. Abstract generators have
+ *  creators of their own and are refused. Errors: RNG_INVALID_BRNG, RNG_NO_MEMORY. */
+ORV_API int32_t __zokNewStreamEx(StreamState** stream, int32_t brng, int32_t nseeds,
+                                 const uint32_t* seeds);
+
+/** Allocates a stream of a generator that has been split by __zokGetBrngBaseOffset, its state not
+ *  initialised. Errors: RNG_INVALID_BRNG, RNG_NO_MEMORY. */
+ORV_API int32_t __zokAllocateStream(StreamState** stream, BrngProperties* table, int32_t brng,
+                                    int32_t row, int32_t offset);
+
+/** Releases a stream with its chunks and writes 0 to *stream. */
+ORV_API int32_t __zokDeleteStream(StreamState** stream);
+
+/** Makes an independent copy. Errors: RNG_NO_MEMORY. */
+ORV_API int32_t __zokCopyStream(StreamState** newStream, StreamState* source);
+
+/** Copies the part of the state that seeds make up, and the chunks, between streams of one
+ *  generator. RNG_BRNGS_INCOMPATIBLE is returned after the copy all the same. */
+ORV_API int32_t __zokCopyStreamState(StreamState* destination, StreamState* source);
+
+/** Makes the stream the k-th of nstreams interleaved ones. Errors: RNG_BAD_NSTREAMS,
+ *  RNG_LEAPFROG_UNSUPPORTED. */
+ORV_API int32_t __zokLeapfrogStream(StreamState* stream, int32_t k, int32_t nstreams);
+
+/** Passes over nskip elements. Errors: RNG_SKIPAHEAD_UNSUPPORTED. */
+ORV_API int32_t __zokSkipAheadStream(StreamState* stream, int64_t nskip);
+
+/** The identifier that the stream was created with (no status). */
+ORV_API int32_t __zokGetStreamStateBrng(StreamState* stream);
+
+/* ---- Registry ------------------------------------------------------------------------------- */
+
+extern ORV_API BrngProperties __RegBrngs[512];
+extern ORV_API BrngProperties __RegBrngsNew[512];
+extern ORV_API int32_t NRegBrngs;
+extern ORV_API int32_t NRegBrngsNew;
+extern ORV_API int32_t NumOffsets[512];
+
+/** Adds a generator and returns its identifier. Errors, in this order: RNG_BAD_STATE_SIZE,
+ *  RNG_BAD_WORD_SIZE, RNG_BAD_NSEEDS, RNG_BAD_NBITS, RNG_NULL_ENTRY. Not beside other registry use.
+ */
+ORV_API int32_t __zokRegisterBrng(const BrngProperties* properties);
+
+/** Errors: RNG_INVALID_BRNG, and then the record is left alone. */
+ORV_API int32_t __zokGetBrngProperties(int32_t brng, BrngProperties* properties);
+
+/** How many generators are registered, the built-in ones included (no status). */
+ORV_API int32_t __zokGetNumRegBrngs(void);
+
+/** Splits an identifier into its table (returned), row and offset, without a check. */
+ORV_API BrngProperties* __zokGetBrngBaseOffset(int32_t brng, int32_t* row, int32_t* offset);
+
+/** RNG_OK or RNG_INVALID_BRNG. */
+ORV_API int32_t __zokIsBrngValid(const BrngProperties* table, int32_t row, int32_t offset);
+
+/* ---- Chunks: private data hung on a stream under an identifier --------------------------------
+ */
+
+/** Hangs `data`, a block from orv_serv_orv_malloc, on the stream and takes it over. Errors:
+ *  RNG_NO_MEMORY, and then data is the caller's still. */
+ORV_API int32_t __zokAddChunk(StreamState* stream, uint32_t id, void* data, int32_t size);
+/** Data of the newest chunk with that identifier, or 0 (no status). */
+ORV_API void* __zokSearchChunk(StreamState* stream, int32_t id);
+/** How many chunks there are (no status). */
+ORV_API int32_t __zokGetNumChunks(StreamState* stream);
+ORV_API int32_t __zokDeleteChunks(StreamState* stream);
+
+/* ---- Abstract streams: numbers from a circular buffer that a callback fills -------------------
+ */
+
+/** Writes at least *nmin and at most *nmax elements into the buffer of *length elements, from index
+ *  *idx on and around its end, and returns how many. */
+typedef int32_t (*AbstractWords)(StreamState* stream, int32_t* length, uint32_t* buffer,
+                                 int32_t* nmin, int32_t* nmax, int32_t* idx);
+typedef int32_t (*AbstractDoubles)(StreamState* stream, int32_t* length, double* buffer,
+                                   int32_t* nmin, int32_t* nmax, int32_t* idx);
+typedef int32_t (*AbstractFloats)(StreamState* stream, int32_t* length, float* buffer,
+                                  int32_t* nmin, int32_t* nmax, int32_t* idx);
+
+/** Creates a stream of the user's numbers, [a, b) being the range they lie in. The buffer of n
+ *  elements stays the user's. An abstract stream serves its own type only; the others get
+ *  RNG_ABSTRACT_BAD_FLAVOUR. Errors: RNG_BAD_ARGS, RNG_NO_MEMORY. */
+ORV_API int32_t __zokiNewAbstractStream(StreamState** stream, int32_t n, uint32_t* buffer,
+                                        AbstractWords callback);
+ORV_API int32_t __zokdNewAbstractStream(StreamState** stream, int32_t n, double* buffer, double a,
+                                        double b, AbstractDoubles callback);
+ORV_API int32_t __zoksNewAbstractStream(StreamState** stream, int32_t n, float* buffer, float a,
+                                        float b, AbstractFloats callback);
+
+/* ---- Files ---------------------------------------------------------------------------------- */
+
+/** Writes a stream with its chunks to a file. `length` bytes of `name` are the file's name, or a
+ *  terminated string if length is negative. Errors: RNG_NO_MEMORY, RNG_FILE_OPEN, RNG_FILE_WRITE,
+ *  RNG_FILE_CLOSE. */
+ORV_API int32_t __zokSaveStreamF(StreamState* stream, const char* name, int32_t length);
+
+/** Creates a stream from a file. *stream must be 0 or a valid stream; a failure deletes that,
+ * success overwrites the pointer. Errors: as above, RNG_FILE_READ, RNG_BAD_FILE_FORMAT,
+ *  RNG_UNSUPPORTED_FILE_VERSION. */
+ORV_API int32_t __zokLoadStreamF(StreamState** stream, const char* name, int32_t length);
+
+/* ---- Basic generators ----------------------------------------------------------------------- */
+
+/* The entries of each generator, as its row holds them. */
+#define ORV_ZOK_GENERATOR(name)                                                                    \
+  ORV_API int32_t __zokBRng##name##InitStream(int32_t method, StreamState* stream, int32_t n,      \
+                                              const uint32_t* params);                             \
+  ORV_API int32_t __zoksBRng##name(StreamState* stream, int32_t n, float* r, float a, float b);    \
+  ORV_API int32_t __zokdBRng##name(StreamState* stream, int32_t n, double* r, double a, double b); \
+  ORV_API int32_t __zokiBRng##name(StreamState* stream, int32_t n, uint32_t* r);
+
+ORV_ZOK_GENERATOR(MCG31M1)
+ORV_ZOK_GENERATOR(R250)
+ORV_ZOK_GENERATOR(MRG32K3A)
+ORV_ZOK_GENERATOR(MCG59)
+ORV_ZOK_GENERATOR(WH)
+ORV_ZOK_GENERATOR(MT19937)
+ORV_ZOK_GENERATOR(MT2203)
+ORV_ZOK_GENERATOR(SFMT19937)
+ORV_ZOK_GENERATOR(iAbstract)
+ORV_ZOK_GENERATOR(dAbstract)
+ORV_ZOK_GENERATOR(sAbstract)
+#undef ORV_ZOK_GENERATOR
+
+/** Multipliers and moduli of the 273 WH generators, and the moduli's reciprocals. */
+extern ORV_API const uint8_t _zok_WH_A[273][4];
+extern ORV_API const uint32_t _zok_WH_M[273][4];
+extern ORV_API const double _zokdWH_IM_Tab[273][4];
+
+/** Twist constant and two tempering masks of the 1024 MT2203 generators. */
+extern ORV_API const uint32_t _zok_mt2203_table[1024][3];
+
+/** a^n modulo 2^31 - 1, 2^59 and m; the exponent's low word comes first (no status). */
+ORV_API uint32_t __zokiPowMod2P31M1(uint32_t a, uint32_t n_low, uint32_t n_high);
+ORV_API uint64_t __zokiPowMod2P59(uint32_t a_low, uint32_t a_high, uint32_t n_low, uint32_t n_high);
+ORV_API uint32_t __zokiPowMod(uint32_t a, uint32_t n_low, uint32_t n_high, uint32_t m);
+/** Replaces v by M^n v modulo m, M having the rows (0, 1, 0), (0, 0, 1), (c[2], c[1], c[0]). */
+ORV_API void __zokiVect3PowMod(uint32_t* v, const uint32_t* c, uint32_t m, uint32_t n_low,
+                               uint32_t n_high);
+
+/* ---- Uniform distributions ------------------------------------------------------------------ */
+
+/** Asks the continuous uniforms to keep each result in [a, b] where rounding would leave it. */
+enum { RNG_ACCURATE = 0x40000000 };
+
+/** n uniform numbers on [a, b). */
+ORV_API int32_t _zokdRngUniform(int32_t method, StreamState* stream, int32_t n, double* r, double a,
+                                double b);
+ORV_API int32_t _zoksRngUniform(int32_t method, StreamState* stream, int32_t n, float* r, float a,
+                                float b);
+/** n uniform integers on [a, b). */
+ORV_API int32_t _zokiRngUniform(int32_t method, StreamState* stream, int32_t n, int32_t* r,
+                                int32_t a, int32_t b);
+/** n elements as the generator makes them, see BrngProperties.WordSize. */
+ORV_API int32_t _zokiRngUniformBits(int32_t method, StreamState* stream, int32_t n, uint32_t* r);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,241 @@
+// Streams of the user's own numbers.
+#include <math.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "stream_support.hpp"
+
+using namespace orv_test;
+
+namespace {
+
+/// The user's side: a counting sequence, and a note of each call.
+template <class T>
+struct Feed {
+  struct Call {
+    int32_t length, least, most, index;
+  };
+  static inline std::vector<Call> calls;
+  static inline uint32_t next;
+  static inline int32_t surplus;       // over what must be delivered
+  static inline int32_t answer_after;  // so many calls come the refusals,
+  static inline int32_t refusal;       // 1 standing for one more than may be
+
+  static void reset(int32_t s = 0) {
+    calls.clear();
+    next = 0;
+    surplus = s;
+    answer_after = INT32_MAX;
+  }
+  static T element(uint32_t k) { return static_cast<T>(k % 4096); }
+
+  static int32_t fill(StreamState*, int32_t* length, T* buffer, int32_t* least, int32_t* most,
+                      int32_t* index) {
+    calls.push_back({*length, *least, *most, *index});
+    if (static_cast<int32_t>(calls.size()) > answer_after) {
+      return refusal == 1 ? *most + 1 : refusal;
+    }
+    const int32_t count = std::min(*most, *least + surplus);
+    for (int32_t i = 0; i < count; ++i) buffer[(*index + i) % *length] = element(next++);
+    return count;
+  }
+};
+
+int32_t create(StreamState** s, int32_t n, uint32_t* buffer) {
+  return __zokiNewAbstractStream(s, n, buffer, Feed<uint32_t>::fill);
+}
+int32_t create(StreamState** s, int32_t n, double* buffer) {
+  return __zokdNewAbstractStream(s, n, buffer, 0, 4096, Feed<double>::fill);
+}
+int32_t create(StreamState** s, int32_t n, float* buffer) {
+  return __zoksNewAbstractStream(s, n, buffer, 0, 4096, Feed<float>::fill);
+}
+int32_t draw(StreamState* s, int32_t n, uint32_t* r) { return _zokiRngUniformBits(0, s, n, r); }
+int32_t draw(StreamState* s, int32_t n, double* r) { return _zokdRngUniform(0, s, n, r, 0, 4096); }
+int32_t draw(StreamState* s, int32_t n, float* r) { return _zoksRngUniform(0, s, n, r, 0, 4096); }
+
+template <class T>
+class Abstract : public testing::Test {
+ protected:
+  void make(int32_t length, int32_t surplus = 0) {
+    Feed<T>::reset(surplus);
+    buffer.assign(length, T(77));
+    drawn = 0;
+    stream.reset();
+    ASSERT_EQ(create(&stream, length, buffer.data()), RNG_OK);
+  }
+  /// The next n numbers are the next of the sequence.
+  void expect_next(int32_t n) {
+    std::vector<T> r(n), expected(n);
+    ASSERT_EQ(draw(stream, n, r.data()), RNG_OK) << n;
+    for (T& x : expected) x = Feed<T>::element(drawn++);
+    ASSERT_EQ(r, expected) << n;
+  }
+
+  Stream stream;
+  std::vector<T> buffer;
+  uint32_t drawn = 0;
+};
+using Types = testing::Types<uint32_t, double, float>;
+TYPED_TEST_SUITE(Abstract, Types);
+
+TYPED_TEST(Abstract, AnySplitGivesTheUsersSequence) {
+  for (const int32_t length : {1, 2, 7, 100, 4097}) {
+    for (const int32_t surplus : {0, 1, 5, 10000}) {
+      SCOPED_TRACE(testing::Message() << length << " with " << surplus);
+      this->make(length, surplus);
+      uint32_t random = 1;
+      for (int request = 0; request < 60; ++request) {
+        random = random * 1664525 + 1013904223;
+        this->expect_next(1 + static_cast<int32_t>((random >> 16) % (request % 4 ? 20 : 500)));
+      }
+    }
+  }
+}
+
+TYPED_TEST(Abstract, TheCallbackIsAskedForWhatIsNeededAndWhatFits) {
+  using F = Feed<TypeParam>;
+  this->make(100);
+  this->expect_next(250);
+  ASSERT_EQ(F::calls.size(), 3u);
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(F::calls[i].length, 100);
+    EXPECT_EQ(F::calls[i].least, i < 2 ? 100 : 50);
+    EXPECT_EQ(F::calls[i].most, 100);
+    EXPECT_EQ(F::calls[i].index, 0);
+  }
+  this->make(100, 20);
+  this->expect_next(30);  // 50 delivered, 20 unread
+  this->expect_next(15);
+  this->expect_next(5);
+  EXPECT_EQ(F::calls.size(), 1u) << "the surplus serves first";
+  this->expect_next(1);
+  ASSERT_EQ(F::calls.size(), 2u);
+  EXPECT_EQ(F::calls[1].least, 1);
+  EXPECT_EQ(F::calls[1].most, 100);
+  EXPECT_EQ(F::calls[1].index, 50);
+}
+
+TYPED_TEST(Abstract, ARefusalKeepsThePositionFromBeforeTheDraw) {
+  using F = Feed<TypeParam>;
+  const struct {
+    int32_t refusal, status;
+  } cases[] = {
+      {0, RNG_ABSTRACT_NO_DATA}, {-1, RNG_ABSTRACT_BAD_COUNT}, {1, RNG_ABSTRACT_BAD_COUNT}};
+  for (const auto& c : cases) {
+    for (const int32_t good_calls : {0, 2}) {
+      this->make(10, 4);
+      this->expect_next(3);  // leaves 4 unread
+      F::answer_after = 1 + good_calls;
+      F::refusal = c.refusal;
+      std::vector<TypeParam> r(50, TypeParam(99));
+      EXPECT_EQ(draw(this->stream, 50, r.data()), c.status);
+      EXPECT_EQ(F::calls.size(), 2u + good_calls);
+      for (int i = 0; i < 4; ++i) EXPECT_EQ(r[i], F::element(3 + i)) << "copied all the same";
+      EXPECT_EQ(r[49], TypeParam(99));
+      F::answer_after = INT32_MAX;
+      if (good_calls == 0) this->expect_next(4 + 3);  // else the buffer has been overwritten
+    }
+  }
+}
+
+TYPED_TEST(Abstract, CopiesShareTheBufferAndKeepTheirPositions) {
+  this->make(100, 100);
+  this->expect_next(10);
+  Stream copy;
+  ASSERT_EQ(__zokCopyStream(&copy, this->stream), RNG_OK);
+  this->expect_next(40);
+  std::vector<TypeParam> r(50);
+  ASSERT_EQ(draw(copy, 50, r.data()), RNG_OK);
+  EXPECT_EQ(r[49], Feed<TypeParam>::element(59));
+  EXPECT_EQ(Feed<TypeParam>::calls.size(), 1u);
+}
+
+TYPED_TEST(Abstract, ServesItsOwnTypeOnlyAndCannotJump) {
+  this->make(10);
+  uint32_t words[4];
+  double doubles[4];
+  float floats[4];
+  const int32_t own = this->stream->Brng;
+  const auto expected = [&](int32_t brng) {
+    return own == brng ? RNG_OK : RNG_ABSTRACT_BAD_FLAVOUR;
+  };
+  EXPECT_EQ(draw(this->stream, 4, words), expected(BRNG_IABSTRACT));
+  EXPECT_EQ(draw(this->stream, 4, doubles), expected(BRNG_DABSTRACT));
+  EXPECT_EQ(draw(this->stream, 4, floats), expected(BRNG_SABSTRACT));
+  EXPECT_EQ(__zokLeapfrogStream(this->stream, 0, 2), RNG_LEAPFROG_UNSUPPORTED);
+  EXPECT_EQ(__zokSkipAheadStream(this->stream, 2), RNG_SKIPAHEAD_UNSUPPORTED);
+  EXPECT_EQ(properties_of(own).InitStream(3, this->stream, 0, words), RNG_BAD_METHOD);
+}
+
+TYPED_TEST(Abstract, ANullBufferIsSeenAtTheDraw) {
+  this->make(10);
+  // The buffer's address is the last but one of the state's words.
+  const size_t end = properties_of(this->stream->Brng).StateSize;
+  memset(reinterpret_cast<char*>(static_cast<StreamState*>(this->stream)) + end - 2 * sizeof(void*),
+         0, sizeof(void*));
+  TypeParam r[3];
+  EXPECT_EQ(draw(this->stream, 3, r), RNG_NULL_ENTRY);
+  EXPECT_TRUE(Feed<TypeParam>::calls.empty());
+}
+
+TYPED_TEST(Abstract, ANegativeLengthIsNeverDelivered) {
+  TypeParam memory[4], r[3];
+  Feed<TypeParam>::reset();
+  ASSERT_EQ(create(&this->stream, -5, memory), RNG_OK);
+  EXPECT_EQ(draw(this->stream, 3, r), RNG_ABSTRACT_BAD_COUNT);
+  Feed<TypeParam>::answer_after = 0;
+  Feed<TypeParam>::refusal = 0;
+  EXPECT_EQ(draw(this->stream, 3, r), RNG_ABSTRACT_BAD_COUNT);
+}
+
+TEST(AbstractCreation, RefusesBadArguments) {
+  uint32_t words[4];
+  double doubles[4];
+  float floats[4];
+  const auto i = Feed<uint32_t>::fill;
+  const auto d = Feed<double>::fill;
+  const auto s = Feed<float>::fill;
+  StreamState* const untouched = reinterpret_cast<StreamState*>(8);
+  StreamState* stream = untouched;
+  EXPECT_EQ(__zokiNewAbstractStream(&stream, 0, words, i), RNG_BAD_ARGS);
+  EXPECT_EQ(__zokiNewAbstractStream(&stream, 4, nullptr, i), RNG_BAD_ARGS);
+  EXPECT_EQ(__zokiNewAbstractStream(&stream, 4, words, nullptr), RNG_BAD_ARGS);
+  EXPECT_EQ(__zokdNewAbstractStream(&stream, 0, doubles, 0, 1, d), RNG_BAD_ARGS);
+  EXPECT_EQ(__zokdNewAbstractStream(&stream, 4, nullptr, 0, 1, d), RNG_BAD_ARGS);
+  EXPECT_EQ(__zokdNewAbstractStream(&stream, 4, doubles, 0, 1, nullptr), RNG_BAD_ARGS);
+  EXPECT_EQ(__zokdNewAbstractStream(&stream, 4, doubles, 1, 1, d), RNG_BAD_ARGS);
+  EXPECT_EQ(__zokdNewAbstractStream(&stream, 4, doubles, 2, 1, d), RNG_BAD_ARGS);
+  EXPECT_EQ(__zoksNewAbstractStream(&stream, 0, floats, 0, 1, s), RNG_BAD_ARGS);
+  EXPECT_EQ(__zoksNewAbstractStream(&stream, 4, nullptr, 0, 1, s), RNG_BAD_ARGS);
+  EXPECT_EQ(__zoksNewAbstractStream(&stream, 4, floats, 0, 1, nullptr), RNG_BAD_ARGS);
+  EXPECT_EQ(__zoksNewAbstractStream(&stream, 4, floats, 1, 1, s), RNG_BAD_ARGS);
+  EXPECT_EQ(stream, untouched);
+  Stream nan;
+  EXPECT_EQ(__zokdNewAbstractStream(&nan, 4, doubles, NAN, 1, d), RNG_OK);
+  Stream other;
+  EXPECT_EQ(__zoksNewAbstractStream(&other, 4, floats, 0, NAN, s), RNG_OK);
+}
+
+TEST(AbstractRange, NumbersMoveToTheRangeThatIsAskedFor) {
+  double doubles[16];
+  float floats[16];
+  Feed<double>::reset();
+  Feed<float>::reset();
+  Stream d, s;
+  ASSERT_EQ(__zokdNewAbstractStream(&d, 16, doubles, -3, 7, Feed<double>::fill), RNG_OK);
+  ASSERT_EQ(__zoksNewAbstractStream(&s, 16, floats, -3, 7, Feed<float>::fill), RNG_OK);
+  double x[40];
+  float y[40];
+  ASSERT_EQ(_zokdRngUniform(0, d, 40, x, 1, 1.3), RNG_OK);
+  ASSERT_EQ(_zoksRngUniform(0, s, 40, y, 1, 1.3f), RNG_OK);
+  for (int k = 0; k < 40; ++k) {
+    const volatile double scaled = ((1.3 - 1) / 10.0) * (k + 3.0);
+    const volatile float scaled_float = ((1.3f - 1.0f) / 10.0f) * (static_cast<float>(k) + 3.0f);
+    EXPECT_EQ(x[k], 1 + scaled);
+    EXPECT_EQ(y[k], 1 + scaled_float);
+  }
+}
+
+}  // namespace

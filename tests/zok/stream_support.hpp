@@ -1,0 +1,163 @@
+// What the tests of streams share: the generators, streams that end with their scope, a generator
+// that tells what it was asked, draws as plain vectors.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <orv/serv.h>
+#include <orv/zok.h>
+#include <string.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace orv_test {
+
+struct Generator {
+  const char* name;
+  int32_t brng;
+};
+
+/// A generator of each family that can be created from seeds.
+inline constexpr Generator generators[] = {
+    {"MCG31M1", BRNG_MCG31M1},     {"R250", BRNG_R250},           {"MRG32K3A", BRNG_MRG32K3A},
+    {"MCG59", BRNG_MCG59},         {"WH", BRNG_WH + 5},           {"MT19937", BRNG_MT19937},
+    {"MT2203", BRNG_MT2203 + 700}, {"SFMT19937", BRNG_SFMT19937},
+};
+
+inline BrngProperties properties_of(int32_t brng) {
+  BrngProperties properties = {};
+  EXPECT_EQ(__zokGetBrngProperties(brng, &properties), RNG_OK) << brng;
+  return properties;
+}
+
+inline size_t state_bytes(int32_t brng) {
+  return static_cast<size_t>(properties_of(brng).StateSize) - sizeof(StreamState);
+}
+
+/// Deletes its stream, if any.
+class Stream {
+ public:
+  Stream() = default;
+  explicit Stream(int32_t brng, uint32_t seed = 4711) {
+    EXPECT_EQ(__zokNewStreamEx(&stream_, brng, 1, &seed), RNG_OK) << brng;
+  }
+  Stream(const Stream&) = delete;
+  Stream& operator=(const Stream&) = delete;
+  ~Stream() { reset(); }
+
+  operator StreamState*() const { return stream_; }
+  StreamState* operator->() const { return stream_; }
+  StreamState** operator&() { return &stream_; }
+  void reset() {
+    if (stream_ != nullptr) __zokDeleteStream(&stream_);
+  }
+
+ private:
+  StreamState* stream_ = nullptr;
+};
+
+inline std::vector<uint32_t> draw_words(StreamState* stream, int32_t n) {
+  std::vector<uint32_t> r(static_cast<size_t>(n) * properties_of(stream->Brng).WordSize / 4);
+  EXPECT_EQ(_zokiRngUniformBits(0, stream, n, r.data()), RNG_OK);
+  return r;
+}
+
+inline std::vector<double> draw_doubles(StreamState* stream, int32_t n) {
+  std::vector<double> r(n);
+  EXPECT_EQ(_zokdRngUniform(0, stream, n, r.data(), 0, 1), RNG_OK);
+  return r;
+}
+
+/// Both go on with the same numbers in every flavour.
+inline void expect_same_future(StreamState* a, StreamState* b) {
+  EXPECT_EQ(draw_doubles(a, 9), draw_doubles(b, 9));
+  EXPECT_EQ(draw_words(a, 700), draw_words(b, 700));
+  float x[7], y[7];
+  _zoksRngUniform(0, a, 7, x, 0, 1);
+  _zoksRngUniform(0, b, 7, y, 0, 1);
+  EXPECT_EQ(memcmp(x, y, sizeof x), 0);
+}
+
+/// Hangs a chunk of `size` bytes on a stream, all of them the value of its identifier.
+inline int32_t add_chunk(StreamState* stream, uint32_t id, int32_t size) {
+  void* const data = orv_serv_orv_malloc(size, 32);
+  if (data == nullptr) return RNG_NO_MEMORY;
+  memset(data, static_cast<int>(id), size);
+  const int32_t status = __zokAddChunk(stream, id, data, size);
+  if (status < 0) orv_serv_orv_free(data);
+  return status;
+}
+
+/// The chunk is there, apart from the other's of that identifier, with these bytes.
+inline void expect_chunk(StreamState* stream, uint32_t id, size_t size,
+                         StreamState* other = nullptr) {
+  const auto* const data = static_cast<const char*>(__zokSearchChunk(stream, id));
+  ASSERT_NE(data, nullptr) << id;
+  if (other != nullptr) {
+    EXPECT_NE(data, __zokSearchChunk(other, id));
+  }
+  EXPECT_EQ(std::string(data, size), std::string(size, static_cast<char>(id)));
+}
+
+/// A file without a place on a disk.
+class MemoryFile {
+ public:
+  MemoryFile() : handle_(memfd_create("stream", 0)) { EXPECT_GE(handle_, 0); }
+  MemoryFile(const MemoryFile&) = delete;
+  MemoryFile& operator=(const MemoryFile&) = delete;
+  ~MemoryFile() { close(handle_); }
+
+  std::string name() const { return "/proc/self/fd/" + std::to_string(handle_); }
+
+ private:
+  int handle_;
+};
+
+/// A registered generator that counts 0, 1, 2, ... and notes what its entries were given.
+struct Spy {
+  static inline int32_t answer = RNG_OK;  // of every entry
+  static inline int32_t method, n;
+  static inline uint32_t params[2];
+  static inline double a, b;
+
+  struct State {
+    uint32_t next;
+  };
+
+  static State& state(StreamState* stream) { return *reinterpret_cast<State*>(stream + 1); }
+
+  static int32_t init(int32_t m, StreamState* stream, int32_t count, const uint32_t* p) {
+    method = m;
+    n = count;
+    memcpy(params, p, m == 2 ? 8 : 4);
+    if (m == 0) state(stream).next = 0;
+    return answer;
+  }
+  template <class T>
+  static int32_t numbers(StreamState* stream, int32_t count, T* r, T from, T to) {
+    a = from;
+    b = to;
+    n = count;
+    for (int32_t i = 0; i < count; ++i) r[i] = static_cast<T>(state(stream).next++);
+    return answer;
+  }
+  static int32_t words(StreamState* stream, int32_t count, uint32_t* r) {
+    n = count;
+    for (int32_t i = 0; i < count; ++i) r[i] = state(stream).next++;
+    return answer;
+  }
+
+  static constexpr BrngProperties properties = {
+      24, 1, 1, 4, 32, init, numbers<float>, numbers<double>, words};
+
+  /// Registered once in a program.
+  static int32_t brng() {
+    static const int32_t identifier = __zokRegisterBrng(&properties);
+    return identifier;
+  }
+};
+
+}  // namespace orv_test

@@ -1,0 +1,77 @@
+// The tables that were found by search are what their generators need.
+#include <gtest/gtest.h>
+#include <orv/zok.h>
+#include <tools/search/mt2203_proof.hpp>
+#include <tools/search/wh_rows.hpp>
+
+#include <set>
+
+using namespace orv_search;
+
+namespace {
+
+WhRow wh_row(int i) {
+  WhRow row;
+  std::copy_n(_zok_WH_A[i], 4, row.a.begin());
+  std::copy_n(_zok_WH_M[i], 4, row.m.begin());
+  return row;
+}
+
+Mt2203Row mt2203_row(int i) {
+  const uint32_t* row = _zok_mt2203_table[i];
+  return {row[0], row[1], row[2]};
+}
+
+TEST(WhTable, HasGivenRows) {
+  for (const auto& [number, row] : given_wh_rows) EXPECT_EQ(wh_row(number), row) << number;
+}
+
+TEST(WhTable, HasFullPeriods) {
+  for (int i = 0; i < wh_rows; ++i) {
+    SCOPED_TRACE(i);
+    const WhRow row = wh_row(i);
+    for (int k = 0; k < 4; ++k) {
+      EXPECT_TRUE(is_prime(row.m[k]));
+      EXPECT_TRUE(row.a[k] >= wh_least_a && row.a[k] <= wh_largest_a);
+      EXPECT_TRUE(is_primitive_root(row.a[k], row.m[k]));
+      EXPECT_EQ(_zokdWH_IM_Tab[i][k], 1.0 / row.m[k]);
+      for (int j = 0; j < k; ++j) {
+        EXPECT_EQ(std::gcd((row.m[j] - 1) / 2, (row.m[k] - 1) / 2), 1u);
+        EXPECT_NE(row.a[j], row.a[k]);
+      }
+    }
+    EXPECT_EQ(wh_row_from(row.m[0]), row);
+  }
+}
+
+TEST(WhTable, HasDistinctModuliOverTheWholeRange) {
+  std::set<uint32_t> moduli;
+  for (int i = 0; i < wh_rows; ++i)
+    for (uint32_t m : _zok_WH_M[i]) EXPECT_TRUE(moduli.insert(m).second) << i << ": " << m;
+  EXPECT_EQ(*moduli.begin(), wh_lowest);
+  EXPECT_EQ(*moduli.rbegin(), wh_highest);
+}
+
+TEST(Mt2203Table, HasGivenAndDistinctRows) {
+  for (const auto& [number, row] : given_mt2203_rows) EXPECT_EQ(mt2203_row(number), row) << number;
+  std::set<uint32_t> seen;
+  for (int i = 0; i < 1024; ++i) EXPECT_TRUE(seen.insert(mt2203_row(i).matrix_a).second) << i;
+}
+
+// verify_mt2203_table proves all rows.
+TEST(Mt2203Table, SampleOfRowsIsProven) {
+  const CharacteristicPolynomials polynomials;
+  for (int i : {0, 3, 511, 1022, 1023})
+    EXPECT_EQ(fault_of(polynomials, mt2203_row(i)), nullptr) << i;
+}
+
+TEST(Mt2203Proof, RefusesOtherRows) {
+  const CharacteristicPolynomials polynomials;
+  const Mt2203Row given = given_mt2203_rows[0].row;
+  EXPECT_STREQ(fault_of(polynomials, {given.matrix_a ^ 2, given.temper_b, given.temper_c}),
+               "the period is not 2^2203 - 1");
+  EXPECT_STREQ(fault_of(polynomials, {given.matrix_a, given.temper_b, given.temper_c ^ 1u << 30}),
+               "the equidistribution is poor");
+}
+
+}  // namespace

@@ -1,0 +1,33 @@
+// From a stream to its generator's row.
+#pragma once
+
+#include <orv/zok.h>
+#include <stddef.h>
+
+namespace orv {
+
+/// Identifiers from here on are a row's number + 1 times this, plus an offset.
+inline constexpr int32_t row_step = 0x100000;
+
+namespace {
+
+/// Each unit's own way to the exported entry.
+inline BrngProperties* _GetBrngBaseOffset(int32_t brng, int32_t* row, int32_t* offset) {
+  return __zokGetBrngBaseOffset(brng, row, offset);
+}
+
+/// The row of an identifier, looked up anew on every use.
+inline const BrngProperties& generator(int32_t brng) {
+  int32_t row, offset;
+  const BrngProperties* const table = _GetBrngBaseOffset(brng, &row, &offset);
+  return table[row];
+}
+
+}  // namespace
+
+/// Bytes of a block behind the header.
+inline size_t state_bytes(const BrngProperties& properties) {
+  return static_cast<size_t>(properties.StateSize) - sizeof(StreamState);
+}
+
+}  // namespace orv

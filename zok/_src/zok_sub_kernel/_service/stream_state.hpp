@@ -1,0 +1,22 @@
+// A stream's block as a generator sees it: the header, then the generator's own state record.
+#pragma once
+
+#include <orv/zok.h>
+#include <stdint.h>
+
+namespace orv {
+
+/// What a generator's InitStream is asked for.
+enum Method : int32_t { seed_stream = 0, leapfrog_stream = 1, skip_ahead_stream = 2 };
+
+/// The state record behind the header.
+template <class State>
+State& state_of(StreamState* stream) {
+  static_assert(sizeof(StreamState) == 16);
+  return *reinterpret_cast<State*>(stream + 1);
+}
+
+/// The upper half of a number that is extended to 64 bits with its sign.
+inline uint32_t high_word(int32_t n) { return n < 0 ? 0xFFFFFFFF : 0; }
+
+}  // namespace orv

@@ -1,0 +1,178 @@
+// R250: w(n) = w(n - 250) xor w(n - 147), a generalised feedback shift register.
+// S. Kirkpatrick and E. Stoll, A very fast shift-register sequence random number generator, Journal
+// of Computational Physics 40 (1981). Period 2^250 - 1.
+#include "../_service/scaling.hpp"
+#include "../_service/stream_state.hpp"
+
+namespace orv {
+inline namespace ORV_TAG {
+namespace {
+
+constexpr int32_t length = 250, lag = 147;
+constexpr double unit = 0x1p-32;
+
+struct State {
+  uint32_t X[length];
+  uint32_t I;  // the oldest word
+  uint32_t J;  // the word `lag` steps old
+};
+
+constexpr uint32_t first_J = length - lag;
+
+int32_t smaller(int32_t a, int32_t b) { return a < b ? a : b; }
+
+// ---- The recurrence ----------------------------------------------------------------------------
+
+/// r = a xor b. r lies apart from a and b, or follows them at a distance of eight words or more.
+/// Whole vectors lie on their boundaries in r; the first and the last one share words with them.
+void xor_all(uint32_t* r, const uint32_t* a, const uint32_t* b, int32_t count) {
+  const auto load = [](const uint32_t* p) {
+    return _mm256_loadu_ps(reinterpret_cast<const float*>(p));
+  };
+  const auto xor_eight = [&](int32_t k) {
+    _mm256_storeu_ps(reinterpret_cast<float*>(r + k), _mm256_xor_ps(load(a + k), load(b + k)));
+  };
+  if (count >= 8) {
+    xor_eight(0);
+    auto k = static_cast<int32_t>((-reinterpret_cast<uintptr_t>(r) & 31) / sizeof(uint32_t));
+#pragma GCC unroll 4
+    for (; k <= count - 8; k += 8) xor_eight(k);
+    return xor_eight(count - 8);
+  }
+  for (int32_t k = 0; k < count; ++k) {
+    uint32_t x, y;
+    memcpy(&x, a + k, sizeof x);
+    memcpy(&y, b + k, sizeof y);
+    x ^= y;
+    memcpy(r + k, &x, sizeof x);
+  }
+}
+
+/// Moves an index on, around the end.
+void advance(uint32_t& index, int32_t count) {
+  index += static_cast<uint32_t>(count);
+  if (index == length) index = 0;
+}
+
+int32_t words_to_end(uint32_t index) { return length - static_cast<int32_t>(index); }
+
+void draw_few(State& state, int32_t n, uint32_t* r) {
+  for (int32_t k = 0; k < n;) {
+    const int32_t to_end = smaller(words_to_end(state.I), words_to_end(state.J));
+    const int32_t count = smaller(n - k, to_end);
+    uint32_t* const oldest = state.X + state.I;
+    xor_all(r + k, oldest, state.X + state.J, count);
+    memcpy(oldest, r + k, count * sizeof(uint32_t));
+    advance(state.I, count);
+    advance(state.J, count);
+    k += count;
+  }
+}
+
+/// The words in order of age, the oldest first.
+void rotate(State& state) {
+  if (state.I == 0) return;
+  uint32_t copy[length];
+  const auto newer = static_cast<int32_t>(state.I);
+  memcpy(copy, state.X + newer, (length - newer) * sizeof(uint32_t));
+  memcpy(copy + length - newer, state.X, newer * sizeof(uint32_t));
+  memcpy(state.X, copy, sizeof copy);
+  state.I = 0;
+  state.J = first_J;
+}
+
+/// The output is the register: the state is read for the first words and written at the end. From
+/// the 251st on, the recurrence squared: w(n) = w(n - 500) xor w(n - 294), since words that were
+/// stored a moment ago are slow to load at another alignment.
+void draw_many(State& state, int32_t n, uint32_t* r) {
+  rotate(state);
+  const uint32_t* const x = state.X;
+  xor_all(r, x, x + first_J, lag);
+  for(int k=lag;k<length-8;k+=8) _mm256_storeu_si256((__m256i*)(r+k), _mm256_castps_si256(_mm256_xor_ps(_mm256_xor_ps(_mm256_loadu_ps((float*)x+k),_mm256_loadu_ps((float*)x+k-147)),_mm256_loadu_ps((float*)x+k-44))));
+  const int32_t direct = 2 * lag - length;
+  xor_all(r + length, x, x + length - direct, smaller(n - length, direct));
+  if (n > 2 * lag) xor_all(r + 2 * lag, x + direct, r, smaller(n, 2 * length) - 2 * lag);
+  if (n > 2 * length) xor_all(r + 2 * length, r, r + 2 * first_J, n - 2 * length);
+  if (n < 3 * length) {
+    memcpy(state.X, r + n - length, sizeof state.X);
+  } else {  // rather than load the last words again
+    xor_all(state.X, r + n - 3 * length, r + n - 3 * length + 2 * first_J, length);
+  }
+}
+
+// ---- Drawing -----------------------------------------------------------------------------------
+
+/// One word is made even when none is asked for.
+int32_t at_least_one(int32_t n) { return n < 1 ? 1 : n; }
+
+/// Indices beyond the register, as a damaged file may hold, start over.
+void draw(State& state, int32_t n, uint32_t* r) {
+  if (state.I >= uint32_t{length} || state.J >= uint32_t{length}) {
+    state.I = 0;
+    state.J = first_J;
+  }
+  n < length ? draw_few(state, n, r) : draw_many(state, n, r);
+}
+
+template <class T>
+void draw_numbers(State& state, int32_t n, T* r, T a, T b) {
+  n = at_least_one(n);
+  uint32_t* const words = upper_half(r, n);
+  draw(state, n, words);
+  Scaled<T>(r, a, b, unit).all(n, words);
+}
+
+// ---- Seeds -------------------------------------------------------------------------------------
+
+/// A full register of seeds is taken as it is. Otherwise a congruential generator fills it, and
+/// each bit's column gets a word that makes the 32 columns linearly independent.
+void initialise(State& state, int32_t nseeds, const uint32_t* seeds) {
+  if (nseeds >= length) {
+    memcpy(state.X, seeds, sizeof state.X);
+  } else {
+    uint32_t v = nseeds < 1 || seeds[0] == 0 ? 1 : seeds[0];
+    for (uint32_t& word : state.X) word = v *= 69069;
+    for (int k = 0; k < 32; ++k) {
+      uint32_t& word = state.X[3 + 7 * k];
+      word = (word & 0xFFFFFFFF >> k) | 0x80000000 >> k;
+    }
+  }
+  state.I = 0;
+  state.J = first_J;
+}
+
+}  // namespace
+}  // namespace ORV_TAG
+}  // namespace orv
+
+using namespace orv;
+
+int32_t __zokBRngR250InitStream(int32_t method, StreamState* stream, int32_t n,
+                                const uint32_t* params) {
+  switch (method) {
+    case seed_stream:
+      initialise(state_of<State>(stream), n, params);
+      return RNG_OK;
+    case leapfrog_stream:
+      return RNG_LEAPFROG_UNSUPPORTED;
+    case skip_ahead_stream:
+      return RNG_SKIPAHEAD_UNSUPPORTED;
+    default:
+      return RNG_BAD_METHOD;
+  }
+}
+
+int32_t __zoksBRngR250(StreamState* stream, int32_t n, float* r, float a, float b) {
+  draw_numbers(state_of<State>(stream), n, r, a, b);
+  return RNG_OK;
+}
+
+int32_t __zokdBRngR250(StreamState* stream, int32_t n, double* r, double a, double b) {
+  draw_numbers(state_of<State>(stream), n, r, a, b);
+  return RNG_OK;
+}
+
+int32_t __zokiBRngR250(StreamState* stream, int32_t n, uint32_t* r) {
+  draw(state_of<State>(stream), at_least_one(n), r);
+  return RNG_OK;
+}
