@@ -272,6 +272,7 @@ TEST(Congruential, SeedsAreRepaired) {
       {BRNG_MCG31M1, {4294967295}},
       {BRNG_MCG59, {}},
       {BRNG_MCG59, {0}},
+      {BRNG_MCG59, {5}},
       {BRNG_MCG59, {0, 0xF8000000}},
       {BRNG_MCG59, {6, 0xFFFFFFFF, 7}},
       {BRNG_MRG32K3A, {}},
@@ -284,6 +285,7 @@ TEST(Congruential, SeedsAreRepaired) {
       {BRNG_R250, register_of_seeds},
       {5, {}},
       {5, {m[0]}},
+      {5, {9, 10}},
       {5, {0, m[1], m[2] + 1, 4294967295, 6}},
   };
   for (const Repair& repair : repairs) {

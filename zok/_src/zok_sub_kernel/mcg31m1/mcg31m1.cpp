@@ -40,7 +40,7 @@ __m128i multiply(__m128i twice_a, __m128i x) {
 
 // ---- Drawing -----------------------------------------------------------------------------------
 
-/// The next `block` elements: the first ones in sequence, then each lane on its own.
+/// The next 16 elements: at first made in sequence, then each lane on its own.
 class Block {
  public:
   static constexpr int vectors = 4;

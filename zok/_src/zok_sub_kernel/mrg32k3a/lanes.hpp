@@ -84,7 +84,7 @@ class Window {
   __m256d four(int k) const { return vectors_[1 + k]; }
 
   /// Replaces each vector by its successor, eight further on.
-  [[gnu::always_inline]] void advance() {
+  void advance() {
     __m256d* const v = vectors_ + 1;
     vectors_[0] = v[window_vectors - 1];
 #pragma GCC unroll 8

@@ -43,8 +43,8 @@ class Steps {
   /// The word that they make.
   static uint32_t word(__m128d xy) {
     const __m128d residues = not_negative(xy, moduli());
-    const double z = residues[0] - residues[1];
-    return to_word(z < 0 ? z + m1 : z);
+    const __m128d difference = residues - _mm_unpackhi_pd(residues, residues);
+    return to_word(_mm_cvtsd_f64(not_negative(difference, moduli())));
   }
 
   void save(State& state) const {
@@ -69,36 +69,50 @@ __m256d words(__m256d x, __m256d y) {
   return not_negative(not_negative(x, modulus) - not_negative(y, _mm256_set1_pd(m2)), modulus);
 }
 
-/// All elements from the first window's on; returns the last three steps in `state`.
-template <class Output>
-void draw_windows(State& state, int32_t n, const Output& out) {
+struct Windows {
   Window<X> x;
   Window<Y> y;
-  Steps steps(state);
-  int32_t i = 0;
-  for (; i < window_size; ++i) {
-    const __m128d xy = steps.next();
-    x.set(i, xy[0]);
-    y.set(i, xy[1]);
-    out.one(i, Steps::word(xy));
-  }
-  for (; i <= n - window_size; i += window_size) {
-    x.advance();
-    y.advance();
-    for (int k = 0; k < window_vectors; ++k) out.four(i + 4 * k, words(x.four(k), y.four(k)));
-  }
-  int32_t done = window_size;
-  if (i < n) {
-    x.advance();
-    y.advance();
-    for (done = 0; i < n; ++i, ++done) {
-      out.one(i, Steps::word(_mm_setr_pd(x.get(done), y.get(done))));
+
+  explicit Windows(Steps steps) {
+    double xy[window_size][2];
+    for (auto& pair : xy) _mm_storeu_pd(pair, steps.next());
+    for (int i = 0; i < window_size; ++i) {
+      x.set(i, xy[i][0]);
+      y.set(i, xy[i][1]);
     }
   }
-  for (int k = 0; k < 3; ++k) {
-    state.S[k] = to_word(x.residue(done - 3 + k));
-    state.S[3 + k] = to_word(y.residue(done - 3 + k));
+
+  void advance() {
+    x.advance();
+    y.advance();
   }
+
+  /// The three elements before number i.
+  void save(State& state, int i) const {
+    for (int k = 0; k < 3; ++k) {
+      state.S[k] = to_word(x.residue(i - 3 + k));
+      state.S[3 + k] = to_word(y.residue(i - 3 + k));
+    }
+  }
+};
+
+template <class Output>
+void draw_windows(State& state, int32_t n, const Output& out) {
+  Windows window{Steps(state)};
+  int32_t i = 0;
+  for (;;) {
+    for (int k = 0; k < window_vectors; ++k) {
+      out.four(i + 4 * k, words(window.x.four(k), window.y.four(k)));
+    }
+    i += window_size;
+    if (i == n) return window.save(state, window_size);
+    window.advance();
+    if (i > n - window_size) break;
+  }
+  for (int k = 0; k < n - i; ++k) {
+    out.one(i + k, Steps::word(_mm_setr_pd(window.x.get(k), window.y.get(k))));
+  }
+  window.save(state, n - i);
 }
 
 template <class Output>

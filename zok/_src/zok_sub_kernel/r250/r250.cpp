@@ -88,16 +88,12 @@ void draw_many(State& state, int32_t n, uint32_t* r) {
   rotate(state);
   const uint32_t* const x = state.X;
   xor_all(r, x, x + first_J, lag);
-  for(int k=lag;k<length-8;k+=8) _mm256_storeu_si256((__m256i*)(r+k), _mm256_castps_si256(_mm256_xor_ps(_mm256_xor_ps(_mm256_loadu_ps((float*)x+k),_mm256_loadu_ps((float*)x+k-147)),_mm256_loadu_ps((float*)x+k-44))));
+  xor_all(r + lag, x + lag, r, first_J);
   const int32_t direct = 2 * lag - length;
   xor_all(r + length, x, x + length - direct, smaller(n - length, direct));
   if (n > 2 * lag) xor_all(r + 2 * lag, x + direct, r, smaller(n, 2 * length) - 2 * lag);
   if (n > 2 * length) xor_all(r + 2 * length, r, r + 2 * first_J, n - 2 * length);
-  if (n < 3 * length) {
-    memcpy(state.X, r + n - length, sizeof state.X);
-  } else {  // rather than load the last words again
-    xor_all(state.X, r + n - 3 * length, r + n - 3 * length + 2 * first_J, length);
-  }
+  memcpy(state.X, r + n - length, sizeof state.X);
 }
 
 // ---- Drawing -----------------------------------------------------------------------------------
