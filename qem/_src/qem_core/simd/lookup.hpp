@@ -1,7 +1,7 @@
 // Table look-up, a table entry a lane.
 //
-// Indices travel through memory: a store and scalar loads leave the shuffle port to the entries,
-// and measured a fifth faster than extracting the lanes (double exponential, either word size).
+// Indices travel through memory: a store and scalar loads leave the shuffle port to the entries.
+// The double exponential took 0.85 (64-bit) and 0.93 (32-bit) of its time with extracted lanes.
 #pragma once
 
 #include <stddef.h>

@@ -1,11 +1,11 @@
 // The Mersenne Twister (Matsumoto and Nishimura 1998) with 32-bit words, for any parameters:
 //
 //   struct Family {
-//     static constexpr int32_t length, middle;          // N and M
-//     static constexpr uint32_t lower;                  // mask of the bits taken from the next
-//     word static constexpr int temper_shift;                // the first shift of tempering struct
-//     State { uint32_t mt[length], index; ... }; static TwisterConstants constants(const State&
-//     state);
+//     static constexpr int32_t length, middle;   // N and M
+//     static constexpr uint32_t lower;           // mask of the bits taken from the next word
+//     static constexpr int temper_shift;         // the first shift of tempering
+//     struct State { uint32_t mt[length], index; ... };
+//     static TwisterConstants constants(const State& state);
 //   };
 //
 // The table holds words before tempering. Formulas are written for one word and four lanes alike.
