@@ -64,27 +64,18 @@ int32_t create_abstract(StreamState** stream, int32_t brng, int32_t count,
 
 template <class T>
 int32_t init_abstract(int32_t method, StreamState* stream, const uint32_t* params) {
-  switch (method) {
-    case seed_stream: {
-      const auto& parameters = *reinterpret_cast<const AbstractParameters<T>*>(params);
-      auto& state = state_of<AbstractState<T>>(stream);
-      state.Length = state.Free = *parameters.n;
-      state.Position = 0;
-      if constexpr (requires { parameters.a; }) {
-        state.RangeA = *parameters.a;
-        state.RangeB = *parameters.b;
-      }
-      state.Buffer = parameters.buffer;
-      state.Callback = parameters.callback;
-      return RNG_OK;
-    }
-    case leapfrog_stream:
-      return RNG_LEAPFROG_UNSUPPORTED;
-    case skip_ahead_stream:
-      return RNG_SKIPAHEAD_UNSUPPORTED;
-    default:
-      return RNG_BAD_METHOD;
+  if (method != seed_stream) return refuse_method(method);
+  const auto& parameters = *reinterpret_cast<const AbstractParameters<T>*>(params);
+  auto& state = state_of<AbstractState<T>>(stream);
+  state.Length = state.Free = *parameters.n;
+  state.Position = 0;
+  if constexpr (requires { parameters.a; }) {
+    state.RangeA = *parameters.a;
+    state.RangeB = *parameters.b;
   }
+  state.Buffer = parameters.buffer;
+  state.Callback = parameters.callback;
+  return RNG_OK;
 }
 
 /// The place `count` elements behind `position`; neither is above the length.

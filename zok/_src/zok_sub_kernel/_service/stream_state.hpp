@@ -9,6 +9,18 @@ namespace orv {
 /// What a generator's InitStream is asked for.
 enum Method : int32_t { seed_stream = 0, leapfrog_stream = 1, skip_ahead_stream = 2 };
 
+/// The answer to a method other than seeding: these generators can't be moved along.
+inline int32_t refuse_method(int32_t method) {
+  switch (method) {
+    case leapfrog_stream:
+      return RNG_LEAPFROG_UNSUPPORTED;
+    case skip_ahead_stream:
+      return RNG_SKIPAHEAD_UNSUPPORTED;
+    default:
+      return RNG_BAD_METHOD;
+  }
+}
+
 /// The state record behind the header.
 template <class State>
 State& state_of(StreamState* stream) {

@@ -108,18 +108,6 @@ void spread(int32_t n, const uint32_t* words, const Out& out, const Map& map) {
   }
 }
 
-/// The answer to a method other than seeding: these registers can't be moved along.
-inline int32_t refuse_method(int32_t method) {
-  switch (method) {
-    case leapfrog_stream:
-      return RNG_LEAPFROG_UNSUPPORTED;
-    case skip_ahead_stream:
-      return RNG_SKIPAHEAD_UNSUPPORTED;
-    default:
-      return RNG_BAD_METHOD;
-  }
-}
-
 /// Seed words as array seeding takes them: none at all stand for the single word 1.
 class SeedWords {
  public:

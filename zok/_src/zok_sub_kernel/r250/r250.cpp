@@ -101,12 +101,10 @@ void draw_many(State& state, int32_t n, uint32_t* r) {
 /// One word is made even when none is asked for.
 int32_t at_least_one(int32_t n) { return n < 1 ? 1 : n; }
 
-/// Indices beyond the register, as a damaged file may hold, start over.
+/// J follows from I. An index beyond the register, as a damaged file may hold, starts over.
 void draw(State& state, int32_t n, uint32_t* r) {
-  if (state.I >= uint32_t{length} || state.J >= uint32_t{length}) {
-    state.I = 0;
-    state.J = first_J;
-  }
+  if (state.I >= uint32_t{length}) state.I = 0;
+  state.J = (state.I + first_J) % length;
   n < length ? draw_few(state, n, r) : draw_many(state, n, r);
 }
 
@@ -145,17 +143,9 @@ using namespace orv;
 
 int32_t __zokBRngR250InitStream(int32_t method, StreamState* stream, int32_t n,
                                 const uint32_t* params) {
-  switch (method) {
-    case seed_stream:
-      initialise(state_of<State>(stream), n, params);
-      return RNG_OK;
-    case leapfrog_stream:
-      return RNG_LEAPFROG_UNSUPPORTED;
-    case skip_ahead_stream:
-      return RNG_SKIPAHEAD_UNSUPPORTED;
-    default:
-      return RNG_BAD_METHOD;
-  }
+  if (method != seed_stream) return refuse_method(method);
+  initialise(state_of<State>(stream), n, params);
+  return RNG_OK;
 }
 
 int32_t __zoksBRngR250(StreamState* stream, int32_t n, float* r, float a, float b) {
