@@ -8,8 +8,8 @@ import subprocess
 import sys
 
 NEEDED = {  # what each library may need, and must
-    "liborv_qem_avx.so": ({"libc.so.6", "libm.so.6", "liborv_serv.so"},
-                          {"libc.so.6", "liborv_serv.so"}),
+    "liborv_qem_avx.so": ({"libc.so.6", "libm.so.6", "libopenblas.so.0", "liborv_serv.so"},
+                          {"libc.so.6", "libopenblas.so.0", "liborv_serv.so"}),
     "liborv_serv.so": ({"libc.so.6"}, {"libc.so.6"}),
 }
 

@@ -1,0 +1,294 @@
+// Thread services: every item once, in order where that is promised, whoever calls from wherever.
+#include "orv/threads.h"
+
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <barrier>
+#include <cfenv>
+#include <chrono>
+#include <cstdlib>
+#include <functional>
+#include <numeric>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using Function = std::function<void(int32_t item, int32_t thread, int32_t threads)>;
+
+void call(int32_t item, int32_t thread, int32_t threads, void* args) {
+  (*static_cast<const Function*>(args))(item, thread, threads);
+}
+
+/// A slot of a table, called with a function object.
+using Slot = decltype(SSThreadServices::run_items);
+void run(Slot slot, int32_t items, int32_t threads, Function function) {
+  slot(items, threads, &function, call);
+}
+void run(decltype(SSThreadServices::run_threads) slot, int32_t threads, Function function) {
+  slot(threads, &function, call);
+}
+void in_order(const SSThreadServices* s, int32_t item, int32_t thread, int32_t threads,
+              Function function) {
+  s->run_in_order(item, thread, threads, &function, call);
+}
+
+/// Items take odd times, and so end out of order.
+void sleep_oddly(int32_t item) {
+  std::this_thread::sleep_for(std::chrono::microseconds(item * 7919 % 13 * 40));
+}
+
+/// Either table, with thread counts of the pool from one to more than there are processors.
+struct Table {
+  const char* name;
+  const SSThreadServices* services;
+  int32_t count;
+};
+std::vector<Table> tables() {
+  std::vector<Table> list = {{"serial", orv_threads_serial(), 1}};
+  for (const int32_t count : {1, 2, 3, 4, 8, 40})
+    list.push_back({"pool", orv_threads_pool(), count});
+  return list;
+}
+
+class Threads : public testing::Test {
+ protected:
+  ~Threads() override { orv_threads_set_count(0); }
+};
+
+TEST_F(Threads, RunEveryItemOnceWithThreadNumbersOfTheirOwn) {
+  for (const Table& table : tables()) {
+    const auto* const s = table.services;
+    const int32_t count = table.count;
+    orv_threads_set_count(count);
+    EXPECT_EQ(s->max_threads(), count) << table.name;
+    for (const Slot slot : {s->run_items, s->run_ascending}) {
+      for (const int32_t items : {0, 1, 2, 7, 300}) {
+        for (const int32_t asked : {0, 1, 3, 100}) {
+          std::vector<std::atomic<int>> times(items), busy(128);
+          std::atomic<int> wrong = 0;
+          run(slot, items, asked, [&](int32_t item, int32_t thread, int32_t threads) {
+            ++times.at(item);
+            const bool allowed = threads <= count && (asked == 0 || threads <= asked);
+            if (!allowed || thread < 0 || thread >= threads || busy.at(thread)++ != 0) ++wrong;
+            if (items < 10) sleep_oddly(item);
+            --busy[thread];
+          });
+          EXPECT_EQ(wrong, 0) << table.name << count << " items " << items << " asked " << asked;
+          for (const auto& n : times) ASSERT_EQ(n, 1) << table.name << count << " items " << items;
+        }
+      }
+    }
+  }
+}
+
+TEST_F(Threads, RunEveryThreadIndexOnce) {
+  for (const Table& table : tables()) {
+    const auto* const s = table.services;
+    const int32_t count = table.count;
+    orv_threads_set_count(count);
+    for (const int32_t asked : {0, 1, 2, 5, 8, 100}) {
+      const int32_t expected = asked == 0 ? count : asked;
+      std::vector<std::atomic<int>> times(expected);
+      std::atomic<int> wrong = 0;
+      run(s->run_threads, asked, [&](int32_t index, int32_t zero, int32_t threads) {
+        ++times.at(index);
+        if (zero != 0 || threads != expected) ++wrong;
+      });
+      EXPECT_EQ(wrong, 0) << table.name << count << " asked " << asked;
+      for (const auto& n : times) ASSERT_EQ(n, 1) << table.name << count << " asked " << asked;
+    }
+  }
+}
+
+TEST_F(Threads, GiveEachIndexAThreadOfItsOwn) {
+  orv_threads_set_count(6);
+  std::barrier all_there(6);  // would never open for fewer
+  run(orv_threads_pool()->run_threads, 6,
+      [&](int32_t, int32_t, int32_t) { all_there.arrive_and_wait(); });
+  std::barrier again(6);
+  run(orv_threads_pool()->run_items, 6, 0,
+      [&](int32_t, int32_t, int32_t) { again.arrive_and_wait(); });
+}
+
+TEST_F(Threads, StartAscendingAndKeepTheOrder) {
+  constexpr int32_t items = 60;
+  std::vector<int32_t> expected(items);
+  std::iota(expected.begin(), expected.end(), 0);
+  for (const Table& table : tables()) {
+    const auto* const s = table.services;
+    const int32_t count = table.count;
+    orv_threads_set_count(count);
+    std::vector<int32_t> order;  // unguarded: run_in_order is the guard
+    std::atomic<int32_t> begun = 0, wrong = 0;
+    run(s->run_ascending, items, 0, [&](int32_t item, int32_t thread, int32_t threads) {
+      // An item begins when all below have been taken; as many as there are threads may overlap.
+      if (std::abs(begun++ - item) >= count) ++wrong;
+      sleep_oddly(item);
+      in_order(s, item, thread, threads, [&](int32_t i, int32_t t, int32_t n) {
+        if (i != item || t != thread || n != threads) ++wrong;
+        sleep_oddly(items - i);
+        order.push_back(i);
+      });
+      if (item % 3 == 0) sleep_oddly(item);
+    });
+    EXPECT_EQ(wrong, 0) << table.name << count;
+    EXPECT_EQ(order, expected) << table.name << count;
+  }
+}
+
+TEST_F(Threads, ItemsMayLeaveOutTheOrderedSection) {
+  orv_threads_set_count(4);
+  const auto* s = orv_threads_pool();
+  std::vector<int32_t> order;
+  run(s->run_ascending, 30, 0, [&](int32_t item, int32_t thread, int32_t threads) {
+    sleep_oddly(item);
+    if (item % 3 == 0) return;
+    in_order(s, item, thread, threads, [&](int32_t i, int32_t, int32_t) { order.push_back(i); });
+  });
+  EXPECT_EQ(order.size(), 20u);
+  EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
+}
+
+TEST_F(Threads, JobsFromInsideAnItemStayOnItsThread) {
+  orv_threads_set_count(4);
+  const auto* s = orv_threads_pool();
+  std::atomic<int> runs = 0, wrong = 0;
+  std::vector<int32_t> order;
+  const auto nest = [&](int32_t outer, int32_t outer_thread, int32_t outer_threads) {
+    const auto here = std::this_thread::get_id();
+    const auto expect_here = [&](int32_t, int32_t thread, int32_t) {
+      ++runs;
+      if (std::this_thread::get_id() != here || thread != 0 || s->max_threads() != 1) ++wrong;
+    };
+    run(s->run_items, 5, 3, expect_here);
+    run(s->run_threads, 3, expect_here);
+    std::vector<int32_t> inner_order;
+    run(s->run_ascending, 4, 0, [&](int32_t item, int32_t thread, int32_t threads) {
+      expect_here(item, thread, threads);
+      in_order(s, item, thread, threads,
+               [&](int32_t i, int32_t, int32_t) { inner_order.push_back(i); });
+    });
+    if (inner_order != std::vector<int32_t>{0, 1, 2, 3}) ++wrong;
+    in_order(s, outer, outer_thread, outer_threads,
+             [&](int32_t i, int32_t, int32_t) { order.push_back(i); });
+  };
+  run(s->run_ascending, 8, 0, nest);
+  EXPECT_EQ(runs, 8 * (5 + 3 + 4));
+  EXPECT_EQ(wrong, 0);
+  EXPECT_EQ(order, (std::vector<int32_t>{0, 1, 2, 3, 4, 5, 6, 7}));
+}
+
+TEST_F(Threads, ServeSeveralCallers) {
+  orv_threads_set_count(3);
+  const auto* s = orv_threads_pool();
+  std::vector<int64_t> sums(6);
+  std::vector<std::thread> callers;
+  for (int64_t& sum : sums) {
+    callers.emplace_back([&sum, s] {
+      for (int round = 0; round < 50; ++round) {
+        run(s->run_ascending, 20, 0, [&](int32_t item, int32_t thread, int32_t threads) {
+          in_order(s, item, thread, threads, [&](int32_t i, int32_t, int32_t) { sum += i; });
+        });
+      }
+    });
+  }
+  for (auto& caller : callers) caller.join();
+  for (const int64_t sum : sums) EXPECT_EQ(sum, 50 * 190);
+}
+
+TEST_F(Threads, CountComesFromTheEnvironment) {
+  cpu_set_t set;
+  ASSERT_EQ(sched_getaffinity(0, sizeof set, &set), 0);
+  const int32_t processors = CPU_COUNT(&set);
+  struct Case {
+    const char* text;
+    int32_t count;
+  };
+  const Case cases[] = {{"1", 1},
+                        {"3", 3},
+                        {"17", 17},
+                        {"1000", 256},
+                        {"99999999999", 256},
+                        {"0", processors},
+                        {"-2", processors},
+                        {"", processors},
+                        {"two", processors},
+                        {"3x", processors},
+                        {" 3", processors},
+                        {"+3", processors}};
+  for (const auto& [text, count] : cases) {
+    setenv("ORV_NUM_THREADS", text, 1);
+    orv_threads_set_count(0);
+    EXPECT_EQ(orv_threads_pool()->max_threads(), count) << "'" << text << "'";
+  }
+  unsetenv("ORV_NUM_THREADS");
+  orv_threads_set_count(-1);
+  EXPECT_EQ(orv_threads_pool()->max_threads(), processors);
+  orv_threads_set_count(5);
+  EXPECT_EQ(orv_threads_pool()->max_threads(), 5);
+  EXPECT_EQ(orv_threads_serial()->max_threads(), 1);
+}
+
+TEST_F(Threads, ComputeInTheCallersRounding) {
+  orv_threads_set_count(4);
+  run(orv_threads_pool()->run_threads, 4, [](int32_t, int32_t, int32_t) {});  // begun as now
+  std::fesetround(FE_UPWARD);
+  std::vector<int> modes(4, -1);
+  run(orv_threads_pool()->run_threads, 4,
+      [&](int32_t t, int32_t, int32_t) { modes[t] = std::fegetround(); });
+  std::fesetround(FE_TONEAREST);
+  EXPECT_EQ(modes, std::vector<int>(4, FE_UPWARD));
+}
+
+int distinct_threads() {
+  std::barrier all_there(3);
+  std::vector<std::thread::id> ids(3);
+  run(orv_threads_pool()->run_threads, 3, [&](int32_t t, int32_t, int32_t) {
+    ids[t] = std::this_thread::get_id();
+    all_there.arrive_and_wait();
+  });
+  return static_cast<int>(std::set(ids.begin(), ids.end()).size());
+}
+
+// The child has none of the pool's threads, and one of them was at work when it was made.
+TEST_F(Threads, AForkedProcessHasAPoolOfItsOwn) {
+#ifdef __SANITIZE_THREAD__
+  GTEST_SKIP() << "ThreadSanitizer knows no threads that a forked process starts";
+#endif
+  orv_threads_set_count(3);
+  ASSERT_EQ(distinct_threads(), 3);
+  std::atomic<bool> stop = false;
+  std::thread busy([&] {
+    while (!stop) distinct_threads();
+  });
+  for (int round = 0; round < 20; ++round) {
+    const pid_t child = fork();
+    if (child == 0) _exit(distinct_threads());
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 3) << status;
+  }
+  stop = true;
+  busy.join();
+}
+
+TEST_F(Threads, ExitDoesNotWaitForThem) {
+  const auto exit_inside = [] {
+    orv_threads_set_count(4);
+    run(orv_threads_pool()->run_threads, 4, [](int32_t t, int32_t, int32_t) {
+      if (t == 2) std::exit(7);
+      std::this_thread::sleep_for(std::chrono::seconds(100));
+    });
+  };
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(exit_inside(), testing::ExitedWithCode(7), "");
+}
+
+}  // namespace

@@ -1,0 +1,493 @@
+// Moments, covariance and correlation.
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <fstream>
+#include <limits>
+#include <random>
+#include <sstream>
+
+#include "support.hpp"
+
+namespace orv_test {
+namespace {
+
+constexpr uint64_t all_raw = SS_EST_MEAN | SS_EST_RAW2 | SS_EST_RAW3 | SS_EST_RAW4;
+constexpr uint64_t all_central = SS_EST_CEN2 | SS_EST_CEN3 | SS_EST_CEN4;
+constexpr uint64_t all_derived = SS_EST_KURTOSIS | SS_EST_SKEWNESS | SS_EST_VARIATION;
+enum WeightKind { unweighted, positive, with_zeros };
+
+/// n observations of p variables, at (i, j), with weights.
+template <class T>
+struct Data {
+  int p, n;
+  std::vector<T> x, w;
+  WeightKind kind;
+
+  Data(int variables, int observations, WeightKind weights, unsigned seed = 1)
+      : p(variables), n(observations), kind(weights) {
+    std::mt19937 random(seed);
+    const auto uniform = [&] { return static_cast<T>(random() >> 8) * T(0x1p-24); };
+    for (int k = 0; k < p * n; ++k) {
+      const T u = uniform();
+      x.push_back(1 + u * u - T(0.3) * uniform() + (k % p > 0 ? x[k - 1] / 4 : 0));
+    }
+    for (int i = 0; i < n; ++i) {
+      const bool zero = kind == with_zeros && (i < 3 || random() % 4 == 0);
+      w.push_back(kind == unweighted ? 1 : zero ? 0 : T(0.5) + uniform());
+    }
+  }
+  T operator()(int i, int j) const { return x[i * p + j]; }
+  const T* weights(int first = 0) const { return kind == unweighted ? nullptr : &w[first]; }
+
+  /// Observations first to end - 1, laid out.
+  std::vector<T> laid_out(int64_t layout, int first, int end) const {
+    std::vector<T> out;
+    for (int k = 0; k < p * (end - first); ++k) {
+      const int rows_n = end - first;
+      out.push_back(layout == SS_ROWS ? (*this)(first + k % rows_n, k / rows_n) : x[first * p + k]);
+    }
+    return out;
+  }
+};
+
+/// All results of a task, prefilled with a mark.
+template <class T>
+struct Results {
+  static constexpr T mark = T(-77.25);
+  std::array<std::vector<T>, 10> of;  // mean to central 4, kurtosis, skewness, variation
+  std::vector<T> cov, cor;
+  T accumulated[2] = {0, 0};
+
+  Results(int p, T fill = mark) : cov(p * p, fill), cor(p * p, fill) {
+    for (auto& r : of) r.assign(p, fill);
+  }
+  void attach(Task<T>& task, int64_t storage) {
+    const int parameters[] = {SS_PARAM_MEAN,
+                              SS_PARAM_RAW_MOMENT_2,
+                              SS_PARAM_RAW_MOMENT_3,
+                              SS_PARAM_RAW_MOMENT_4,
+                              SS_PARAM_CENTRAL_MOMENT_2,
+                              SS_PARAM_CENTRAL_MOMENT_3,
+                              SS_PARAM_CENTRAL_MOMENT_4,
+                              SS_PARAM_KURTOSIS,
+                              SS_PARAM_SKEWNESS,
+                              SS_PARAM_VARIATION};
+    for (size_t k = 0; k < of.size(); ++k) task.set(parameters[k], of[k]);
+    task.set(SS_PARAM_COV, cov).set(SS_PARAM_COR, cor);
+    task.set(SS_PARAM_COV_STORAGE, {storage}).set(SS_PARAM_COR_STORAGE, {storage});
+    task.set(SS_PARAM_ACCUMULATED_WEIGHTS, accumulated);
+  }
+};
+
+/// Feeds the data in calls that begin at the given observations.
+template <class T>
+void feed(const Data<T>& data, int64_t layout, const std::vector<int>& starts, uint64_t estimates,
+          uint64_t method, const SSThreadServices* threads, int64_t storage, Results<T>& results,
+          const std::vector<int64_t>& mask = {}, bool wide = false) {
+  for (size_t k = 0; k < starts.size(); ++k) {
+    const int first = starts[k], end = k + 1 < starts.size() ? starts[k + 1] : data.n;
+    const std::vector<T> x = data.laid_out(layout, first, end);
+    Task<T> task(data.p, end - first, layout, x.data(), wide);
+    results.attach(task, storage);
+    if (data.kind != unweighted) task.set(SS_PARAM_WEIGHTS, data.weights(first));
+    if (!mask.empty()) task.set_integers(SS_PARAM_VARIABLE_MASK, mask);
+    ASSERT_EQ(Entries<T>::basic(task, estimates, method, threads), SS_OK);
+  }
+}
+
+/// Where element (i, j), i not above j, stands.
+size_t place(int64_t storage, size_t p, size_t i, size_t j) {
+  if (storage == SS_MATRIX_LOWER_PACKED) return j * (j + 1) / 2 + i;
+  return storage == SS_MATRIX_UPPER_PACKED ? i * p - i * (i + 1) / 2 + j : i * p + j;
+}
+
+// ---- The updates, to the bit -------------------------------------------------------------------
+
+/// The recurrence as it is defined, an element at a time.
+template <class T>
+struct Recurrence {
+  std::vector<T> mean, raw[3], S;
+  T acc[2] = {0, 0};
+
+  explicit Recurrence(const Data<T>& data) : mean(data.p), S(data.p * data.p) {
+    const int p = data.p;
+    for (auto& r : raw) r.assign(p, 0);
+    int i = 0;
+    while (i < data.n && !(data.w[i] > 0)) ++i;
+    for (; i < data.n; ++i) {
+      const T w = data.w[i], W = acc[0], r = 1 / (w + W), f = W * (w * r);
+      for (int j = 0; j < p; ++j) {
+        const T d = f * (data(i, j) - mean[j]);
+        for (int k = j; k < p; ++k) S[j + k * p] += d * (data(i, k) - mean[k]);
+        mean[j] = r * (W * mean[j] + w * data(i, j));
+      }
+      for (int j = 0; j < p; ++j) {
+        const T x = data(i, j), powers[] = {x * x, x * x * x, x * x * (x * x)};
+        for (int k = 0; k < 3; ++k) raw[k][j] = r * (W * raw[k][j] + w * powers[k]);
+      }
+      acc[0] = W + w;
+      acc[1] += w * w;
+    }
+  }
+  T cov(size_t j, size_t k) const {
+    return 1 / (acc[0] - acc[1] / acc[0]) * S[j + k * mean.size()];
+  }
+};
+
+template <class T>
+void expect_equal(const std::vector<T>& actual, const std::vector<T>& expected, const char* what) {
+  ASSERT_EQ(actual.size(), expected.size());
+  EXPECT_EQ(std::memcmp(actual.data(), expected.data(), actual.size() * sizeof(T)), 0) << what;
+}
+
+template <class T>
+void one_pass_equals_the_recurrence(int p, int n, WeightKind kind, int64_t layout) {
+  SCOPED_TRACE(testing::Message() << "p " << p << ", n " << n << ", weights " << kind << ", layout "
+                                  << layout << ", size " << sizeof(T));
+  const Data<T> data(p, n, kind);
+  const Recurrence<T> expected(data);
+  for (uint64_t raw = 0; raw < 16; ++raw) {
+    for (const uint64_t cov : {0, int(SS_EST_COV)}) {
+      SCOPED_TRACE(testing::Message() << "estimates " << (raw | cov));
+      if (cov != 0 && p > 40 && raw != 15)
+        continue;  // slow, and the same code as for few variables
+      Results<T> results(p);
+      feed(data, layout, {0}, raw | cov, SS_METHOD_ONE_PASS, orv_threads_serial(), SS_MATRIX_FULL,
+           results);
+      const std::vector<T> untouched(p, Results<T>::mark);
+      const std::vector<T>* moments[] = {&expected.mean, &expected.raw[0], &expected.raw[1],
+                                         &expected.raw[2]};
+      for (int k = 0; k < 4; ++k) {
+        const bool asked = (raw >> k & 1) != 0 || (k == 0 && cov != 0);
+        expect_equal(results.of[k], asked ? *moments[k] : untouched, "moment");
+      }
+      EXPECT_EQ(results.accumulated[0], expected.acc[0]);
+      EXPECT_EQ(results.accumulated[1], expected.acc[1]);
+      std::vector<T> matrix(p * p, Results<T>::mark);
+      for (int j = 0; j < p && cov != 0; ++j) {
+        for (int k = j; k < p; ++k) matrix[j * p + k] = matrix[k * p + j] = expected.cov(j, k);
+      }
+      const bool defined = expected.acc[0] > expected.acc[1] / expected.acc[0];
+      if (cov == 0 || defined) expect_equal(results.cov, matrix, "covariance");
+    }
+  }
+}
+
+TEST(Basic, OnePassUpdatesAreThoseOfThePlainRecurrence) {
+  const std::array<int, 2> shapes[] = {{1, 1},   {1, 200},  {2, 5},    {3, 97},  {4, 98},
+                                       {5, 301}, {9, 40},   {12, 100}, {13, 33}, {17, 195},
+                                       {33, 4},  {50, 130}, {130, 35}};
+  for (const auto& [p, n] : shapes) {
+    for (const WeightKind kind : {unweighted, positive, with_zeros}) {
+      for (const int64_t layout : {SS_ROWS, SS_COLUMNS}) {
+        one_pass_equals_the_recurrence<double>(p, n, kind, layout);
+        one_pass_equals_the_recurrence<float>(p, n, kind, layout);
+      }
+    }
+  }
+  // More variables than a block holds.
+  one_pass_equals_the_recurrence<float>(4099, 2, positive, SS_ROWS);
+  one_pass_equals_the_recurrence<float>(4099, 2, unweighted, SS_COLUMNS);
+}
+
+TEST(Basic, CountsThatRoundAreAddedOneByOne) {
+  // Floats end counting at 2^24, and a sum that is not whole rounds at each step.
+  for (const float start : {0x1p24f - 50, 0x1p23f - 0.5f}) {
+    const Data<float> data(1, 300, unweighted);
+    Results<float> results(1, 0);
+    results.accumulated[0] = results.accumulated[1] = start;
+    feed(data, SS_ROWS, {0}, SS_EST_MEAN, SS_METHOD_ONE_PASS, orv_threads_serial(), 0, results);
+    float W = start, mean = 0;
+    for (int i = 0; i < data.n; ++i) {
+      mean = 1 / (1 + W) * (W * mean + data(i, 0));
+      W += 1;
+    }
+    EXPECT_EQ(results.of[0][0], mean);
+    EXPECT_EQ(results.accumulated[0], W);
+    EXPECT_EQ(results.accumulated[1], W);
+  }
+}
+
+// ---- The estimates -----------------------------------------------------------------------------
+
+/// Every estimate from its definition, in extended precision.
+struct Expected {
+  using X = long double;
+  std::vector<X> of[10], scatter;
+  X W = 0, W2 = 0;
+  size_t p;
+
+  template <class T>
+  explicit Expected(const Data<T>& data) : scatter(data.p * data.p), p(data.p) {
+    for (auto& estimate : of) estimate.assign(p, 0);
+    for (const T w : data.w) W += w, W2 += X(w) * w;
+    for (int i = 0; i < data.n; ++i) {
+      for (size_t j = 0; j < p; ++j) {
+        X power = 1;
+        for (int k = 0; k < 4; ++k) of[k][j] += data.w[i] / W * (power *= data(i, j));
+      }
+    }
+    for (int i = 0; i < data.n; ++i) {
+      for (size_t j = 0; j < p; ++j) {
+        const X d = data(i, j) - of[0][j];
+        for (size_t k = 0; k < p; ++k)
+          scatter[j * p + k] += data.w[i] * d * (data(i, k) - of[0][k]);
+        of[5][j] += data.w[i] / W * d * d * d;
+        of[6][j] += data.w[i] / W * d * d * d * d;
+      }
+    }
+    for (size_t j = 0; j < p; ++j) {
+      const X variance = of[4][j] = cov(j, j);
+      of[7][j] = of[6][j] / (variance * variance) - 3;
+      of[8][j] = of[5][j] / std::sqrt(variance * variance * variance);
+      of[9][j] = std::sqrt(variance) / of[0][j];
+    }
+  }
+  X cov(size_t i, size_t j) const { return scatter[i * p + j] / (W - W2 / W); }
+  X cor(size_t i, size_t j) const {
+    return i == j ? cov(i, i) : cov(i, j) / std::sqrt(cov(i, i) * cov(j, j));
+  }
+};
+
+constexpr const char* estimate_names[] = {"mean",      "raw 2",     "raw 3",     "raw 4",
+                                          "central 2", "central 3", "central 4", "kurtosis",
+                                          "skewness",  "variation"};
+
+/// One way of computing it all.
+struct Way {
+  int64_t layout;
+  WeightKind weights;
+  bool masked;
+  int64_t storage;
+  uint64_t method;
+  int threads;
+  int calls;
+  uint64_t matrices;
+  bool wide;
+};
+
+template <class T>
+void check_way(const Way& way, const Data<T>& data, const Expected& expected) {
+  const double bound = sizeof(T) == 8 ? 1e-10 : 5e-3;
+  const int p = data.p;
+  const std::vector<int64_t> mask =
+      way.masked ? std::vector<int64_t>{1, 0, -3, 1, 0} : std::vector<int64_t>{};
+  Results<T> results(p);
+  orv_threads_set_count(way.threads);
+  feed(data, way.layout, way.calls == 1 ? std::vector<int>{0} : std::vector<int>{0, 1, 1200},
+       all_raw | all_central | all_derived | way.matrices, way.method, orv_threads_pool(),
+       way.storage, results, mask, way.wide);
+  const auto selected = [&](size_t j) { return mask.empty() || mask[j] != 0; };
+  const auto check = [&](T actual, long double value, bool wanted, const char* what) {
+    if (wanted) {
+      EXPECT_NEAR(actual, static_cast<double>(value), bound * (1 + std::fabs(value))) << what;
+    } else {
+      EXPECT_EQ(actual, Results<T>::mark) << what << " is not to be touched";
+    }
+  };
+  for (size_t k = 0; k < 10; ++k) {
+    for (int j = 0; j < p; ++j) {
+      check(results.of[k][j], expected.of[k][j], selected(j), estimate_names[k]);
+    }
+  }
+  const size_t size = way.storage == SS_MATRIX_FULL ? p * p : p * (p + 1) / 2;
+  for (size_t i = 0; i < size_t(p); ++i) {
+    for (size_t j = i; j < size_t(p); ++j) {
+      const bool both = selected(i) && selected(j);
+      const size_t at = place(way.storage, p, i, j);
+      const size_t mirror = way.storage == SS_MATRIX_FULL ? j * p + i : at;
+      for (const size_t where : {at, mirror}) {
+        check(results.cov[where], expected.cov(i, j), both && (way.matrices & SS_EST_COV), "cov");
+        check(results.cor[where], expected.cor(i, j), both && (way.matrices & SS_EST_COR), "cor");
+      }
+    }
+  }
+  for (size_t k = size; k < size_t(p) * p; ++k) {
+    EXPECT_EQ(results.cov[k], Results<T>::mark) << "beyond the packed matrix";
+  }
+  EXPECT_NEAR(results.accumulated[0], static_cast<double>(expected.W), bound * 3000);
+  EXPECT_NEAR(results.accumulated[1], static_cast<double>(expected.W2), bound * 3000);
+}
+
+template <class T>
+void check_all_ways() {
+  for (const WeightKind weights : {unweighted, positive, with_zeros}) {
+    const Data<T> data(5, 3100, weights);
+    const Expected expected(data);
+    for (int code = 0; code < 2 * 2 * 3 * 2 * 2 * 2 * 3; ++code) {
+      int rest = code;
+      const auto digit = [&](int base) { return std::exchange(rest, rest / base) % base; };
+      Way way;
+      way.weights = weights;
+      way.layout = digit(2) != 0 ? SS_ROWS : SS_COLUMNS;
+      way.masked = digit(2) != 0;
+      way.storage = digit(3);
+      way.method = digit(2) != 0 ? SS_METHOD_FAST : SS_METHOD_ONE_PASS;
+      way.threads = digit(2) != 0 ? 3 : 1;
+      way.calls = digit(2) != 0 ? 3 : 1;
+      way.matrices = std::array<int, 3>{SS_EST_COV, SS_EST_COR, SS_EST_COV | SS_EST_COR}[digit(3)];
+      way.wide = code % 5 == 0;
+      SCOPED_TRACE(testing::Message()
+                   << "layout " << way.layout << " weights " << weights << " masked " << way.masked
+                   << " storage " << way.storage << " method " << way.method << " threads "
+                   << way.threads << " calls " << way.calls << " matrices " << way.matrices);
+      check_way(way, data, expected);
+      if (testing::Test::HasFailure()) return;
+    }
+  }
+}
+
+TEST(Basic, EveryWayAgreesWithExtendedPrecision) {
+  check_all_ways<double>();
+  check_all_ways<float>();
+}
+
+TEST(Basic, ThreadsAgreeToRounding) {
+  const Data<double> data(3, 8500, positive);
+  for (const uint64_t method : {SS_METHOD_FAST, SS_METHOD_ONE_PASS}) {
+    Results<double> alone(3);
+    feed(data, SS_COLUMNS, {0}, all_raw | SS_EST_COV, method, orv_threads_serial(), 0, alone);
+    for (int threads = 1; threads <= 8; ++threads) {
+      orv_threads_set_count(threads);
+      Results<double> shared(3), again(3);
+      for (Results<double>* results : {&shared, &again}) {
+        feed(data, SS_COLUMNS, {0}, all_raw | SS_EST_COV, method, orv_threads_pool(), 0, *results);
+      }
+      for (int k = 0; k < 9; ++k) {
+        EXPECT_NEAR(shared.cov[k], alone.cov[k], 1e-13) << threads << " threads";
+        EXPECT_EQ(shared.cov[k], again.cov[k]) << threads << " threads";
+      }
+      for (int k = 0; k < 4; ++k) EXPECT_NEAR(shared.of[k][2], alone.of[k][2], 1e-11);
+    }
+  }
+}
+
+TEST(Basic, EmptyAndWeightlessDataGoOnAsTheyAre) {
+  Data<double> data(2, 4, unweighted);
+  data.kind = positive;
+  data.w.assign(4, 0);
+  Results<double> results(2);
+  feed(data, SS_COLUMNS, {0}, all_raw | SS_EST_CEN2 | SS_EST_COV | SS_EST_COR, SS_METHOD_ONE_PASS,
+       orv_threads_serial(), 0, results);
+  for (int k = 0; k < 4; ++k) EXPECT_EQ(results.of[k], std::vector<double>(2, 0));
+  EXPECT_TRUE(std::isnan(results.of[4][0]));
+  EXPECT_EQ(results.cov, std::vector<double>(4, 0));
+  EXPECT_EQ(results.cor[0], 0);  // the variance, its scale being 1
+  EXPECT_TRUE(std::isnan(results.cor[1]));
+}
+
+TEST(Basic, DerivedEstimatesReadWhatStandsThere) {
+  // Kurtosis alone needs two central moments, and takes raw moments as they are.
+  const Data<double> data(1, 10, unweighted);
+  Results<double> results(1, 0);
+  results.of[0] = {1}, results.of[1] = {3}, results.of[2] = {5}, results.of[3] = {20};
+  feed(data, SS_ROWS, {0}, SS_EST_KURTOSIS, SS_METHOD_FAST, orv_threads_serial(), 0, results);
+  EXPECT_EQ(results.of[0][0], 1);
+  EXPECT_DOUBLE_EQ(results.of[4][0], 10. / 9 * 2);
+  EXPECT_EQ(results.of[6][0], 15);
+  EXPECT_NEAR(results.of[7][0], 15 / (20. / 9 * 20 / 9) - 3, 1e-14);
+  EXPECT_EQ(results.of[5][0], 0);  // not needed
+
+  Task<double> task(1, 10, SS_ROWS, data.x.data());
+  double c2 = 0, c4 = 0, kurtosis = 0;
+  task.set(SS_PARAM_CENTRAL_MOMENT_2, &c2).set(SS_PARAM_CENTRAL_MOMENT_4, &c4);
+  task.set(SS_PARAM_KURTOSIS, &kurtosis);
+  EXPECT_EQ(_zokdSSBasic(task, SS_EST_KURTOSIS, SS_METHOD_FAST, orv_threads_serial()), SS_OK);
+  EXPECT_TRUE(std::isnan(kurtosis));
+}
+
+TEST(Basic, StatusesInTheirOrder) {
+  const double x[4] = {1, 2, 3, 4};
+  static double result[16];
+  // An estimate, the results that it needs in the order of the checks, with their statuses.
+  struct Needs {
+    uint64_t estimate;
+    std::vector<std::pair<int, int32_t>> results;
+  };
+  const std::pair<int, int32_t> mean{SS_PARAM_MEAN, -4006}, raw2{SS_PARAM_RAW_MOMENT_2, -4007},
+      raw3{SS_PARAM_RAW_MOMENT_3, -4008}, raw4{SS_PARAM_RAW_MOMENT_4, -4009},
+      c2{SS_PARAM_CENTRAL_MOMENT_2, -4010}, c3{SS_PARAM_CENTRAL_MOMENT_3, -4011},
+      c4{SS_PARAM_CENTRAL_MOMENT_4, -4012};
+  const Needs table[] = {
+      {SS_EST_MEAN, {mean}},
+      {SS_EST_RAW2, {raw2}},
+      {SS_EST_RAW3, {raw3}},
+      {SS_EST_RAW4, {raw4}},
+      {SS_EST_CEN2, {mean, raw2, c2}},
+      {SS_EST_CEN3, {mean, raw2, raw3, c3}},
+      {SS_EST_CEN4, {mean, raw2, raw3, raw4, c4}},
+      {SS_EST_KURTOSIS, {c2, c4, {SS_PARAM_KURTOSIS, -4013}}},
+      {SS_EST_SKEWNESS, {c2, c3, {SS_PARAM_SKEWNESS, -4014}}},
+      {SS_EST_VARIATION, {mean, c2, {SS_PARAM_VARIATION, -4017}}},
+      {SS_EST_COV, {mean, {SS_PARAM_COV, -4018}}},
+      {SS_EST_COR, {mean, {SS_PARAM_COR, -4019}}},
+      {SS_EST_COR | SS_EST_KURTOSIS | SS_EST_COV,
+       {mean, c2, c4, {SS_PARAM_COV, -4018}, {SS_PARAM_COR, -4019}, {SS_PARAM_KURTOSIS, -4013}}},
+  };
+  for (const Needs& needs : table) {
+    SCOPED_TRACE(needs.estimate);
+    Task<double> task(2, 2, SS_ROWS, x);
+    const auto run = [&](uint64_t method) {
+      return _zokdSSBasic(task, needs.estimate, method, orv_threads_serial());
+    };
+    for (const auto& [parameter, status] : needs.results) {
+      EXPECT_EQ(run(SS_METHOD_TBS), status);
+      task.set(parameter, result);
+    }
+    EXPECT_EQ(run(0), SS_BAD_METHOD);
+    EXPECT_EQ(run(~uint64_t{3}), SS_BAD_METHOD);
+    EXPECT_EQ(run(SS_METHOD_ONE_PASS), SS_OK);
+    task.set(SS_PARAM_OBSERVATION_STORAGE, {0x40000});
+    EXPECT_EQ(run(0), SS_BAD_STORAGE);
+    task.set(SS_PARAM_OBSERVATION_STORAGE, {SS_ROWS | SS_COLUMNS});
+    EXPECT_EQ(run(SS_METHOD_ONE_PASS), SS_OK);
+  }
+}
+
+// ---- Certified data ----------------------------------------------------------------------------
+
+double digits(double actual, double certified) {
+  const double error = std::fabs(actual - certified) / std::fabs(certified);
+  return error == 0 ? 16 : -std::log10(error);
+}
+
+TEST(Basic, CertifiedDeviationsToTheDigitsOfTheData) {
+  struct Wanted {
+    const char* name;
+    double mean_digits, digits;
+  };
+  const Wanted table[] = {{"Lew", 14, 14},
+                          {"Lottery", 14, 14},
+                          {"Mavro", 14, 11.9},
+                          {"NumAcc3", 14, 9},
+                          {"NumAcc4", 14, 8}};
+  std::ifstream certified(ORV_TEST_DATA "/certified.txt");
+  size_t seen = 0;
+  for (std::string line; std::getline(certified, line);) {
+    if (line.empty() || line[0] == '#') continue;
+    std::istringstream cells(line);
+    std::string name;
+    int n;
+    double certified_mean, certified_sd, rounded_mean, rounded_sd;
+    ASSERT_TRUE(cells >> name >> n >> certified_mean >> certified_sd >> rounded_mean >> rounded_sd);
+    ASSERT_LT(seen, std::size(table));
+    const Wanted& wanted = table[seen++];
+    ASSERT_EQ(name, wanted.name);
+    std::ifstream file(std::string(ORV_TEST_DATA "/") + name + ".txt");
+    std::vector<double> x;
+    for (double value; file >> value;) x.push_back(value);
+    ASSERT_EQ(x.size(), size_t(n));
+
+    Task<double> task(1, n, SS_COLUMNS, x.data());
+    Results<double> results(1);
+    results.attach(task, 0);
+    ASSERT_EQ(_zokdSSBasic(task, SS_EST_COV, SS_METHOD_ONE_PASS, orv_threads_serial()), SS_OK);
+    EXPECT_GE(digits(results.of[0][0], rounded_mean), wanted.mean_digits) << name;
+    EXPECT_GE(digits(std::sqrt(results.cov[0]), rounded_sd), wanted.digits) << name;
+  }
+  EXPECT_EQ(seen, std::size(table));
+}
+
+}  // namespace
+}  // namespace orv_test

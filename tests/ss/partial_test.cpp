@@ -1,0 +1,163 @@
+// Partial covariance and correlation against elimination, one variable at a time, in long double.
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+#include "support.hpp"
+
+using namespace orv_test;
+
+namespace {
+
+constexpr uint64_t both = SS_EST_PARTIAL_COV | SS_EST_PARTIAL_COR;
+
+/// A well-conditioned symmetric matrix with exact elements in either precision.
+std::vector<long double> covariance(int64_t p) {
+  std::mt19937 random(static_cast<uint32_t>(p) + 40);
+  std::vector<long double> c(p * p);
+  for (int64_t i = 0; i < p; ++i) {
+    for (int64_t j = 0; j <= i; ++j) {
+      c[i * p + j] = c[j * p + i] = static_cast<int>(random() % 2049) / 2048.0L - 0.5L;
+    }
+    c[i * p + i] = static_cast<long double>(p + i);
+  }
+  return c;
+}
+
+/// The stored elements in their order.
+template <class T>
+std::vector<T> stored(int64_t p, int64_t storage, const std::vector<long double>& c) {
+  std::vector<T> out;
+  for (int64_t i = 0; i < p; ++i) {
+    for (int64_t j = storage == 2 ? i : 0; j < (storage == 1 ? i + 1 : p); ++j) {
+      out.push_back(static_cast<T>(c[i * p + j]));
+    }
+  }
+  return out;
+}
+
+/// Off the diagonal: divided by the roots of the diagonal's elements, or multiplied.
+std::vector<long double> scaled(std::vector<long double> c, int64_t p, long double power) {
+  for (int64_t ij = 0; ij < p * p; ++ij) {
+    const int64_t i = ij / p, j = ij % p;
+    if (i != j) c[ij] *= std::pow(c[i * p + i] * c[j * p + j], power);
+  }
+  return c;
+}
+
+std::vector<long double> eliminated(std::vector<long double> c, int64_t p,
+                                    const std::vector<int64_t>& roles) {
+  for (int64_t z = 0; z < p; ++z) {
+    const std::vector<long double> before = c;
+    for (int64_t ij = 0; roles[z] == -1 && ij < p * p; ++ij) {
+      c[ij] -= before[ij / p * p + z] * before[z * p + ij % p] / before[z * p + z];
+    }
+  }
+  std::vector<long double> of_interest;
+  for (int64_t ij = 0; ij < p * p; ++ij) {
+    if (roles[ij / p] == 1 && roles[ij % p] == 1) of_interest.push_back(c[ij]);
+  }
+  return of_interest;
+}
+
+const std::vector<int64_t> role_lists[] = {
+    {-1, 1},
+    {1, -1, 1},
+    {1, 0, -1, 7},
+    {-1, -1, 1, 1, 1},
+    {1, 1, -1, 1, -2, -1, -1},
+    {1, -1, 1, -1, 1, -1, 1, -1, 1, -1, 0, 1, 1, 1, -1, 1, 1, 1, -1, 1},
+};
+
+template <class T>
+class Partial : public testing::Test {};
+using Precisions = testing::Types<double, float>;
+TYPED_TEST_SUITE(Partial, Precisions);
+
+TYPED_TEST(Partial, GivesCovarianceAndCorrelation) {
+  using T = TypeParam;
+  for (const auto& roles : role_lists) {
+    const auto p = static_cast<int64_t>(roles.size());
+    const auto m = static_cast<int64_t>(std::count(roles.begin(), roles.end(), 1));
+    const auto c = covariance(p), truth = eliminated(c, p, roles);
+    for (int way = 0; way < 36; ++way) {
+      const int64_t source_storage = way % 3, cov_storage = way / 3 % 3;
+      const int64_t cor_storage = (cov_storage + 1) % 3;
+      const bool from_cor = way / 9 % 2 != 0, wide = way / 18 != 0;
+      SCOPED_TRACE(testing::Message() << "p " << p << " way " << way);
+      const auto source = stored<T>(p, source_storage, from_cor ? scaled(c, p, -0.5L) : c);
+      std::vector<T> cov(m * m, 99), cor(m * m, 99);
+      Task<T> task(p, 1, SS_COLUMNS, nullptr, wide);
+      task.set(from_cor ? SS_PARAM_COR : SS_PARAM_COV, source)
+          .set(from_cor ? SS_PARAM_COR_STORAGE : SS_PARAM_COV_STORAGE, {source_storage})
+          .set_integers(SS_PARAM_PARTIAL_INDEX_ARRAY, roles)
+          .set(SS_PARAM_PARTIAL_COV, cov)
+          .set(SS_PARAM_PARTIAL_COV_STORAGE, {cov_storage})
+          .set(SS_PARAM_PARTIAL_COR, cor)
+          .set(SS_PARAM_PARTIAL_COR_STORAGE, {cor_storage});
+      const auto check = [&](std::vector<T> found, std::vector<T> e) {
+        e.resize(m * m, 99);
+        for (int64_t i = 0; i < m * m; ++i) {
+          EXPECT_NEAR(found[i], e[i], 8 * std::numeric_limits<T>::epsilon() * (p + e[i])) << i;
+        }
+      };
+      const auto run = [&](uint64_t estimates) {
+        return Entries<T>::partial_covariance(task, estimates, SS_METHOD_FAST, nullptr);
+      };
+      ASSERT_EQ(run(SS_EST_PARTIAL_COV), SS_OK);
+      check(cov, stored<T>(m, cov_storage, truth));
+      EXPECT_EQ(cor[0], 99) << "not asked for";
+      std::fill(cov.begin(), cov.end(), T(99));
+      ASSERT_EQ(run(SS_EST_PARTIAL_COR), SS_OK);
+      check(cor, stored<T>(m, cor_storage, scaled(truth, m, -0.5L)));
+      EXPECT_EQ(cov[0], 99) << "not asked for";
+    }
+  }
+}
+
+TEST(PartialStatus, ChecksComeInTheirOrder) {
+  const double c[] = {2, 1, 1, 2}, indefinite[] = {2, 1, 1, -2};
+  double out[4];
+  Task<double> t(2, 1, SS_COLUMNS, nullptr);
+  for (const int64_t array : {SS_PARAM_COR, SS_PARAM_COV}) t.set(array, c);
+  for (const int64_t array : {SS_PARAM_PARTIAL_COV, SS_PARAM_PARTIAL_COR}) t.set(array, out);
+  for (const int64_t code : {SS_PARAM_COR_STORAGE, SS_PARAM_COV_STORAGE,
+                             SS_PARAM_PARTIAL_COV_STORAGE, SS_PARAM_PARTIAL_COR_STORAGE}) {
+    t.set(code, {0});
+  }
+  const auto run = [&](uint64_t method) {
+    return _zokdSSPartialCovariance(t, both, method, nullptr);
+  };
+  for (const auto& roles : {std::vector<int64_t>{1, 0}, {-1, -1}, {0, 0}, {0, -1}}) {
+    t.set_integers(SS_PARAM_PARTIAL_INDEX_ARRAY, roles);
+    EXPECT_EQ(run(SS_METHOD_FAST), SS_BAD_PARTIAL_INDEX);
+  }
+  t.set(SS_PARAM_PARTIAL_INDEX_ARRAY, {1, -1});
+  EXPECT_EQ(run(SS_METHOD_FAST), SS_OK);
+  t.set(SS_PARAM_COV, indefinite);
+  EXPECT_EQ(run(SS_METHOD_FAST), SS_FACTOR_FAILED);
+
+  const auto wrong_method = ~uint64_t{SS_METHOD_FAST};
+  EXPECT_EQ(run(wrong_method), SS_BAD_METHOD);
+  SSTask& task = *static_cast<SSTask*>(t);
+  const struct {
+    int32_t status;
+    void* field;
+  } checks[] = {{SS_NULL_COV, &task.cor},
+                {SS_NULL_STORAGE, &task.cor_storage},
+                {SS_NULL_PARTIAL_INDEX, &task.cov},  // the correlation takes its place
+                {SS_NULL_STORAGE, &task.cov_storage},
+                {SS_NULL_PARTIAL_INDEX, &task.partial_index_array},
+                {SS_NULL_PARTIAL_COV, &task.partial_cov},
+                {SS_NULL_STORAGE, &task.partial_cov_storage},
+                {SS_NULL_PARTIAL_COR, &task.partial_cor},
+                {SS_NULL_STORAGE, &task.partial_cor_storage}};
+  for (size_t i = std::size(checks); i-- > 0;) {  // each before all that are missing already
+    memset(checks[i].field, 0, sizeof(void*));
+    EXPECT_EQ(run(wrong_method), checks[i].status) << i;
+  }
+}
+
+}  // namespace

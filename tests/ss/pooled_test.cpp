@@ -1,0 +1,258 @@
+// Means and covariances of groups against two passes in long double, and bit for bit against a
+// plain loop in the order that the updates have.
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+#include "support.hpp"
+
+using namespace orv_test;
+
+namespace {
+
+constexpr uint64_t both = SS_EST_POOLED | SS_EST_GROUP;
+
+struct Case {
+  int64_t p, n, groups, layout = SS_COLUMNS, storage = SS_MATRIX_FULL;
+  bool weighted = false, masked = false, wide = false;
+};
+
+/// Every other group is wanted; the first observations of each group have no weight.
+template <class T>
+struct Data : Case {
+  explicit Data(const Case& c) : Case(c), x(p * n) {
+    std::mt19937 random(static_cast<uint32_t>(p));
+    const auto uniform = [&] { return static_cast<T>(random()) * T(0x1p-32); };
+    for (int64_t i = 0; i < n; ++i) {
+      group.push_back(i < groups ? groups - 1 - i : static_cast<int64_t>(random() % groups));
+      const T common = uniform();
+      for (int64_t j = 0; j < p; ++j) x[place(i, j)] = 3 + j + common + uniform() * (j + 1);
+      weights.push_back(i < 2 * groups || i % 13 == 5 ? 0 : T(0.25) + uniform());
+    }
+    for (int64_t j = 0; j < p; ++j) mask.push_back(!masked || j % 3 != 1);
+    for (int64_t g = 0; g < groups; ++g) wanted.push_back(g % 2 == 0);
+  }
+  int64_t place(int64_t i, int64_t j) const { return layout == SS_ROWS ? j * n + i : i * p + j; }
+  int64_t size() const { return storage == 0 ? p * p : p * (p + 1) / 2; }
+
+  std::vector<T> x, weights;
+  std::vector<int64_t> group, mask, wanted;
+};
+
+/// Means times a, the scatter, W and W - W2 / W, in arithmetic of type R.
+template <class R>
+struct Sums {
+  explicit Sums(int64_t p) : mean(p), scatter(p * p) {}
+  std::vector<R> mean, scatter;
+  R a = 0, b = 0;
+};
+
+template <class T>
+Sums<long double> two_passes(const Data<T>& d, int64_t group) {
+  Sums<long double> s(d.p);
+  long double squares = 0;
+  const auto each = [&](auto f) {
+    for (int64_t i = 0; i < d.n; ++i) {
+      if (d.group[i] == group) f(d.weighted ? d.weights[i] : 1.0L, &d.x[d.place(i, 0)]);
+    }
+  };
+  const int64_t step = d.layout == SS_ROWS ? d.n : 1;
+  each([&](long double w, const T* x) {
+    s.a += w, squares += w * w;
+    for (int64_t j = 0; j < d.p; ++j) s.mean[j] += w * x[j * step];
+  });
+  each([&](long double w, const T* x) {
+    const auto deviation = [&](int64_t j) { return x[j * step] - s.mean[j] / s.a; };
+    for (int64_t jk = 0; jk < d.p * d.p; ++jk) {
+      s.scatter[jk] += w * deviation(jk / d.p) * deviation(jk % d.p);
+    }
+  });
+  s.b = s.a - squares / s.a;
+  return s;
+}
+
+template <class T>
+Sums<T> updates(const Data<T>& d, int64_t group) {
+  Sums<T> s(d.p);
+  T squares = 0;
+  for (int64_t i = 0; i < d.n; ++i) {
+    const T w = d.weighted ? d.weights[i] : 1;
+    if (d.group[i] != group || (s.a == 0 && !(w > 0))) continue;
+    const T r = 1 / (w + s.a);
+    const auto deviation = [&](int64_t j) { return d.x[d.place(i, j)] - s.mean[j]; };
+    for (int64_t jk = 0; jk < d.p * d.p; ++jk) {
+      s.scatter[jk] += deviation(jk / d.p) * s.a * w * r * deviation(jk % d.p);
+    }
+    for (int64_t j = 0; j < d.p; ++j) s.mean[j] = r * (s.a * s.mean[j] + w * d.x[d.place(i, j)]);
+    s.a += w, squares += w * w;
+  }
+  for (T& m : s.mean) m *= s.a;
+  s.b = s.a - squares / s.a;
+  return s;
+}
+
+/// All results in one array, which is full of -77 at first: the pooled mean and matrix, then the
+/// means and matrices of the wanted groups.
+template <class R>
+struct Results : std::vector<R> {
+  Results(const Results&) = delete;
+  template <class T>
+  explicit Results(const Data<T>& d)
+      : std::vector<R>((d.p + d.size()) * (1 + (d.groups + 1) / 2), -77),
+        pooled_mean(this->data()),
+        pooled_cov(pooled_mean + d.p),
+        means(pooled_cov + d.size()),
+        covs(means + d.p * ((d.groups + 1) / 2)) {}
+  R *pooled_mean, *pooled_cov, *means, *covs;
+};
+
+template <class R, class T, class OfScatter>
+void put(const Data<T>& d, const Sums<R>& s, R* mean, R* cov, OfScatter of_scatter) {
+  for (int64_t i = 0; i < d.p; ++i) {
+    if (d.mask[i] != 0) mean[i] = s.mean[i] / s.a;
+    for (int64_t j = d.storage == 2 ? i : 0; j < (d.storage == 1 ? i + 1 : d.p); ++j) {
+      if (d.mask[i] == 0 || d.mask[j] == 0) continue;
+      (d.storage == 0 ? cov[i * d.p + j] : *cov++) = of_scatter(s.scatter[i * d.p + j]);
+    }
+  }
+}
+
+template <class R, class T>
+std::vector<R> expected(const Data<T>& d, Sums<R> (*sums_of)(const Data<T>&, int64_t)) {
+  Results<R> all(d);
+  Sums<R> total(d.p);
+  for (int64_t g = 0; g < d.groups; ++g) {
+    const Sums<R> s = sums_of(d, g);
+    if (d.wanted[g] != 0) {
+      put(d, s, all.means + g / 2 * d.p, all.covs + g / 2 * d.size(),
+          [&](R x) { return x * (1 / s.b); });
+    }
+    for (int64_t j = 0; j < d.p; ++j) total.mean[j] += s.mean[j];
+    for (int64_t jk = 0; jk < d.p * d.p; ++jk) total.scatter[jk] += s.scatter[jk];
+    total.a += s.a, total.b += s.b;
+  }
+  put(d, total, all.pooled_mean, all.pooled_cov, [&](R x) { return x / total.b; });
+  return all;
+}
+
+/// A task with places for all results.
+template <class T>
+struct Pooling {
+  explicit Pooling(const Data<T>& d) : results(d), task(d.p, d.n, d.layout, d.x.data(), d.wide) {
+    task.set_integers(SS_PARAM_GROUP_INDICES, d.group)
+        .set_integers(SS_PARAM_GROUP_OUTPUT_INDICES, d.wanted)
+        .set(SS_PARAM_POOLED_COV_STORAGE, {d.storage})
+        .set(SS_PARAM_GROUP_COV_STORAGE, {d.storage})
+        .set(SS_PARAM_POOLED_MEAN, results.pooled_mean)
+        .set(SS_PARAM_POOLED_COV, results.pooled_cov)
+        .set(SS_PARAM_GROUP_MEANS, results.means)
+        .set(SS_PARAM_GROUP_COV, results.covs);
+    if (d.weighted) task.set(SS_PARAM_WEIGHTS, d.weights);
+    if (d.masked) task.set_integers(SS_PARAM_VARIABLE_MASK, d.mask);
+  }
+  int32_t run(uint64_t estimates = both, uint64_t method = SS_METHOD_ONE_PASS,
+              const SSThreadServices* services = orv_threads_serial()) {
+    return Entries<T>::pooled_covariance(task, estimates, method, services);
+  }
+  Results<T> results;
+  Task<T> task;
+};
+
+template <class T>
+class Pooled : public testing::Test {};
+using Precisions = testing::Types<double, float>;
+TYPED_TEST_SUITE(Pooled, Precisions);
+
+TYPED_TEST(Pooled, GivesMeansAndCovariances) {
+  using T = TypeParam;
+  const Case shapes[] = {{1, 40, 3}, {2, 60, 1},  {3, 35, 4},   {4, 90, 2},  {5, 200, 6},
+                         {8, 64, 2}, {9, 100, 3}, {10, 130, 5}, {16, 90, 2}, {20, 333, 7}};
+  for (Case c : shapes) {
+    for (int way = 0; way < 48; ++way) {
+      SCOPED_TRACE(testing::Message() << "p " << c.p << " way " << way);
+      c.layout = way % 2 != 0 ? SS_ROWS : SS_COLUMNS;
+      c.weighted = (way & 2) != 0, c.masked = (way & 4) != 0, c.wide = (way & 8) != 0;
+      c.storage = way / 16;
+      const Data<T> d(c);
+      Pooling<T> found(d);
+      ASSERT_EQ(found.run(), SS_OK);
+      EXPECT_EQ(found.results, expected<T>(d, updates<T>));
+      const auto truth = expected<long double>(d, two_passes<T>);
+      const long double tolerance = 8 * std::numeric_limits<T>::epsilon() * (c.p + 4) * c.p;
+      for (size_t i = 0; i < truth.size(); ++i) {
+        EXPECT_NEAR(found.results[i], truth[i], tolerance) << i;
+      }
+    }
+  }
+}
+
+TYPED_TEST(Pooled, GivesTheSameBitsForAnyNumberOfThreads) {
+  using T = TypeParam;
+  const Data<T> d({12, 5000, 23});
+  Pooling<T> serial(d);
+  ASSERT_EQ(serial.run(), SS_OK);
+  for (int threads = 1; threads <= 8; ++threads) {
+    orv_threads_set_count(threads);
+    for (int repeat = 0; repeat < 5; ++repeat) {
+      Pooling<T> parallel(d);
+      ASSERT_EQ(parallel.run(both, SS_METHOD_ONE_PASS, orv_threads_pool()), SS_OK);
+      EXPECT_EQ(parallel.results, serial.results) << threads << " threads";
+    }
+  }
+  orv_threads_set_count(0);
+}
+
+TEST(PooledCases, OneObservationHasNoCovarianceAndNoneNoMean) {
+  Data<double> d({1, 3, 3});
+  d.x = {3, 5, 4};
+  d.group = {0, 2, 0};
+  Pooling<double> empty(d);
+  EXPECT_EQ(empty.run(), SS_OK);
+  EXPECT_TRUE(std::isnan(*empty.results.pooled_cov)) << "nobody in group 1";
+  EXPECT_EQ(empty.results.covs[0], 0.5);
+  EXPECT_TRUE(std::isnan(empty.results.covs[1])) << "one in group 2";
+  d.group = {0, 0, 1};
+  Pooling<double> dense(d);
+  EXPECT_EQ(dense.run(), SS_OK);
+  EXPECT_EQ(*dense.results.pooled_cov, 2) << "scatter over n - groups";
+  EXPECT_EQ(*dense.results.pooled_mean, 4);
+}
+
+TEST(PooledStatus, ChecksComeInTheirOrder) {
+  Data<double> d({3, 35, 4});
+  const Pooling<double> untouched(d);
+  d.group[17] = -1;
+  d.wanted[3] = 2;
+  Pooling<double> t(d);
+  EXPECT_EQ(t.run(), SS_BAD_GROUP_INDICES) << "a negative group";
+  d.group[17] = 0;
+  t.task.set_integers(SS_PARAM_GROUP_INDICES, d.group);
+  EXPECT_EQ(t.run(0), SS_BAD_GROUP_INDICES) << "a selection of 2";
+  d.wanted[3] = 1;
+  t.task.set_integers(SS_PARAM_GROUP_OUTPUT_INDICES, d.wanted);
+  EXPECT_EQ(t.run(0), SS_OK);
+  EXPECT_EQ(t.results, untouched.results) << "nothing was asked for";
+
+  const auto wrong_method = ~uint64_t{SS_METHOD_ONE_PASS};
+  EXPECT_EQ(t.run(both, wrong_method), SS_BAD_METHOD);
+  SSTask& task = *static_cast<SSTask*>(t.task);
+  const struct {
+    int32_t status;
+    void* field;
+  } checks[] = {{SS_BAD_STORAGE, &task.observation_storage},
+                {SS_NULL_GROUP_INDICES, &task.group_indices},
+                {SS_NULL_STORAGE, &task.pooled_cov_storage},
+                {SS_NULL_POOLED_COV, &task.pooled_cov},
+                {SS_NULL_POOLED_MEAN, &task.pooled_mean},
+                {SS_NULL_STORAGE, &task.group_cov_storage},
+                {SS_NULL_GROUP_INDICES, &task.group_output_indices},
+                {SS_NULL_GROUP_COV, &task.group_cov},
+                {SS_NULL_GROUP_MEANS, &task.group_means}};
+  for (size_t i = std::size(checks); i-- > 0;) {  // each before all that are missing already
+    memset(checks[i].field, 0, sizeof(void*));
+    EXPECT_EQ(t.run(both, wrong_method), checks[i].status) << i;
+  }
+}
+
+}  // namespace

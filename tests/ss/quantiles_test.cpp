@@ -1,0 +1,281 @@
+// Quantiles, sorted data and weighted quantiles against their definitions.
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <string>
+
+#include "support.hpp"
+
+using namespace orv_test;
+
+namespace {
+
+constexpr int64_t both = SS_EST_QUANTILES | SS_EST_ORDER_STATS;
+
+/// Services that tell what they were asked, and run items out of order on threads in turn.
+struct Asked {
+  static inline int32_t items, threads, usable;
+  static constexpr SSThreadServices services = {
+      [](int32_t count, int32_t thread_count, void* args, SSItemFunction function) {
+        items = count;
+        threads = thread_count;
+        for (int32_t i = count; i-- > 0;) function(i, i % thread_count, thread_count, args);
+      },
+      nullptr, nullptr, nullptr, [] { return usable; }};
+};
+
+template <class T>
+T quantile(const std::vector<T>& sorted, T q) {
+  const auto n = static_cast<int>(sorted.size());
+  const T f = static_cast<T>(n - 1) * q;
+  const int k = static_cast<int>(f);
+  const T t = f - static_cast<T>(k);
+  return (1 - t) * sorted[k] + t * sorted[std::min(k + 1, n - 1)];
+}
+
+template <class T>
+class QuantilesTest : public testing::Test {
+ public:
+  static constexpr T untouched = -12345;
+
+  static std::vector<T> random_data(int size) {
+    std::mt19937 random(3);
+    std::normal_distribution<T> normal;
+    std::vector<T> x(size);
+    // A third of the values are small integers, and so meet their equals.
+    for (auto& v : x) v = random() % 3 == 0 ? static_cast<T>(random() % 10) : normal(random);
+    return x;
+  }
+
+  static const std::vector<std::vector<T>>& order_lists() {
+    static const std::vector<std::vector<T>> lists = {
+        {T(0.1), T(0.2), T(0.3), T(0.4), T(0.5), T(0.6), T(0.7), T(0.8), T(0.9)},
+        {0, 0, T(1e-9), T(0.25), T(0.25), T(0.251), T(0.999), 1, 1},
+        {T(0.9), 0, T(0.5), 1, T(0.5), T(0.01)},
+        {T(0.75)},
+        {}};
+    return lists;
+  }
+
+  /// One computation, compared with the definition; results are to be packed.
+  static void check(int p, int n, bool rows, const std::vector<int64_t>& mask, bool wide,
+                    uint64_t estimates, bool sorted_rows, const std::vector<T>& orders,
+                    const SSThreadServices& services) {
+    const auto x = random_data(p * n);
+    std::vector<T> quantiles(p * orders.size() + 1, untouched), sorted(p * n, untouched);
+    auto expected_quantiles = quantiles, expected_sorted = sorted;
+    int item = 0;
+    for (int j = 0; j < p; ++j) {
+      if (!mask.empty() && mask[j] == 0) continue;
+      std::vector<T> column;
+      for (int i = 0; i < n; ++i) column.push_back(rows ? x[j * n + i] : x[i * p + j]);
+      std::sort(column.begin(), column.end());
+      if ((estimates & SS_EST_QUANTILES) != 0) {
+        for (size_t i = 0; i < orders.size(); ++i) {
+          expected_quantiles[item * orders.size() + i] = quantile(column, orders[i]);
+        }
+      }
+      for (int i = 0; (estimates & SS_EST_ORDER_STATS) != 0 && i < n; ++i) {
+        expected_sorted[sorted_rows ? item * n + i : i * p + item] = column[i];
+      }
+      ++item;
+    }
+
+    Task<T> task(p, n, rows ? SS_ROWS : SS_COLUMNS, x.data(), wide);
+    task.set(SS_PARAM_QUANT_ORDER_COUNT, {static_cast<int64_t>(orders.size())})
+        .set(SS_PARAM_QUANT_ORDERS, orders.empty() ? x.data() : orders.data())
+        .set(SS_PARAM_QUANTILES, quantiles)
+        .set(SS_PARAM_ORDER_STATS, sorted)
+        .set(SS_PARAM_ORDER_STATS_STORAGE, {sorted_rows ? SS_ROWS : SS_COLUMNS});
+    if (!mask.empty()) task.set_integers(SS_PARAM_VARIABLE_MASK, mask);
+    EXPECT_EQ(Entries<T>::quantiles(task, estimates, SS_METHOD_FAST, &services), SS_OK);
+    EXPECT_EQ(quantiles, expected_quantiles);
+    EXPECT_EQ(sorted, expected_sorted);
+    EXPECT_EQ(x, random_data(p * n)) << "the data have changed";
+  }
+};
+using Precisions = testing::Types<double, float>;
+TYPED_TEST_SUITE(QuantilesTest, Precisions);
+
+TYPED_TEST(QuantilesTest, FollowTheDefinition) {
+  Asked::usable = 3;
+  orv_threads_set_count(3);
+  const SSThreadServices* const services[] = {orv_threads_serial(), orv_threads_pool(),
+                                              &Asked::services};
+  for (unsigned c = 0; c < 3 * 2 * 2 * 2 * 2 * 3 * 5; ++c) {
+    unsigned rest = c;
+    const auto take = [&rest](unsigned count) {
+      const unsigned value = rest % count;
+      rest /= count;
+      return value;
+    };
+    const auto& s = *services[take(3)];
+    const bool rows = take(2), masked = take(2), wide = take(2), sorted_rows = take(2);
+    const uint64_t estimates[] = {SS_EST_QUANTILES, SS_EST_ORDER_STATS, both};
+    const uint64_t asked = estimates[take(3)];
+    const auto& orders = this->order_lists()[take(5)];
+    SCOPED_TRACE("case " + std::to_string(c));
+    const std::vector<int64_t> mask{0, 1, 0, 0, -1};
+    for (const int n : {1, 2, 10, 701}) {
+      this->check(5, n, rows, masked ? mask : std::vector<int64_t>(), wide, asked, sorted_rows,
+                  orders, s);
+    }
+    if (this->HasFailure()) return;
+  }
+  orv_threads_set_count(0);
+}
+
+TYPED_TEST(QuantilesTest, EveryRankOfEveryLength) {
+  using T = TypeParam;
+  for (int n = 1; n <= 150; n += 7) {
+    std::vector<T> orders;
+    for (int k = 0; k <= 2 * n; ++k) orders.push_back(static_cast<T>(k) / static_cast<T>(2 * n));
+    for (const bool ascending : {true, false}) {
+      this->check(1, n, true, {}, false, SS_EST_QUANTILES, true, orders, *orv_threads_serial());
+      if (ascending) std::reverse(orders.begin(), orders.end());
+    }
+  }
+}
+
+TYPED_TEST(QuantilesTest, ThreadsShareTenMebibytes) {
+  using T = TypeParam;
+  constexpr int64_t fitting = 0xa00000 / sizeof(T);
+  const struct {
+    int64_t p, n;
+    int32_t usable, expected;
+  } cases[] = {{5, 100, 8, 5},
+               {50, 100, 8, 8},
+               {5, 100, 1, 1},
+               {9, fitting / 3, 8, 3},
+               {9, fitting / 3 + 1, 8, 2},
+               {9, fitting, 8, 1},
+               {9, fitting + 1, 8, 1},
+               {9, 3 * fitting, 8, 1}};
+  auto record_only = Asked::services;
+  record_only.run_items = [](int32_t items, int32_t threads, void*, SSItemFunction) {
+    Asked::items = items;
+    Asked::threads = threads;
+  };
+  for (const auto& c : cases) {
+    const T x = 0;
+    Asked::usable = c.usable;
+    Task<T> task(c.p, c.n, SS_ROWS, &x);
+    EXPECT_EQ(Entries<T>::quantiles(task, 0, SS_METHOD_FAST, &record_only), SS_OK);
+    EXPECT_EQ(Asked::items, c.p);
+    EXPECT_EQ(Asked::threads, c.expected) << c.p << ' ' << c.n << ' ' << c.usable;
+  }
+}
+
+TYPED_TEST(QuantilesTest, RefuseInOrder) {
+  using T = TypeParam;
+  const T x[] = {2, 1, 3}, bad_orders[] = {T(0.5), T(-0.01), T(1.01), std::nan("")}, good = 1;
+  T quantiles[1], sorted[3];
+  Task<T> task(1, 3, SS_ROWS, x);
+  const auto status = [&](uint64_t estimates, uint64_t method) {
+    return Entries<T>::quantiles(task, estimates, method, orv_threads_serial());
+  };
+  // All is wrong at first; each line mends what the one before it showed.
+  task.set(SS_PARAM_OBSERVATION_STORAGE, {0x40000});
+  EXPECT_EQ(status(both, 0), SS_BAD_STORAGE);
+  task.set(SS_PARAM_OBSERVATION_STORAGE, {SS_ROWS});
+  EXPECT_EQ(status(both, 0), SS_NULL_QUANTILES);
+  task.set(SS_PARAM_QUANTILES, quantiles);
+  EXPECT_EQ(status(both, 0), SS_NULL_QUANT_ORDERS);
+  task.set(SS_PARAM_QUANT_ORDERS, bad_orders);
+  EXPECT_EQ(status(both, 0), SS_BAD_QUANT_ORDERS);
+  task.set(SS_PARAM_QUANT_ORDER_COUNT, {-1});
+  EXPECT_EQ(status(both, 0), SS_BAD_QUANT_ORDERS);
+  for (int bad = 1; bad < 4; ++bad) {
+    task.set(SS_PARAM_QUANT_ORDERS, bad_orders + bad).set(SS_PARAM_QUANT_ORDER_COUNT, {1});
+    EXPECT_EQ(status(both, 0), SS_BAD_QUANT_ORDERS) << bad_orders[bad];
+  }
+  task.set(SS_PARAM_QUANT_ORDERS, &good);
+  EXPECT_EQ(status(both, 0), SS_NULL_ORDER_STATS);
+  task.set(SS_PARAM_ORDER_STATS, sorted);
+  EXPECT_EQ(status(both, 0), SS_NULL_STORAGE);
+  task.set(SS_PARAM_ORDER_STATS_STORAGE, {1});
+  EXPECT_EQ(status(both, 0), SS_BAD_STORAGE);
+  task.set(SS_PARAM_ORDER_STATS_STORAGE, {SS_COLUMNS});
+  EXPECT_EQ(status(both, 0), SS_BAD_METHOD);
+  EXPECT_EQ(status(both, ~uint64_t{SS_METHOD_FAST}), SS_BAD_METHOD);
+  EXPECT_EQ(status(both, SS_METHOD_FAST), SS_OK);
+  EXPECT_EQ(quantiles[0], 3);
+  task.set(SS_PARAM_OBSERVATION_COUNT, {0});
+  EXPECT_EQ(status(both, SS_METHOD_FAST), SS_BAD_OBSERVATION_COUNT);
+}
+
+TYPED_TEST(QuantilesTest, WeightedQuantileTakesEachBranch) {
+  using T = TypeParam;
+  const T tiny = std::numeric_limits<T>::epsilon() / 2;
+  const struct {
+    const char* what;
+    T q;
+    std::vector<T> x, weights;
+    T expected;
+  } cases[] = {{"on the target, even", T(0.5), {4, 1, 3, 2}, {1, 1, 1, 1}, T(2.5)},
+               {"on it, even, next without weight", T(0.5), {3, 1, 4, 2}, {0, 1, 2, 1}, 3},
+               {"on it, even, none with weight above", 1, {1, 4, 2, 3}, {1, 0, 1, 0}, 3},
+               {"on it, even, last", 1, {2, 1}, {1, 1}, 2},
+               {"on it, odd", T(0.5), {3, 2, 1}, {2, 1, 1}, 2},
+               {"above it, nothing below", T(0.5), {3, 1, 2}, {1, 5, 1}, 1},
+               {"above it, odd, weights balanced", T(0.5), {3, 1, 2}, {1, 1, 1}, 2},
+               {"above it, even, weights balanced", T(0.5), {3, 1, 2, 9}, {1, 1, 1, 0}, T(1.5)},
+               {"above it, odd, not balanced", T(0.375), {1, 3, 2}, {1, 3, 4}, T(1.5)},
+               {"above it, even", T(0.5), {8, 4, 2, 1}, {1, 4, 2, 1}, T(2.5)},
+               {"above it, none with weight between", T(0.5), {1, 2, 3, 4}, {1, 0, 0, 2}, T(1.75)},
+               {"no weights, odd", T(0.5), {3, 1, 2}, {0, 0, 0}, 1},
+               {"no weights, even", T(0.5), {3, 1}, {0, 0}, 2},
+               {"one observation", T(0.5), {7}, {3}, 7},
+               {"sum rounded below the target", 1, {2, 3, 1, 4}, {tiny, tiny, 1, 0}, 3}};
+  for (const auto& c : cases) {
+    const auto n = static_cast<int>(c.x.size());
+    for (const bool rows : {true, false}) {
+      // Two variables, the second one twice the first.
+      std::vector<T> x(2 * n);
+      for (int i = 0; i < n; ++i) {
+        x[rows ? i : 2 * i] = c.x[i];
+        x[rows ? n + i : 2 * i + 1] = 2 * c.x[i];
+      }
+      T result[] = {-1, -1, -1};
+      Task<T> task(2, n, rows ? SS_ROWS : SS_COLUMNS, x.data());
+      task.set(SS_PARAM_WEIGHTS, c.weights)
+          .set(SS_PARAM_QUANT_ORDERS, &c.q)
+          .set(SS_PARAM_QUANTILES, result);
+      EXPECT_EQ(Entries<T>::weighted_median(task, 0, 0, nullptr), SS_OK);
+      EXPECT_EQ(result[0], c.expected) << c.what;
+      EXPECT_EQ(result[1], 2 * c.expected) << c.what;
+      EXPECT_EQ(result[2], -1);
+    }
+  }
+}
+
+/// Weights must stay with their observations through the sort: integers as weights are repetitions.
+TYPED_TEST(QuantilesTest, WeightsAreRepetitions) {
+  using T = TypeParam;
+  std::mt19937 random(5);
+  for (const int n : {8, 9, 64, 65, 300, 1001}) {
+    std::vector<T> x, weights, repeated;
+    for (int i = 0; i < n; ++i) {
+      x.push_back(static_cast<T>(random() % 100000));
+      weights.push_back(static_cast<T>(random() % 4));
+      repeated.insert(repeated.end(), static_cast<size_t>(weights[i]), x[i]);
+    }
+    std::sort(repeated.begin(), repeated.end());
+    const auto total = static_cast<T>(repeated.size());
+    for (const T q : {T(0.125), T(0.5), T(0.75)}) {
+      T result;
+      Task<T> task(1, n, SS_ROWS, x.data());
+      task.set(SS_PARAM_WEIGHTS, weights)
+          .set(SS_PARAM_QUANT_ORDERS, &q)
+          .set(SS_PARAM_QUANTILES, &result);
+      EXPECT_EQ(Entries<T>::weighted_median(task, 0, 0, nullptr), SS_OK);
+      // Between the value at which the target is passed and its neighbours in the data.
+      const auto at = repeated.begin() + static_cast<int>(std::ceil(total * q)) - 1;
+      EXPECT_LE(result, *std::upper_bound(at, repeated.end() - 1, *at)) << n << ' ' << q;
+      EXPECT_GE(result, *(std::lower_bound(repeated.begin() + 1, at, *at) - 1)) << n << ' ' << q;
+    }
+  }
+}
+
+}  // namespace

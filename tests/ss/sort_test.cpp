@@ -1,0 +1,307 @@
+// Sorting and selection in place: the arrangement they leave, on inputs of every shape.
+#include <orv/sort.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <random>
+#include <type_traits>
+
+#include "support.hpp"
+
+namespace {
+
+template <class T>
+struct Sorters;
+
+#define ORV_SORTERS(T, t, bits)                                       \
+  template <>                                                         \
+  struct Sorters<T> {                                                 \
+    using Bits = uint##bits##_t;                                      \
+    static constexpr auto sort = __zok##t##QSort;                     \
+    static constexpr auto step = __zok##t##QSortStep;                 \
+    static constexpr auto select = __zok##t##QSortSelect;             \
+    static constexpr auto radix = p8_tebsSortRadixAscend_##bits##f_I; \
+  };
+ORV_SORTERS(double, d, 64)
+ORV_SORTERS(float, s, 32)
+#undef ORV_SORTERS
+
+/// Plain scans, as the textbook has them: what the library's blocks must not be told from.
+template <class T>
+struct Textbook {
+  struct Split {
+    int i, j;
+  };
+
+  static Split partition(T* a, int lo, int hi) {
+    const auto order = [&](int x, int y) {
+      if (a[x] > a[y]) std::swap(a[x], a[y]);
+    };
+    std::swap(a[lo + 1], a[(lo + hi) / 2]);
+    order(lo, hi);
+    order(lo + 1, hi);
+    order(lo, lo + 1);
+    const T pivot = a[lo + 1];
+    int i = lo + 1, j = hi;
+    for (;;) {
+      do ++i;
+      while (pivot > a[i]);
+      do --j;
+      while (a[j] > pivot);
+      if (j < i) break;
+      std::swap(a[i], a[j]);
+    }
+    a[lo + 1] = a[j];
+    a[j] = pivot;
+    return {i, j};
+  }
+
+  static void sort(T* a, int lo, int hi) {
+    if (hi - lo >= 7) {
+      const auto [i, j] = partition(a, lo, hi);
+      sort(a, lo, j - 1);
+      sort(a, i, hi);
+      return;
+    }
+    for (int i = lo + 1; i <= hi; ++i) {
+      for (int k = i; k > lo && a[k - 1] > a[k]; --k) std::swap(a[k - 1], a[k]);
+    }
+  }
+
+  static void select(T* a, int n, int k) {
+    int lo = 0, hi = n - 1;
+    while (hi > lo + 1) {
+      const auto [i, j] = partition(a, lo, hi);
+      if (j >= k) hi = j - 1;
+      if (j <= k) lo = i;
+    }
+    if (hi == lo + 1 && a[lo] > a[hi]) std::swap(a[lo], a[hi]);
+  }
+};
+
+template <class T>
+struct Input {
+  const char* name;
+  std::function<T(int i, int n, std::mt19937& random)> element;
+};
+
+template <class T>
+std::vector<Input<T>> inputs(bool with_nan) {
+  using Limits = std::numeric_limits<T>;
+  static const T odd[] = {T(0),
+                          -T(0),
+                          Limits::denorm_min(),
+                          -Limits::denorm_min(),
+                          Limits::min(),
+                          1,
+                          Limits::infinity(),
+                          -Limits::infinity(),
+                          Limits::max(),
+                          -1,
+                          Limits::lowest(),
+                          Limits::quiet_NaN(),
+                          -Limits::quiet_NaN()};
+  const unsigned odd_count = with_nan ? 13 : 11;
+  return {{"random", [](int, int, auto& r) { return std::normal_distribution<T>()(r); }},
+          {"one of three", [](int, int, auto& r) { return static_cast<T>(r() % 3); }},
+          {"equal", [](int, int, auto&) { return T(-5); }},
+          {"sorted", [](int i, int, auto&) { return static_cast<T>(i); }},
+          {"reversed", [](int i, int n, auto&) { return static_cast<T>(n - i); }},
+          {"organ pipe", [](int i, int n, auto&) { return static_cast<T>(i < n / 2 ? i : n - i); }},
+          {"sawtooth", [](int i, int, auto&) { return static_cast<T>(i % 37); }},
+          {"odd values", [odd_count](int, int, auto& r) { return odd[r() % odd_count]; }},
+          {"now and then", [odd_count](int i, int, auto& r) {
+             return r() % 8 == 0 ? odd[r() % odd_count] : static_cast<T>(i);
+           }}};
+}
+
+constexpr int lengths[] = {0,   1,   2,   3,   4,   5,   6,   7,    8,    9,    10,
+                           12,  15,  31,  33,  34,  35,  36,  63,   64,   65,   66,
+                           67,  68,  69,  72,  97,  127, 128, 129,  130,  131,  133,
+                           200, 255, 511, 512, 513, 514, 600, 1000, 2049, 5000, 20000};
+
+/// Elements behind the data must stay.
+constexpr int spare = 16;
+
+template <class T>
+class SortTest : public testing::Test {
+ public:
+  using Bits = typename Sorters<T>::Bits;
+
+  static std::vector<Bits> bits(const std::vector<T>& a) {
+    std::vector<Bits> b;
+    for (const T x : a) b.push_back(std::bit_cast<Bits>(x));
+    return b;
+  }
+
+  /// The same bits, whatever their order.
+  static void expect_permutation(const std::vector<T>& a, const std::vector<T>& of) {
+    auto x = bits(a), y = bits(of);
+    std::sort(x.begin(), x.end());
+    std::sort(y.begin(), y.end());
+    EXPECT_EQ(x, y);
+  }
+
+  /// Calls test(data with a margin, n) for every input.
+  static void for_each(bool with_nan, const std::function<void(std::vector<T>, int)>& test) {
+    std::mt19937 random(1);
+    for (const auto& input : inputs<T>(with_nan)) {
+      for (const int n : lengths) {
+        SCOPED_TRACE(std::string(input.name) + ", n = " + std::to_string(n));
+        std::vector<T> a;
+        for (int i = 0; i < n; ++i) a.push_back(input.element(i, n, random));
+        // The margin would tempt a scan that leaves the data.
+        for (int i = 0; i < spare; ++i) a.push_back(i % 2 == 0 ? T(-1e30) : T(1e30));
+        test(a, n);
+        if (testing::Test::HasFailure()) return;
+      }
+    }
+  }
+
+  static bool has_nan(const std::vector<T>& a) {
+    return std::any_of(a.begin(), a.end(), [](T x) { return std::isnan(x); });
+  }
+};
+using Precisions = testing::Types<double, float>;
+TYPED_TEST_SUITE(SortTest, Precisions);
+
+TYPED_TEST(SortTest, LeavesTheTextbooksArrangement) {
+  using T = TypeParam;
+  this->for_each(true, [&](const std::vector<T>& data, int n) {
+    auto sorted = data, expected = data;
+    Sorters<T>::sort(n, sorted.data());
+    if (this->has_nan(data)) {
+      this->expect_permutation(sorted, data);
+    } else {
+      Textbook<T>::sort(expected.data(), 0, n - 1);
+      ASSERT_TRUE(std::is_sorted(sorted.begin(), sorted.begin() + n));
+      EXPECT_EQ(this->bits(sorted), this->bits(expected));
+    }
+    for (const int stride : {1, 3}) {
+      std::vector<T> spaced(data.size() * stride, T(7)), of_spaced = spaced;
+      for (size_t i = 0; i < data.size(); ++i) {
+        spaced[i * stride] = data[i];
+        of_spaced[i * stride] = sorted[i];
+      }
+      Sorters<T>::step(n, spaced.data(), stride);
+      if (this->has_nan(data)) {
+        this->expect_permutation(spaced, of_spaced);
+      } else {
+        EXPECT_EQ(this->bits(spaced), this->bits(of_spaced)) << stride;
+      }
+    }
+  });
+}
+
+TYPED_TEST(SortTest, SelectionLeavesTheTextbooksArrangement) {
+  using T = TypeParam;
+  this->for_each(true, [&](const std::vector<T>& data, int n) {
+    for (const int k : {0, 1, n / 3, n / 2, n - 2, n - 1}) {
+      if (k < 0 || k >= n) continue;
+      auto selected = data, expected = data;
+      const T x = Sorters<T>::select(n, selected.data(), k);
+      Textbook<T>::select(expected.data(), n, k);
+      ASSERT_EQ(this->bits(selected), this->bits(expected)) << k;
+      ASSERT_EQ(this->bits({x}), this->bits({selected[k]}));
+      if (this->has_nan(data)) continue;
+      std::sort(expected.begin(), expected.begin() + n);
+      EXPECT_EQ(x, expected[k]) << k;
+    }
+  });
+}
+
+TYPED_TEST(SortTest, RadixOrdersByBits) {
+  using T = TypeParam;
+  using Word = typename TestFixture::Bits;
+  // Fewer digits that differ take fewer passes: the result must end in the data all the same.
+  std::mt19937_64 random(2);
+  const auto check = [&](std::vector<T> data, int n) {
+    if (n == 0) return;
+    auto expected = data;
+    std::vector<T> work(data.size(), T(7));
+    std::sort(expected.begin(), expected.begin() + n, [](T x, T y) {
+      using Signed = std::make_signed_t<Word>;
+      const auto key = [](T z) {
+        const auto b = std::bit_cast<Signed>(z);
+        return b < 0 ? b ^ std::numeric_limits<Signed>::max() : b;
+      };
+      return key(x) < key(y);
+    });
+    EXPECT_EQ(Sorters<T>::radix(data.data(), work.data(), n), SORT_OK);
+    EXPECT_EQ(this->bits(data), this->bits(expected));
+    EXPECT_EQ(work[n], 7) << "written beyond the end of the work space";
+  };
+  this->for_each(true, check);
+  constexpr int words = sizeof(T) / 4;
+  for (unsigned used = 0; used < 1u << (3 * words); ++used) {
+    SCOPED_TRACE("digits " + std::to_string(used));
+    Word mask = 0;
+    for (int d = 0; d < 3 * words; ++d) {
+      if ((used >> d & 1) != 0)
+        mask |= Word{d % 3 == 2 ? 0x3ffu : 0x7ffu} << (d / 3 * 32 + d % 3 * 11);
+    }
+    const Word rest = static_cast<Word>(random()) & ~mask;
+    std::vector<T> data;
+    for (int i = 0; i < 301; ++i) {
+      data.push_back(
+          std::bit_cast<T>(static_cast<Word>((static_cast<Word>(random()) & mask) | rest)));
+    }
+    check(data, 300);
+  }
+}
+
+TEST(Sort, MoreFloatsThanAFloatCounts) {
+  std::mt19937 random(3);
+  std::vector<float> a((1 << 24) + 4099);
+  for (auto& x : a) x = static_cast<float>(random());
+  auto spaced = a;
+  __zoksQSort(static_cast<int32_t>(a.size()), a.data());
+  EXPECT_TRUE(std::is_sorted(a.begin(), a.end()));
+  __zoksQSortStep(static_cast<int32_t>(a.size()), spaced.data(), 1);
+  EXPECT_TRUE(spaced == a);
+}
+
+TEST(Sort, PrimitivesRefuse) {
+  double d[] = {2, 1}, dw[2];
+  float f[] = {2, 1}, fw[2] = {5, 5};
+  int32_t i[] = {3, 4};
+  EXPECT_EQ(p8_tebsSortRadixAscend_64f_I(nullptr, dw, 0), SORT_NULL_POINTER);
+  EXPECT_EQ(p8_tebsSortRadixAscend_64f_I(d, nullptr, 2), SORT_NULL_POINTER);
+  EXPECT_EQ(p8_tebsSortRadixAscend_64f_I(d, dw, 0), SORT_BAD_LENGTH);
+  EXPECT_EQ(p8_tebsSortRadixAscend_32f_I(nullptr, fw, 2), SORT_NULL_POINTER);
+  EXPECT_EQ(p8_tebsSortRadixAscend_32f_I(f, nullptr, 0), SORT_NULL_POINTER);
+  EXPECT_EQ(p8_tebsSortRadixAscend_32f_I(f, fw, -1), SORT_BAD_LENGTH);
+  EXPECT_EQ(p8_tebsCopy_32f(nullptr, fw, 0), SORT_NULL_POINTER);
+  EXPECT_EQ(p8_tebsCopy_32f(f, nullptr, 2), SORT_NULL_POINTER);
+  EXPECT_EQ(p8_tebsCopy_32f(f, fw, 0), SORT_BAD_LENGTH);
+  EXPECT_EQ(p8_tebsZero_32s(nullptr, 0), SORT_NULL_POINTER);
+  EXPECT_EQ(p8_tebsZero_32s(i, -1), SORT_BAD_LENGTH);
+  EXPECT_EQ(d[0], 2);
+  EXPECT_EQ(f[0], 2);
+  EXPECT_EQ(fw[0], 5);
+  EXPECT_EQ(i[0], 3);
+}
+
+TEST(Sort, PrimitivesCopyAndZeroJustWhatTheyAreTold) {
+  std::vector<float> from(3000), to;
+  for (size_t k = 0; k < from.size(); ++k) from[k] = static_cast<float>(k + 1);
+  for (const int offset : {0, 1, 3}) {
+    for (const int n : {1, 2, 15, 16, 17, 64, 65, 1000, 2900}) {
+      to.assign(3000, -1);
+      EXPECT_EQ(p8_tebsCopy_32f(from.data() + 1, to.data() + offset, n), SORT_OK);
+      for (int k = 0; k < 3000; ++k) {
+        const bool inside = k >= offset && k < offset + n;
+        ASSERT_EQ(to[k], inside ? from[k - offset + 1] : -1) << offset << ' ' << n << ' ' << k;
+      }
+      std::vector<int32_t> words(3000, 9);
+      EXPECT_EQ(p8_tebsZero_32s(words.data() + offset, n), SORT_OK);
+      EXPECT_EQ(std::count(words.begin() + offset, words.begin() + offset + n, 0), n);
+      EXPECT_EQ(std::count(words.begin(), words.end(), 9), 3000 - n);
+    }
+  }
+}
+
+}  // namespace

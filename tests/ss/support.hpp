@@ -1,0 +1,87 @@
+// What the tests of statistics share: the entries of either precision under one name, and tasks
+// that end with their scope.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <initializer_list>
+#include <vector>
+
+#include "orv/ss.h"
+#include "orv/threads.h"
+
+namespace orv_test {
+
+/// The entries for floating type T.
+template <class T>
+struct Entries;
+
+#define ORV_ENTRIES(T, t)                                                    \
+  template <>                                                                \
+  struct Entries<T> {                                                        \
+    static constexpr auto new_task = __zok##t##SSNewTask;                    \
+    static constexpr auto edit = __zok##t##SSEditTask;                       \
+    static constexpr auto basic = _zok##t##SSBasic;                          \
+    static constexpr auto minmax = _zok##t##SSMinmax;                        \
+    static constexpr auto quantiles = _zok##t##SSQuantiles;                  \
+    static constexpr auto weighted_median = _zok##t##SSWMedian;              \
+    static constexpr auto pooled_covariance = _zok##t##SSPooledCovariance;   \
+    static constexpr auto partial_covariance = _zok##t##SSPartialCovariance; \
+  };
+ORV_ENTRIES(double, d)
+ORV_ENTRIES(float, s)
+#undef ORV_ENTRIES
+
+/// A task over data that the test keeps, with integers of either width.
+template <class T>
+class Task {
+ public:
+  /// x may be null.
+  Task(int64_t p, int64_t n, int64_t layout, const T* x, bool wide = false) : wide_(wide) {
+    const void* address[] = {keep({p}), keep({n}), keep({layout})};
+    EXPECT_EQ(
+        Entries<T>::new_task(&task_, address[0], address[1], address[2], x, nullptr, nullptr, wide),
+        SS_OK);
+  }
+  ~Task() {
+    if (task_ != nullptr) __zokSSDeleteTask(&task_);
+  }
+  Task(const Task&) = delete;
+  Task& operator=(const Task&) = delete;
+
+  operator SSTask*() const { return task_; }
+  SSTask* operator->() const { return task_; }
+
+  /// Sets a parameter to an array of the test's.
+  Task& set(int64_t parameter, const T* array) {
+    EXPECT_EQ(Entries<T>::edit(task_, parameter, array), SS_OK) << "parameter " << parameter;
+    return *this;
+  }
+  Task& set(int64_t parameter, const std::vector<T>& array) { return set(parameter, array.data()); }
+
+  /// Sets a parameter to integers, which the task keeps.
+  Task& set(int64_t parameter, std::initializer_list<int64_t> values) {
+    return set_integers(parameter, values);
+  }
+  Task& set_integers(int64_t parameter, const std::vector<int64_t>& values) {
+    EXPECT_EQ(__zokiSSEditTask(task_, parameter, keep(values)), SS_OK) << "parameter " << parameter;
+    return *this;
+  }
+
+ private:
+  const void* keep(const std::vector<int64_t>& values) {
+    auto& kept = kept_.emplace_back();
+    for (const int64_t value : values) {
+      kept.push_back(static_cast<int32_t>(value));
+      if (wide_) kept.push_back(static_cast<int32_t>(value >> 32));
+    }
+    return kept.data();
+  }
+
+  bool wide_;
+  SSTask* task_ = nullptr;
+  std::vector<std::vector<int32_t>> kept_;
+};
+
+}  // namespace orv_test

@@ -1,0 +1,5 @@
+#include "orv/ss.h"
+
+using T = double;
+#define ENTRY(name) __zokdSS##name
+#include "editors.inc"

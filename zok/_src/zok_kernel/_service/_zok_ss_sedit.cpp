@@ -1,0 +1,5 @@
+#include "orv/ss.h"
+
+using T = float;
+#define ENTRY(name) __zoksSS##name
+#include "editors.inc"

@@ -1,0 +1,57 @@
+// The matrix routines of BLAS and LAPACK, with one name for both precisions. Matrices are stored by
+// columns; a letter's length follows the arguments, as Fortran passes it.
+#pragma once
+
+#include <stddef.h>
+#include <stdint.h>
+
+#define ORV_MATRIX_ROUTINES(X, T)                                                                  \
+  extern "C" {                                                                                     \
+  void X##gemm_(const char* transa, const char* transb, const int32_t* m, const int32_t* n,        \
+                const int32_t* k, const T* alpha, const T* a, const int32_t* lda, const T* b,      \
+                const int32_t* ldb, const T* beta, T* c, const int32_t* ldc, size_t, size_t);      \
+  void X##syrk_(const char* uplo, const char* trans, const int32_t* n, const int32_t* k,           \
+                const T* alpha, const T* a, const int32_t* lda, const T* beta, T* c,               \
+                const int32_t* ldc, size_t, size_t);                                               \
+  void X##syr_(const char* uplo, const int32_t* n, const T* alpha, const T* x,                     \
+               const int32_t* incx, T* a, const int32_t* lda, size_t);                             \
+  void X##potrf_(const char* uplo, const int32_t* n, T* a, const int32_t* lda, int32_t* info,      \
+                 size_t);                                                                          \
+  void X##potri_(const char* uplo, const int32_t* n, T* a, const int32_t* lda, int32_t* info,      \
+                 size_t);                                                                          \
+  }                                                                                                \
+  namespace orv {                                                                                  \
+  inline namespace ORV_TAG {                                                                       \
+  /* C = alpha op(A) op(B) + beta C, op(A) m by k. */                                              \
+  inline void gemm(char transa, char transb, int32_t m, int32_t n, int32_t k, T alpha, const T* a, \
+                   int32_t lda, const T* b, int32_t ldb, T beta, T* c, int32_t ldc) {              \
+    X##gemm_(&transa, &transb, &m, &n, &k, &alpha, a, &lda, b, &ldb, &beta, c, &ldc, 1, 1);        \
+  }                                                                                                \
+  /* C = alpha A A' + beta C (trans n, A n by k) or alpha A' A + beta C (t, A k by n). */          \
+  inline void syrk(char uplo, char trans, int32_t n, int32_t k, T alpha, const T* a, int32_t lda,  \
+                   T beta, T* c, int32_t ldc) {                                                    \
+    X##syrk_(&uplo, &trans, &n, &k, &alpha, a, &lda, &beta, c, &ldc, 1, 1);                        \
+  }                                                                                                \
+  /* A += alpha x x'. */                                                                           \
+  inline void syr(char uplo, int32_t n, T alpha, const T* x, T* a, int32_t lda) {                  \
+    const int32_t step = 1;                                                                        \
+    X##syr_(&uplo, &n, &alpha, x, &step, a, &lda, 1);                                              \
+  }                                                                                                \
+  /* Cholesky factor in place; 0, or which leading minor is not positive. */                       \
+  inline int32_t potrf(char uplo, int32_t n, T* a, int32_t lda) {                                  \
+    int32_t info = 0;                                                                              \
+    X##potrf_(&uplo, &n, a, &lda, &info, 1);                                                       \
+    return info;                                                                                   \
+  }                                                                                                \
+  /* Inverse from the Cholesky factor, in place; 0, or which element of the factor is zero. */     \
+  inline int32_t potri(char uplo, int32_t n, T* a, int32_t lda) {                                  \
+    int32_t info = 0;                                                                              \
+    X##potri_(&uplo, &n, a, &lda, &info, 1);                                                       \
+    return info;                                                                                   \
+  }                                                                                                \
+  }                                                                                                \
+  }
+
+ORV_MATRIX_ROUTINES(d, double)
+ORV_MATRIX_ROUTINES(s, float)
+#undef ORV_MATRIX_ROUTINES
