@@ -3,6 +3,7 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <iterator>
@@ -14,20 +15,6 @@
 
 namespace orv_cli {
 namespace {
-
-bool is_missing(const std::string& text) { return text.empty() || text == "NA"; }
-
-/// False if the text is not all of a number. The C locale holds: nothing here sets another.
-template <class T>
-bool parse(const std::string& text, T& value) {
-  char* end;
-  if constexpr (std::is_same_v<T, float>) {
-    value = std::strtof(text.c_str(), &end);
-  } else {
-    value = std::strtod(text.c_str(), &end);
-  }
-  return !text.empty() && end == text.c_str() + text.size();
-}
 
 bool is_number(const std::string& text) {
   double value;
@@ -53,68 +40,121 @@ bool looks_like_header(const CsvRow& row, bool is_list) {
 
 }  // namespace
 
-ColumnReader::ColumnReader(const std::string& path, const std::vector<std::string>& columns,
-                           Header header, Missing missing)
-    : file_(path), missing_(missing) {
+Header header_of(std::string_view text) {
+  return text == "yes" ? Header::yes : text == "no" ? Header::no : Header::automatic;
+}
+
+/// The C locale holds: nothing here sets another.
+template <class T>
+bool parse(const std::string& text, T& value) {
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  if (error == std::errc() && stop == end) return true;
+  // What from_chars doesn't know: a plus sign, hexadecimal digits, what is out of range.
+  char* other_stop;
+  if constexpr (std::is_same_v<T, float>) {
+    value = std::strtof(text.c_str(), &other_stop);
+  } else {
+    value = std::strtod(text.c_str(), &other_stop);
+  }
+  return !text.empty() && other_stop == end;
+}
+
+template bool parse<float>(const std::string& text, float& value);
+template bool parse<double>(const std::string& text, double& value);
+
+// ---- Table --------------------------------------------------------------------------------------
+
+Table::Table(const std::string& path, Header header, bool is_list)
+    : file_(path), is_list_(is_list) {
   if (!file_.next(row_)) throw Error("{} holds no number", file_.name());
   width_ = row_.cells.size();
-  if (header == Header::yes ||
-      (header == Header::automatic && looks_like_header(row_, columns.empty()))) {
+  if (header == Header::yes || (header == Header::automatic && looks_like_header(row_, is_list))) {
     names_ = row_.cells;
   } else {
     row_is_read_ = true;
   }
-  for (const std::string& column : columns) columns_.push_back(find_column(column));
-  if (columns.empty() && names_.size() > 1) {
-    throw Error("{} has columns {}: choose one with --column", file_.name(), list_of(names_));
-  }
 }
 
-size_t ColumnReader::find_column(const std::string& column) const {
+const CsvRow* Table::next() {
+  if (row_is_read_) {
+    row_is_read_ = false;
+  } else if (!file_.next(row_)) {
+    return nullptr;
+  }
+  if (!is_list_ && row_.cells.size() != width_) {
+    throw Error("{}, line {}: {} columns where the first row has {}", file_.name(), row_.line,
+                row_.cells.size(), width_);
+  }
+  return &row_;
+}
+
+size_t Table::find_column(const std::string& column, std::string_view option) const {
   const auto named = std::ranges::count(names_, column);
   if (named == 1) return std::ranges::find(names_, column) - names_.begin();
   if (named > 1) {
-    throw Error("--column {}: {} has {} columns of that name; give the column's number, 1 to {}",
+    throw Error("{} {}: {} has {} columns of that name; give the column's number, 1 to {}", option,
                 in_quotes(column), file_.name(), named, width_);
   }
   char* end;
   const long number = std::strtol(column.c_str(), &end, 10);
   if (*end == '\0' && number >= 1 && static_cast<size_t>(number) <= width_) return number - 1;
-  throw Error("no column {} in {}; allowed are 1 to {}{}{}", in_quotes(column), file_.name(),
-              width_, names_.empty() ? " (no header row)" : ", ", list_of(names_));
+  throw Error("{}: no column {} in {}; allowed are 1 to {}{}{}", option, in_quotes(column),
+              file_.name(), width_, names_.empty() ? " (no header row)" : ", ", list_of(names_));
 }
 
-bool ColumnReader::next_row() {
-  if (row_is_read_) {
-    row_is_read_ = false;
-    return true;
+template <class T>
+T Table::number(const std::string& text, int64_t line, size_t column) const {
+  T value;
+  if (!parse(text, value)) {
+    throw Error("{}: {} is not a number; allowed are 2, -0.5, 1e-3, 0x1p-3, inf, nan",
+                place(line, column), in_quotes(text));
   }
-  return file_.next(row_);
+  if (std::isinf(value) && text.find_first_of("iI") == std::string::npos) {  // not spelled out
+    throw Error("{}: {} is out of range; the largest {} is {}", place(line, column),
+                in_quotes(text), sizeof(T) == 4 ? "float" : "double",
+                std::numeric_limits<T>::max());
+  }
+  return value;
 }
 
-std::string ColumnReader::place(const Cell& cell) const {
-  const std::string name =
-      cell.column < names_.size() ? " (" + one_line(names_[cell.column]) + ")" : "";
-  return fmt::format("{}, line {}, column {}{}", file_.name(), cell.line, cell.column + 1, name);
+template float Table::number<float>(const std::string& text, int64_t line, size_t column) const;
+template double Table::number<double>(const std::string& text, int64_t line, size_t column) const;
+
+std::string Table::place(int64_t line, size_t column) const {
+  const std::string name = column < names_.size() ? " (" + one_line(names_[column]) + ")" : "";
+  return fmt::format("{}, line {}, column {}{}", file_.name(), line, column + 1, name);
+}
+
+// ---- ColumnReader -------------------------------------------------------------------------------
+
+ColumnReader::ColumnReader(const std::string& path, const std::vector<std::string>& columns,
+                           Header header, Missing missing)
+    : table_(path, header, columns.empty()), missing_(missing) {
+  for (const std::string& column : columns) {
+    columns_.push_back(table_.find_column(column, "--column"));
+  }
+  if (columns.empty() && table_.names().size() > 1) {
+    throw Error("{} has columns {}: choose one with --column", file().name(),
+                list_of(table_.names()));
+  }
 }
 
 bool ColumnReader::next_of_columns(std::vector<Cell>& cells) {
-  if (!next_row()) return false;
-  if (row_.cells.size() != width_) {
-    throw Error("{}, line {}: {} columns where the first row has {}", file_.name(), row_.line,
-                row_.cells.size(), width_);
-  }
-  for (const size_t column : columns_) cells.push_back({row_.cells[column], row_.line, column});
+  const CsvRow* const row = table_.next();
+  if (row == nullptr) return false;
+  for (const size_t column : columns_) cells.push_back({row->cells[column], row->line, column});
   return true;
 }
 
 bool ColumnReader::next_of_list(std::vector<Cell>& cells) {
   while (words_.empty()) {
-    if (!next_row()) return false;
-    for (size_t column = 0; column < row_.cells.size(); ++column) {
-      const std::string& cell = row_.cells[column];
-      if (cell.empty()) words_.push_back({"", row_.line, column});
-      for (const std::string& word : words_of(cell)) words_.push_back({word, row_.line, column});
+    const CsvRow* const row = table_.next();
+    if (row == nullptr) return false;
+    for (size_t column = 0; column < row->cells.size(); ++column) {
+      const std::string& cell = row->cells[column];
+      if (cell.empty()) words_.push_back({"", row->line, column});
+      for (const std::string& word : words_of(cell)) words_.push_back({word, row->line, column});
     }
   }
   cells.push_back(std::move(words_.front()));
@@ -130,8 +170,8 @@ bool ColumnReader::next(std::vector<Cell>& cells) {
     for (Cell& cell : cells) {
       if (!is_missing(cell.text)) continue;
       if (missing_ == Missing::fail) {
-        throw Error("{}: the cell is {}; a number is needed, or --missing skip or nan", place(cell),
-                    cell.text.empty() ? "empty" : "NA");
+        throw Error("{}: the cell is {}; a number is needed, or --missing skip or nan",
+                    table_.place(cell.line, cell.column), cell.text.empty() ? "empty" : "NA");
       }
       skip |= missing_ == Missing::skip;
       cell.text = "nan";
@@ -139,23 +179,5 @@ bool ColumnReader::next(std::vector<Cell>& cells) {
     if (!skip) return true;
   }
 }
-
-template <class T>
-T ColumnReader::number(const Cell& cell) const {
-  T value;
-  if (!parse(cell.text, value)) {
-    throw Error("{}: {} is not a number; allowed are 2, -0.5, 1e-3, 0x1p-3, inf, nan", place(cell),
-                in_quotes(cell.text));
-  }
-  const bool spelled_out = cell.text.find_first_of("iI") != std::string::npos;
-  if (std::isinf(value) && !spelled_out) {
-    throw Error("{}: {} is out of range; the largest {} is {}", place(cell), in_quotes(cell.text),
-                sizeof(T) == 4 ? "float" : "double", std::numeric_limits<T>::max());
-  }
-  return value;
-}
-
-template float ColumnReader::number<float>(const Cell& cell) const;
-template double ColumnReader::number<double>(const Cell& cell) const;
 
 }  // namespace orv_cli

@@ -1,4 +1,4 @@
-// The numbers of one or two columns of a CSV file, or all numbers of a plain list.
+// The columns of a CSV file: their names, and the numbers in them.
 #pragma once
 
 #include <cstdint>
@@ -14,6 +14,8 @@ namespace orv_cli {
 enum class Header { automatic, yes, no };
 enum class Missing { fail, skip, nan };
 
+Header header_of(std::string_view text);  // "auto", "yes" or "no"
+
 /// A cell, or a word of a list's cell.
 struct Cell {
   std::string text;
@@ -21,6 +23,45 @@ struct Cell {
   size_t column = 0;  // from 0
 };
 
+inline bool is_missing(std::string_view text) { return text.empty() || text == "NA"; }
+
+/// False if the text is not all of a number, as strtod reads it.
+template <class T>
+bool parse(const std::string& text, T& value);
+
+/// The rows of a file, which may begin with one of names.
+class Table {
+ public:
+  /// A list is a file whose rows may have any width; its cells may hold several numbers each.
+  Table(const std::string& path, Header header, bool is_list = false);
+
+  /// The next row below the names; null at the end of the file.
+  const CsvRow* next();
+
+  size_t width() const { return width_; }
+  const std::vector<std::string>& names() const { return names_; }  // empty without such a row
+  const CsvReader& file() const { return file_; }
+
+  /// The place from 0 of a column that is given by its name or its number from 1.
+  size_t find_column(const std::string& column, std::string_view option) const;
+
+  /// The number in a cell, rounded once to T.
+  template <class T>
+  T number(const std::string& text, int64_t line, size_t column) const;
+
+  /// "FILE, line 2, column 3 (Name)"
+  std::string place(int64_t line, size_t column) const;
+
+ private:
+  CsvReader file_;
+  bool is_list_;
+  std::vector<std::string> names_;
+  CsvRow row_;
+  bool row_is_read_ = false;  // the first row turned out not to be a header
+  size_t width_ = 0;
+};
+
+/// The numbers of one or two columns, or all numbers of a plain list.
 class ColumnReader {
  public:
   /// Columns are given by name or by number from 1. With none, every number of the file is read,
@@ -32,27 +73,20 @@ class ColumnReader {
   /// cell is treated as was asked for. False at the end of the file.
   bool next(std::vector<Cell>& cells);
 
-  /// The number in a cell, rounded once to T.
   template <class T>
-  T number(const Cell& cell) const;
+  T number(const Cell& cell) const {
+    return table_.number<T>(cell.text, cell.line, cell.column);
+  }
 
-  const CsvReader& file() const { return file_; }
+  const CsvReader& file() const { return table_.file(); }
 
  private:
-  bool next_row();
-  void find_columns(const std::vector<std::string>& columns);
-  size_t find_column(const std::string& column) const;
   bool next_of_columns(std::vector<Cell>& cells);
   bool next_of_list(std::vector<Cell>& cells);
-  std::string place(const Cell& cell) const;
 
-  CsvReader file_;
+  Table table_;
   Missing missing_;
-  std::vector<std::string> names_;  // of all columns; empty without a header row
   std::vector<size_t> columns_;
-  CsvRow row_;
-  bool row_is_read_ = false;  // the first row turned out not to be a header
-  size_t width_ = 0;
   std::deque<Cell> words_;
 };
 

@@ -11,5 +11,6 @@ void add_math_command(CLI::App& app);
 void add_info_command(CLI::App& app);
 void add_measure_command(CLI::App& app);
 void add_random_command(CLI::App& app);
+void add_stats_command(CLI::App& app);
 
 }  // namespace orv_cli

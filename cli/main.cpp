@@ -16,15 +16,16 @@ constexpr const char* word_size = sizeof(void*) == 8 ? "x86-64" : "32-bit x86";
 [[noreturn]] void throw_no_command(const CLI::App& app) {
   const std::vector<std::string> given = app.remaining();
   throw orv_cli::Error(
-      "{}; allowed are math, info, measure, random, --help and --version",
+      "{}; allowed are math, info, measure, random, stats, --help and --version",
       given.empty() ? "no command is given" : orv_cli::in_quotes(given[0]) + " is no command");
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  CLI::App app("Vector mathematics and random numbers for x86 with AVX, on the command line.",
-               "orv");
+  CLI::App app(
+      "Vector mathematics, random numbers and statistics for x86 with AVX, on the command line.",
+      "orv");
   app.set_version_flag("--version", fmt::format("orv {} ({})", ORV_VERSION, word_size));
   app.footer(
       "'orv COMMAND --help' tells more. Exit codes: 0 success, 2 a mistake in what was given.");
@@ -32,6 +33,7 @@ int main(int argc, char** argv) {
   orv_cli::add_info_command(app);
   orv_cli::add_measure_command(app);
   orv_cli::add_random_command(app);
+  orv_cli::add_stats_command(app);
   app.require_subcommand(0, 1);
   app.allow_extras();  // an unknown command; the commands themselves allow no extras
   try {

@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <iterator>
 #include <memory>
 #include <type_traits>
@@ -16,6 +16,7 @@
 #include "commands.hpp"
 #include "error.hpp"
 #include "functions.hpp"
+#include "output.hpp"
 #include "progress.hpp"
 
 namespace orv_cli {
@@ -185,9 +186,7 @@ void print(const std::vector<T>& r, bool interleaved) {
   for (size_t i = 0; i < r.size(); i += interleaved ? 2 : 1) {
     fmt::format_to(out, "{}\n", interleaved ? text_of(r[i], r[i + 1]) : text_of(r[i]));
   }
-  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
-    throw Error("cannot write the results to standard output: {}", std::strerror(errno));
-  }
+  write(text.data(), text.size());
 }
 
 template <class T>
@@ -221,10 +220,6 @@ std::vector<std::string> argument_columns(const Function& f, const Options& opti
   if (options.column.empty()) return {};
   if (!two) return {options.column};
   return {options.column, options.second};
-}
-
-Header header_of(const std::string& text) {
-  return text == "yes" ? Header::yes : text == "no" ? Header::no : Header::automatic;
 }
 
 Missing missing_of(const std::string& text) {

@@ -5,11 +5,8 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstring>
 #include <iterator>
 #include <limits>
 #include <memory>
@@ -20,6 +17,7 @@
 
 #include "commands.hpp"
 #include "error.hpp"
+#include "output.hpp"
 #include "progress.hpp"
 #include "random_streams.hpp"
 
@@ -86,12 +84,6 @@ template <class T>
 void append_text(fmt::memory_buffer& text, std::span<const T> numbers, size_t words) {
   for (size_t i = 0; i < numbers.size(); ++i) {
     fmt::format_to(std::back_inserter(text), "{}{}", numbers[i], (i + 1) % words ? ' ' : '\n');
-  }
-}
-
-void write(const void* data, size_t size) {
-  if (std::fwrite(data, 1, size, stdout) != size || std::fflush(stdout) != 0) {
-    throw Error("cannot write the numbers to standard output: {}", std::strerror(errno));
   }
 }
 

@@ -1,9 +1,10 @@
-# Headers, both libraries, a CMake package and a pkg-config file. The command installs itself.
+# Headers, the libraries, a CMake package and a pkg-config file. The command installs itself.
 # Everything finds its neighbours from its own place: an installed tree can be moved.
 include(CMakePackageConfigHelpers)
 
 set_target_properties(orv_qem PROPERTIES INSTALL_RPATH "\$ORIGIN")
-install(TARGETS orv_qem orv_serv EXPORT orv-targets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS orv_qem orv_serv orv_threads EXPORT orv-targets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY include/orv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES LICENSE README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 

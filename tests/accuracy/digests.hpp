@@ -2,33 +2,16 @@
 // compilers and word sizes shows.
 #pragma once
 
-#include <iosfwd>
 #include <map>
 #include <string>
-#include <vector>
-
-#include "support/kernels.hpp"
 
 namespace orv_test {
 
-struct Digest {
-  uint64_t value = 0;
-  bool one_machine = false;  // the kernel uses a processor's own reciprocal estimate
-};
+/// The lines of digests.txt, first word and rest: the kernels' digests, and the "machine" for which
+/// those with this mark hold, since they use a processor's own reciprocal estimate.
+using Digests = std::map<std::string, std::string>;
 
-struct Digests {
-  std::string machine;  // for which those marked one_machine hold
-  std::map<std::string, Digest> of;
-  std::vector<std::string> faults;  // of the text they were read from
-};
-
-/// Of every kernel, as this build computes them.
+/// As this build computes them.
 Digests compute_digests();
-
-/// Reads digests.txt. Lines that are malformed, double or zero, kernels that are missing, unknown
-/// or marked unlike in `expected`, are faults.
-Digests read_digests(std::istream& text, const Digests& expected);
-
-void write_digests(const Digests& digests, std::ostream& text);
 
 }  // namespace orv_test

@@ -1,23 +1,15 @@
-// digests                 prints the digests of this build
-// digests --write FILE    writes them to FILE
-#include <cstring>
-#include <fstream>
+// Prints the digests of this build, as tests/accuracy/digests.txt records them.
 #include <iostream>
 
 #include "digests.hpp"
 
-int main(int argc, char** argv) {
-  if (argc == 1) {
-    write_digests(orv_test::compute_digests(), std::cout);
-    return 0;
-  }
-  if (argc != 3 || std::strcmp(argv[1], "--write") != 0) {
-    std::cerr << "usage: digests [--write FILE]\n";
-    return 2;
-  }
-  std::ofstream file(argv[2]);
-  write_digests(orv_test::compute_digests(), file);
-  file.close();
-  if (!file) std::cerr << "digests: cannot write " << argv[2] << '\n';
-  return file ? 0 : 2;
+int main() {
+  std::cout
+      << "# Digests of each kernel's results over a fixed input set, the same in every build; "
+         "those\n"
+         "# marked \"machine\" use an estimate of the processor and hold for the one named below.\n"
+         "# Made by: digests > tests/accuracy/digests.txt\n";
+  orv_test::Digests digests = orv_test::compute_digests();
+  std::cout << "machine " << digests.extract("machine").mapped() << '\n';
+  for (const auto& [name, text] : digests) std::cout << name << ' ' << text << '\n';
 }

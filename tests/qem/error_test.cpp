@@ -1,5 +1,6 @@
 // The road of a report: status, record, callback, standard routes, write-back.
 #include <errno.h>
+#include <stddef.h>
 #include <stdlib.h>
 
 #include <limits>
@@ -46,35 +47,21 @@ double part(T x, bool imaginary) {
   }
 }
 
-// ---- The record, read by its layout ------------------------------------------------------------
+// ---- The record --------------------------------------------------------------------------------
 
-enum Offset {
-  code_at = 0,
-  index_at = 4,
-  arg1_at = 8,
-  arg2_at = 16,
-  res1_at = 24,
-  res2_at = 32,
-  name_at = 40,
-  length_at = 104,
-  arg1_im_at = 108,
-  arg2_im_at = 116,
-  res1_im_at = 124,
-  res2_im_at = 132,
-  record_size = 140
-};
+using Context = QemErrorContext;
+static_assert(offsetof(Context, code) == 0 && offsetof(Context, index) == 4 &&
+              offsetof(Context, arg1) == 8 && offsetof(Context, arg2) == 16 &&
+              offsetof(Context, res1) == 24 && offsetof(Context, res2) == 32 &&
+              offsetof(Context, func_name) == 40 && offsetof(Context, func_name_len) == 104 &&
+              offsetof(Context, arg1_im) == 108 && offsetof(Context, arg2_im) == 116 &&
+              offsetof(Context, res1_im) == 124 && offsetof(Context, res2_im) == 132 &&
+              sizeof(Context) == 140);
 
 struct Seen {
   int calls = 0;
   int32_t status = 0;
-  char record[record_size];
-
-  template <class Field>
-  Field field(int offset) const {
-    Field value;
-    memcpy(&value, record + offset, sizeof value);
-    return value;
-  }
+  Context record;
 };
 thread_local Seen seen;
 thread_local int32_t answer;             // what the callback returns
@@ -82,13 +69,11 @@ thread_local double new_res1, new_res2;  // what it stores, with 100 more as ima
 thread_local QemMode new_mode;           // if not 0
 
 int32_t callback(QemErrorContext* record) {
-  char* bytes = reinterpret_cast<char*>(record);
   ++seen.calls;
   seen.status = orv_qem_kernel_GetErrStatus();
-  memcpy(seen.record, bytes, record_size);
-  const auto put = [bytes](int offset, double value) { memcpy(bytes + offset, &value, 8); };
-  if (new_res1 != 0) put(res1_at, new_res1), put(res1_im_at, new_res1 + 100);
-  if (new_res2 != 0) put(res2_at, new_res2), put(res2_im_at, new_res2 + 100);
+  seen.record = *record;
+  if (new_res1 != 0) record->res1 = new_res1, record->res1_im = new_res1 + 100;
+  if (new_res2 != 0) record->res2 = new_res2, record->res2_im = new_res2 + 100;
   if (new_mode != 0) orv_qem_kernel_SetMode(new_mode);
   return answer;
 }
@@ -111,7 +96,6 @@ TYPED_TEST_SUITE(Record, Elements);
 
 TYPED_TEST(Record, HoldsTheElement) {
   using T = TypeParam;
-  static_assert(sizeof(QemErrorContext) == record_size);
   T a[5], b[5], r1[5], r2[5];
   for (int i = 0; i < 5; ++i) {
     a[i] = number<T>(1 + i, 10 + i), b[i] = number<T>(20 + i, 30 + i);
@@ -129,21 +113,24 @@ TYPED_TEST(Record, HoldsTheElement) {
       {start - sizeof(T) + 1, 3},  // bytes are shifted, so that a part of an element rounds down
       {start + 1, 2},
   };
-  for (const auto& c : cases) {
+  for (const auto& place : cases) {
     with_routes(QEM_ERRMODE_CALLBACK, [&] {
-      orv_qem_kernel_SetInterfInputVectorPointer(reinterpret_cast<const void*>(c.base));
+      orv_qem_kernel_SetInterfInputVectorPointer(reinterpret_cast<const void*>(place.base));
       error(3, 3, a, b, r1, r2, "vxName");
       ASSERT_EQ(seen.calls, 1);
       EXPECT_EQ(seen.status, 3);
-      EXPECT_EQ(seen.field<int32_t>(code_at), 3);
-      EXPECT_EQ(seen.field<int32_t>(index_at), c.index);
-      EXPECT_STREQ(seen.record + name_at, "vxName");
-      EXPECT_EQ(seen.field<int32_t>(length_at), 6);
+      EXPECT_EQ(seen.record.code, 3);
+      EXPECT_EQ(seen.record.index, place.index);
+      EXPECT_STREQ(seen.record.func_name, "vxName");
+      EXPECT_EQ(seen.record.func_name_len, 6);
       const T values[] = {a[3], b[3], r1[3], r2[3]};
+      const Context& c = seen.record;
+      const double shown[] = {c.arg1, c.arg2, c.res1, c.res2};
+      const double shown_im[] = {c.arg1_im, c.arg2_im, c.res1_im, c.res2_im};
       for (int k = 0; k < 4; ++k) {
-        EXPECT_EQ(seen.field<double>(arg1_at + 8 * k), part(values[k], false));
+        EXPECT_EQ(shown[k], part(values[k], false));
         if (!std::is_floating_point_v<T>) {
-          EXPECT_EQ(seen.field<double>(arg1_im_at + 8 * k), part(values[k], true));
+          EXPECT_EQ(shown_im[k], part(values[k], true));
         }
       }
       EXPECT_EQ(part(r1[3], false), 43);  // written back as they were
@@ -182,8 +169,8 @@ TYPED_TEST(Record, BadArgumentsHaveNoElement) {
       error(code, 4, none, none, none, none, "vxName");
       EXPECT_EQ(orv_qem_kernel_GetErrStatus(), code);
       EXPECT_EQ(seen.calls, 1);
-      EXPECT_EQ(seen.field<int32_t>(code_at), code);
-      EXPECT_EQ(seen.field<int32_t>(index_at), 4);
+      EXPECT_EQ(seen.record.code, code);
+      EXPECT_EQ(seen.record.index, 4);
       EXPECT_EQ(errno, code == -1 ? EINVAL : EACCES);
     });
   }
@@ -308,10 +295,10 @@ TEST(Routes, NamesOfAnyLength) {
       double a = 1, r = 2;
       error(1, 0, &a, &a, &r, &r, long_name.substr(0, length).c_str());
       const size_t kept = length < 64 ? length : 64;
-      EXPECT_EQ(seen.field<int32_t>(length_at), static_cast<int32_t>(kept));
-      EXPECT_EQ(std::string(seen.record + name_at, kept), long_name.substr(0, kept));
+      EXPECT_EQ(seen.record.func_name_len, static_cast<int32_t>(kept));
+      EXPECT_EQ(std::string(seen.record.func_name, kept), long_name.substr(0, kept));
       if (kept < 64) {
-        EXPECT_EQ(seen.record[name_at + kept], '\0');
+        EXPECT_EQ(seen.record.func_name[kept], '\0');
       }
     });
   }

@@ -58,38 +58,27 @@ bool frameless(const Kernel& kernel) {
   return names.count(kernel.type + kernel.function) != 0;
 }
 
-template <>
-std::vector<double> ordinary<double>(const Kernel& kernel, int count, uint32_t seed) {
-  std::mt19937 random(seed);
-  std::vector<double> x;
-  while (static_cast<int>(x.size()) < count) x.push_back(draw(domain_of(kernel), 1e-100, random));
-  return x;
-}
-template <>
-std::vector<float> ordinary<float>(const Kernel& kernel, int count, uint32_t seed) {
-  std::mt19937 random(seed);
-  std::vector<float> x;
-  while (static_cast<int>(x.size()) < count) {
-    x.push_back(static_cast<float>(draw(domain_of(kernel), 1e-15, random)));
+template <class T>
+std::vector<T> ordinary(const Kernel& kernel, int count, uint32_t seed) {
+  std::vector<T> x(count);
+  const auto fill = [&](auto* parts, double tiny) {
+    std::mt19937 random(seed);
+    for (size_t i = 0; i < x.size() * sizeof(T) / sizeof *parts; ++i) {
+      parts[i] = static_cast<std::remove_reference_t<decltype(*parts)>>(
+          draw(domain_of(kernel), tiny, random));
+    }
+  };
+  if (kernel.type == 's' || kernel.type == 'c') {
+    fill(reinterpret_cast<float*>(x.data()), 1e-15);
+  } else {
+    fill(reinterpret_cast<double*>(x.data()), 1e-100);
   }
   return x;
 }
-template <>
-std::vector<QemComplexDouble> ordinary<QemComplexDouble>(const Kernel& kernel, int count,
-                                                         uint32_t seed) {
-  const auto parts = ordinary<double>(kernel, 2 * count, seed);
-  std::vector<QemComplexDouble> x;
-  for (int i = 0; i < count; ++i) x.push_back({parts[2 * i], parts[2 * i + 1]});
-  return x;
-}
-template <>
-std::vector<QemComplexFloat> ordinary<QemComplexFloat>(const Kernel& kernel, int count,
-                                                       uint32_t seed) {
-  const auto parts = ordinary<float>(kernel, 2 * count, seed);
-  std::vector<QemComplexFloat> x;
-  for (int i = 0; i < count; ++i) x.push_back({parts[2 * i], parts[2 * i + 1]});
-  return x;
-}
+template std::vector<float> ordinary(const Kernel&, int, uint32_t);
+template std::vector<double> ordinary(const Kernel&, int, uint32_t);
+template std::vector<QemComplexFloat> ordinary(const Kernel&, int, uint32_t);
+template std::vector<QemComplexDouble> ordinary(const Kernel&, int, uint32_t);
 
 GuardedBytes::GuardedBytes(size_t least) {
   const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));

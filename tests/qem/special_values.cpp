@@ -157,11 +157,4 @@ std::vector<SpecialValue> special_values(const Kernel& kernel) {
   return rows;
 }
 
-const SpecialValue* reported_value(const Kernel& kernel) {
-  for (const SpecialValue& row : table()) {
-    if (is_for(row, kernel) && row.code != ok) return &row;
-  }
-  return nullptr;
-}
-
 }  // namespace orv_test

@@ -26,7 +26,4 @@ struct SpecialValue {
 /// The rows of a kernel's function and type.
 std::vector<SpecialValue> special_values(const Kernel& kernel);
 
-/// An argument that the kernel reports, or 0 if it never does.
-const SpecialValue* reported_value(const Kernel& kernel);
-
 }  // namespace orv_test

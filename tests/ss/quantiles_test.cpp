@@ -169,7 +169,8 @@ TYPED_TEST(QuantilesTest, ThreadsShareTenMebibytes) {
 
 TYPED_TEST(QuantilesTest, RefuseInOrder) {
   using T = TypeParam;
-  const T x[] = {2, 1, 3}, bad_orders[] = {T(0.5), T(-0.01), T(1.01), std::nan("")}, good = 1;
+  const T x[] = {2, 1, 3},
+          bad_orders[] = {T(0.5), T(-0.01), T(1.01), std::numeric_limits<T>::quiet_NaN()}, good = 1;
   T quantiles[1], sorted[3];
   Task<T> task(1, 3, SS_ROWS, x);
   const auto status = [&](uint64_t estimates, uint64_t method) {
@@ -220,6 +221,7 @@ TYPED_TEST(QuantilesTest, WeightedQuantileTakesEachBranch) {
                {"on it, odd", T(0.5), {3, 2, 1}, {2, 1, 1}, 2},
                {"above it, nothing below", T(0.5), {3, 1, 2}, {1, 5, 1}, 1},
                {"above it, odd, weights balanced", T(0.5), {3, 1, 2}, {1, 1, 1}, 2},
+               {"above it, odd, weights balanced for a quarter", T(0.25), {1, 3, 2}, {1, 3, 4}, 2},
                {"above it, even, weights balanced", T(0.5), {3, 1, 2, 9}, {1, 1, 1, 0}, T(1.5)},
                {"above it, odd, not balanced", T(0.375), {1, 3, 2}, {1, 3, 4}, T(1.5)},
                {"above it, even", T(0.5), {8, 4, 2, 1}, {1, 4, 2, 1}, T(2.5)},
@@ -264,7 +266,7 @@ TYPED_TEST(QuantilesTest, WeightsAreRepetitions) {
     std::sort(repeated.begin(), repeated.end());
     const auto total = static_cast<T>(repeated.size());
     for (const T q : {T(0.125), T(0.5), T(0.75)}) {
-      T result;
+      T result = -1;
       Task<T> task(1, n, SS_ROWS, x.data());
       task.set(SS_PARAM_WEIGHTS, weights)
           .set(SS_PARAM_QUANT_ORDERS, &q)

@@ -42,14 +42,22 @@ struct Feed {
   }
 };
 
-int32_t create(StreamState** s, int32_t n, uint32_t* buffer) {
-  return __zokiNewAbstractStream(s, n, buffer, Feed<uint32_t>::fill);
+template <class T>
+struct Range {
+  T a = 0, b = 4096;
+};
+
+int32_t create(StreamState** s, int32_t n, uint32_t* buffer, Range<uint32_t> = {},
+               decltype(&Feed<uint32_t>::fill) fill = Feed<uint32_t>::fill) {
+  return __zokiNewAbstractStream(s, n, buffer, fill);
 }
-int32_t create(StreamState** s, int32_t n, double* buffer) {
-  return __zokdNewAbstractStream(s, n, buffer, 0, 4096, Feed<double>::fill);
+int32_t create(StreamState** s, int32_t n, double* buffer, Range<double> range = {},
+               decltype(&Feed<double>::fill) fill = Feed<double>::fill) {
+  return __zokdNewAbstractStream(s, n, buffer, range.a, range.b, fill);
 }
-int32_t create(StreamState** s, int32_t n, float* buffer) {
-  return __zoksNewAbstractStream(s, n, buffer, 0, 4096, Feed<float>::fill);
+int32_t create(StreamState** s, int32_t n, float* buffer, Range<float> range = {},
+               decltype(&Feed<float>::fill) fill = Feed<float>::fill) {
+  return __zoksNewAbstractStream(s, n, buffer, range.a, range.b, fill);
 }
 int32_t draw(StreamState* s, int32_t n, uint32_t* r) { return _zokiRngUniformBits(0, s, n, r); }
 int32_t draw(StreamState* s, int32_t n, double* r) { return _zokdRngUniform(0, s, n, r, 0, 4096); }
@@ -190,32 +198,22 @@ TYPED_TEST(Abstract, ANegativeLengthIsNeverDelivered) {
   EXPECT_EQ(draw(this->stream, 3, r), RNG_ABSTRACT_BAD_COUNT);
 }
 
-TEST(AbstractCreation, RefusesBadArguments) {
-  uint32_t words[4];
-  double doubles[4];
-  float floats[4];
-  const auto i = Feed<uint32_t>::fill;
-  const auto d = Feed<double>::fill;
-  const auto s = Feed<float>::fill;
+TYPED_TEST(Abstract, CreationRefusesBadArguments) {
+  using T = TypeParam;
+  T memory[4];
   StreamState* const untouched = reinterpret_cast<StreamState*>(8);
-  StreamState* stream = untouched;
-  EXPECT_EQ(__zokiNewAbstractStream(&stream, 0, words, i), RNG_BAD_ARGS);
-  EXPECT_EQ(__zokiNewAbstractStream(&stream, 4, nullptr, i), RNG_BAD_ARGS);
-  EXPECT_EQ(__zokiNewAbstractStream(&stream, 4, words, nullptr), RNG_BAD_ARGS);
-  EXPECT_EQ(__zokdNewAbstractStream(&stream, 0, doubles, 0, 1, d), RNG_BAD_ARGS);
-  EXPECT_EQ(__zokdNewAbstractStream(&stream, 4, nullptr, 0, 1, d), RNG_BAD_ARGS);
-  EXPECT_EQ(__zokdNewAbstractStream(&stream, 4, doubles, 0, 1, nullptr), RNG_BAD_ARGS);
-  EXPECT_EQ(__zokdNewAbstractStream(&stream, 4, doubles, 1, 1, d), RNG_BAD_ARGS);
-  EXPECT_EQ(__zokdNewAbstractStream(&stream, 4, doubles, 2, 1, d), RNG_BAD_ARGS);
-  EXPECT_EQ(__zoksNewAbstractStream(&stream, 0, floats, 0, 1, s), RNG_BAD_ARGS);
-  EXPECT_EQ(__zoksNewAbstractStream(&stream, 4, nullptr, 0, 1, s), RNG_BAD_ARGS);
-  EXPECT_EQ(__zoksNewAbstractStream(&stream, 4, floats, 0, 1, nullptr), RNG_BAD_ARGS);
-  EXPECT_EQ(__zoksNewAbstractStream(&stream, 4, floats, 1, 1, s), RNG_BAD_ARGS);
-  EXPECT_EQ(stream, untouched);
-  Stream nan;
-  EXPECT_EQ(__zokdNewAbstractStream(&nan, 4, doubles, NAN, 1, d), RNG_OK);
-  Stream other;
-  EXPECT_EQ(__zoksNewAbstractStream(&other, 4, floats, 0, NAN, s), RNG_OK);
+  StreamState* made = untouched;
+  EXPECT_EQ(create(&made, 0, memory), RNG_BAD_ARGS);
+  EXPECT_EQ(create(&made, 4, static_cast<T*>(nullptr)), RNG_BAD_ARGS);
+  EXPECT_EQ(create(&made, 4, memory, {}, nullptr), RNG_BAD_ARGS);
+  if constexpr (std::is_floating_point_v<T>) {
+    EXPECT_EQ(create(&made, 4, memory, {1, 1}), RNG_BAD_ARGS);
+    EXPECT_EQ(create(&made, 4, memory, {2, 1}), RNG_BAD_ARGS);
+    Stream nan, other;
+    EXPECT_EQ(create(&nan, 4, memory, {NAN, 1}), RNG_OK);
+    EXPECT_EQ(create(&other, 4, memory, {0, NAN}), RNG_OK);
+  }
+  EXPECT_EQ(made, untouched);
 }
 
 TEST(AbstractRange, NumbersMoveToTheRangeThatIsAskedFor) {

@@ -19,9 +19,9 @@ using namespace orv_test;
 
 namespace {
 
-/// Which of the C library's calls is to fail, from 1; 0 for none.
-int failing_write, failing_close;
-int writes, closes;
+/// Which of the thread's calls of the C library is to fail, from 1; 0 for none.
+thread_local int failing_write, failing_close;
+thread_local int writes, closes;
 
 template <class Function>
 Function next_definition(const char* name, Function) {

@@ -1,5 +1,6 @@
 // Creating, copying and deleting streams; what leapfrog and skip ahead hand to the generator.
 #include <algorithm>
+#include <future>
 #include <string>
 #include <vector>
 
@@ -144,6 +145,7 @@ TEST(Streams, LeapfrogAndSkipAheadReachTheGenerator) {
   EXPECT_EQ(Spy::params[0], 4711u);
   Spy::answer = -5000;
   EXPECT_EQ(__zokLeapfrogStream(stream, -9, 0), -5000);
+  EXPECT_EQ(__zokLeapfrogStream(stream, 1, -1), RNG_BAD_NSTREAMS);
   EXPECT_EQ(Spy::method, 1);
   EXPECT_EQ(Spy::n, 0);
   EXPECT_EQ(Spy::params[0], static_cast<uint32_t>(-9));
@@ -155,21 +157,27 @@ TEST(Streams, LeapfrogAndSkipAheadReachTheGenerator) {
   EXPECT_EQ(Spy::params[1], 0xFFFFFFFEu);
 }
 
-TEST(Streams, StatusesOfLeapfrogAndSkipAhead) {
-  for (const Generator& g : generators) {
-    SCOPED_TRACE(g.name);
-    Stream stream(g.brng);
-    const std::string name = g.name;
-    const bool leaps = name == "MCG31M1" || name == "MCG59" || name == "WH";
-    const bool skips = leaps || name == "MRG32K3A";
-    EXPECT_EQ(__zokLeapfrogStream(stream, 1, -1), RNG_BAD_NSTREAMS);
-    EXPECT_EQ(__zokLeapfrogStream(stream, 1, 3), leaps ? RNG_OK : RNG_LEAPFROG_UNSUPPORTED);
-    EXPECT_EQ(__zokSkipAheadStream(stream, 3), skips ? RNG_OK : RNG_SKIPAHEAD_UNSUPPORTED);
-    const uint32_t words[2] = {};
-    for (const int32_t method : {3, -1}) {
-      EXPECT_EQ(properties_of(g.brng).InitStream(method, stream, 1, words), RNG_BAD_METHOD);
+/// Run it under ThreadSanitizer, too.
+TEST(Streams, OfSeveralThreadsDoNotMeet) {
+  const auto work = [] {
+    std::vector<double> all;
+    for (const Generator& g : generators) {
+      Stream stream(g.brng), copy;
+      add_chunk(stream, 1, 10);
+      const MemoryFile file;
+      __zokSkipAheadStream(stream, 1000);
+      __zokLeapfrogStream(stream, 1, 3);
+      for (const uint32_t w : draw_words(stream, 1000)) all.push_back(w);
+      EXPECT_EQ(__zokSaveStreamF(stream, file.name().c_str(), -1), RNG_OK);
+      EXPECT_EQ(__zokLoadStreamF(&copy, file.name().c_str(), -1), RNG_OK);
+      for (const double x : draw_doubles(copy, 1000)) all.push_back(x);
     }
-  }
+    return all;
+  };
+  const std::vector<double> expected = work();
+  std::vector<std::future<std::vector<double>>> threads;
+  for (int i = 0; i < 4; ++i) threads.push_back(std::async(std::launch::async, work));
+  for (auto& thread : threads) EXPECT_EQ(thread.get(), expected);
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
-/* A small application, valid as C11 and as C++20: a vector call, its error report, the allocator.
- */
+/* A small application, valid as C11 and as C++20: a vector call, its error report, the allocator,
+ * a mean over threads. */
 #include <math.h>
 #include <orv/qem.h>
 #include <orv/serv.h>
+#include <orv/ss.h>
+#include <orv/threads.h>
 #include <stdio.h>
 
 static int32_t seen_index = -1;
@@ -19,6 +21,20 @@ static void expect(int condition, const char* what) {
   if (condition) return;
   fprintf(stderr, "failed: %s\n", what);
   ++failures;
+}
+
+static void expect_mean(void) {
+  enum { n = 5000 };
+  static double x[n], mean;
+  const int32_t p = 1, rows = n, layout = SS_ROWS;
+  SSTask* task;
+  for (int i = 0; i < n; ++i) x[i] = i % 5;
+  orv_threads_set_count(2);
+  expect(__zokdSSNewTask(&task, &p, &rows, &layout, x, 0, 0, 0) == SS_OK, "a new task");
+  __zokdSSEditTask(task, SS_PARAM_MEAN, &mean);
+  expect(_zokdSSBasic(task, SS_EST_MEAN, SS_METHOD_FAST, orv_threads_pool()) == SS_OK, "a mean");
+  expect(fabs(mean - 2) <= 1e-14, "the mean's value");
+  __zokSSDeleteTask(&task);
 }
 
 int main(void) {
@@ -42,5 +58,6 @@ int main(void) {
   expect(fabs(y[0] - exp(1.0)) <= 1e-15 * y[0], "a call through the table");
 
   orv_serv_deallocate(y);
+  expect_mean();
   return failures != 0;
 }

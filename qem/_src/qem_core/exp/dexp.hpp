@@ -56,7 +56,7 @@ inline int vdexp_cout_rare(const double* px, double* py) {
     return QEM_STATUS_OK;
   }
   if (x > 0x1.62E42FEFA39EFp9) {  // 709.78
-    const double largest = opaque(0x1.FFFFFFFFFFFFFp1023);
+    const double largest = opaque(Format<double>::largest);
     *py = largest * largest;
     return QEM_STATUS_OVERFLOW;
   }
@@ -67,7 +67,7 @@ inline int vdexp_cout_rare(const double* px, double* py) {
   }
 
   using D = vdexp_data<Level::HA>;
-  constexpr double shifter = ExpFormat<double>::shifter;
+  constexpr double shifter = Format<double>::shifter;
   const double k = x * D::per_step + shifter, n = k - shifter;
   const double r = (x - n * D::step_hi) - n * D::step_lo;
   const auto k_bits = static_cast<int32_t>(bits_of(k));

@@ -15,30 +15,16 @@
 
 #include "../frame/guarded.hpp"
 #include "../frame/level.hpp"
+#include "../simd/format.hpp"
 #include "../simd/lookup.hpp"
 #include "../simd/polynomial.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {
 
-template <class T>
-struct ExpFormat;
-template <>
-struct ExpFormat<double> {
-  using Bits = uint64_t;
-  static constexpr int fraction_bits = 52;
-  static constexpr double shifter = 0x1.8p52;  // leaves the nearest integer in a sum's low bits
-};
-template <>
-struct ExpFormat<float> {
-  using Bits = uint32_t;
-  static constexpr int fraction_bits = 23;
-  static constexpr float shifter = 0x1.8p23f;
-};
-
 template <class D, Level level, class V>
 V exp_lane(V x) {
-  using F = ExpFormat<Lane<V>>;
+  using F = Format<Lane<V>>;
   constexpr typename F::Bits step_mask = (1u << D::step_bits) - 1;
   const V v = x * D::per_step;
   const V k = v + F::shifter;

@@ -46,7 +46,7 @@ inline int vsexp_cout_rare(const float* px, float* py) {
     return QEM_STATUS_OK;
   }
   if (x > 0x1.62E42Ep6f) {  // 88.7228
-    const float largest = opaque(0x1.FFFFFEp127f);
+    const float largest = opaque(Format<float>::largest);
     *py = largest * largest;
     return QEM_STATUS_OVERFLOW;
   }
@@ -58,12 +58,12 @@ inline int vsexp_cout_rare(const float* px, float* py) {
   // e^r = 1 + r + ..., |r| <= ln2/2
   static constexpr double series[] = {1,        1,         1 / 2.0,    1 / 6.0,     1 / 24.0,
                                       1 / 120., 1 / 720.0, 1 / 5040.0, 1 / 40320.0, 1 / 362880.0};
-  constexpr double shifter = ExpFormat<double>::shifter;
+  constexpr double shifter = Format<double>::shifter;
   const double k = x * 0x1.71547652B82FEp0 + shifter, n = k - shifter;
   const double r = x - n * 0x1.62E42FEFA39EFp-1;
   const float y = static_cast<float>(horner(series, r) * power_of_two(static_cast<int>(n)));
   *py = y;
-  return y < 0x1p-126f ? QEM_STATUS_UNDERFLOW : QEM_STATUS_OK;
+  return y < Format<float>::smallest_normal ? QEM_STATUS_UNDERFLOW : QEM_STATUS_OK;
 }
 
 template <Level level>

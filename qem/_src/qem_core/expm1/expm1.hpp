@@ -24,14 +24,14 @@ inline namespace ORV_TAG {
 /// steps, so that those bits shifted up are the power of two itself.
 template <class D>
 constexpr typename D::T biased_shifter() {
-  constexpr int bias = sizeof(typename D::T) == 8 ? 1023 : 127;
-  return ExpFormat<typename D::T>::shifter + (bias << D::step_bits);
+  using F = Format<typename D::T>;
+  return F::shifter + (F::bias << D::step_bits);
 }
 
 template <class D, Level level, class V>
 V expm1_lane(V argument) {
   using T = Lane<V>;
-  using F = ExpFormat<T>;
+  using F = Format<T>;
   constexpr typename F::Bits step_mask = (1u << D::step_bits) - 1;
   const V x = maximum(number_or_zero(argument), splat<V>(D::floor));
   const V k = x * D::per_step + biased_shifter<D>();
@@ -71,15 +71,13 @@ V expm1_lane(V argument) {
 template <class D, class V>
 int expm1_rare(V x) {
   using T = Lane<V>;
-  constexpr T smallest_normal = sizeof(T) == 8 ? T(0x1p-1022) : T(0x1p-126);
   const V absolute = and_bits(x, ~bits_of(-T{0}));
-  return outside(absolute, smallest_normal, D::limit) & ~mask_of(equal(x, V{}));
+  return outside(absolute, Format<T>::smallest_normal, D::limit) & ~mask_of(equal(x, V{}));
 }
 
 /// Sums that are nothing but one of their terms, and the exponential itself.
 template <class T, class Slow>
 int expm1_cout_rare(T x, T& y, Slow exp_slow) {
-  constexpr T smallest_normal = sizeof(T) == 8 ? T(0x1p-1022) : T(0x1p-126);
   constexpr T down = sizeof(T) == 8 ? T(0x1p-60) : T(0x1p-30);
   if (x > T{1} || x != x) return exp_slow(&x, &y);
   if (x < T{-1}) {
@@ -88,7 +86,8 @@ int expm1_cout_rare(T x, T& y, Slow exp_slow) {
     return QEM_STATUS_OK;
   }
   y = x;
-  return x != 0 && __builtin_fabs(x) < smallest_normal ? QEM_STATUS_UNDERFLOW : QEM_STATUS_OK;
+  const bool tiny = x != 0 && __builtin_fabs(x) < Format<T>::smallest_normal;
+  return tiny ? QEM_STATUS_UNDERFLOW : QEM_STATUS_OK;
 }
 
 }  // namespace ORV_TAG

@@ -23,34 +23,29 @@
 
 #include "../frame/guarded.hpp"
 #include "../frame/level.hpp"
+#include "../simd/format.hpp"
 #include "../simd/lookup.hpp"
 #include "../simd/polynomial.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {
 
+/// Masks of the upper halves of m, whose product with R is exact, and of r, whose product with log
+/// e is.
 template <class T>
-struct LogFormat;
+struct UpperHalf;
 template <>
-struct LogFormat<double> {
-  using Bits = uint64_t;
-  static constexpr int bias = 1023, fraction_bits = 52;
-  static constexpr double smallest_normal = 0x1p-1022, largest = 0x1.FFFFFFFFFFFFFp1023;
-  static constexpr Bits upper_bits = 0xFFFFFFFFFC000000;    // upper half of m
-  static constexpr Bits upper_half_r = 0xFFFFFFFFF8000000;  // upper half of r
+struct UpperHalf<double> {
+  static constexpr uint64_t m = 0xFFFFFFFFFC000000, r = 0xFFFFFFFFF8000000;
 };
 template <>
-struct LogFormat<float> {
-  using Bits = uint32_t;
-  static constexpr int bias = 127, fraction_bits = 23;
-  static constexpr float smallest_normal = 0x1p-126f, largest = 0x1.FFFFFEp127f;
-  static constexpr Bits upper_bits = 0xFFFFF000;
-  static constexpr Bits upper_half_r = 0xFFFFF000;
+struct UpperHalf<float> {
+  static constexpr uint32_t m = 0xFFFFF000, r = 0xFFFFF000;
 };
 
 template <class V>
 int not_positive_normal(V x) {
-  using F = LogFormat<Lane<V>>;
+  using F = Format<Lane<V>>;
   return outside(x, F::smallest_normal, F::largest);
 }
 
@@ -65,7 +60,7 @@ struct ReducedLog {
 /// Of positive normal numbers: m in [2^-(k + 1), 2^-k). HA and LA have r without error.
 template <class Base, Level level, class V>
 ReducedLog<Base, V> reduce_log(V x) {
-  using F = LogFormat<Lane<V>>;
+  using F = Format<Lane<V>>;
   using Bits = typename F::Bits;
   constexpr Bits fraction = (Bits{1} << F::fraction_bits) - 1;
   constexpr Bits exponent_of_m = Bits{F::bias - Base::k - 1} << F::fraction_bits;
@@ -75,7 +70,7 @@ ReducedLog<Base, V> reduce_log(V x) {
   if constexpr (level == Level::EP) {
     r = m * R - Lane<V>{1};
   } else {
-    const V m_hi = and_bits(m, F::upper_bits);
+    const V m_hi = and_bits(m, UpperHalf<Lane<V>>::m);
     const V m_lo = m - m_hi;
     r = (m_hi * R - Lane<V>{1}) + m_lo * R;
   }
@@ -95,7 +90,7 @@ V pairwise(const C (&c)[n], V r, V r2) {
 template <class Base, Level level, class V, class... Tail>
 V table_log(const ReducedLog<Base, V>& x, Tail... tail) {
   using T = Lane<V>;
-  using F = LogFormat<T>;
+  using F = Format<T>;
   constexpr bool natural = Base::log_e == T{1};
   const V r = (x.r + ... + tail);
   const V r2 = r * r;
@@ -109,7 +104,7 @@ V table_log(const ReducedLog<Base, V>& x, Tail... tail) {
     const V low = exponent * Base::log2_lo + t_lo;
     V linear = x.r, rest = pairwise(Base::ha_series, r, r2) * r2;
     if constexpr (!natural) {  // both products with log e's first part are exact
-      const V r_hi = and_bits(r, F::upper_half_r);
+      const V r_hi = and_bits(r, UpperHalf<T>::r);
       linear = r_hi * Base::linear_hi;
       rest = (rest + r * Base::linear_lo) + (r - r_hi) * Base::linear_hi;
     }
@@ -143,7 +138,7 @@ template <class T>
 bool special_log(T x, T& y, int& code) {
   const T zero = opaque(T{0});
   code = QEM_STATUS_OK;
-  if (x > 0 && x <= LogFormat<T>::largest) return false;
+  if (x > 0 && x <= Format<T>::largest) return false;
   if (x == 0) {
     y = T{-1} / zero;
     code = QEM_STATUS_SINGULARITY;
@@ -163,7 +158,7 @@ int log_cout_rare(const double* px, double* py) {
   if (special_log(*px, *py, code)) return code;
   double x = *px;
   int exponent = -1023;
-  if (x < LogFormat<double>::smallest_normal) {
+  if (x < Format<double>::smallest_normal) {
     x *= 0x1p60;
     exponent -= 60;
   }

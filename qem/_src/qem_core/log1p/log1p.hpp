@@ -10,7 +10,7 @@ inline namespace ORV_TAG {
 template <class Base, Level level, class V>
 V log1p_lane(V x) {
   using T = Lane<V>;
-  using F = LogFormat<T>;
+  using F = Format<T>;
   using Bits = typename F::Bits;
   // 1 + x = y + y_lo without error
   const V y = x + T{1};

@@ -6,6 +6,7 @@
 
 #include <stddef.h>
 
+#include "format.hpp"
 #include "vectors.hpp"
 
 namespace orv {
@@ -54,7 +55,7 @@ class IndicesFrom2To {
   const Entry* entry(const Entry* table, int lane) const {
     constexpr bool is_double = sizeof(Lane<V>) == 8;
     constexpr int fraction_bits = is_double ? 20 : 23;  // of the word that holds the exponent
-    constexpr uint32_t exponent = (is_double ? 1023 : 127) + k;
+    constexpr uint32_t exponent = Format<Lane<V>>::bias + k;
     constexpr int shift = fraction_bits - k - __builtin_ctz(sizeof(Entry));
     constexpr ptrdiff_t first = exponent << fraction_bits >> shift;
     const ptrdiff_t offset = words_.word[is_double ? 2 * lane + 1 : lane] >> shift;

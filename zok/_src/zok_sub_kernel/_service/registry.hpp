@@ -1,4 +1,4 @@
-// From a stream to its generator's row.
+// From an identifier to its generator's row, and to its place there.
 #pragma once
 
 #include <orv/zok.h>
@@ -21,6 +21,13 @@ inline const BrngProperties& generator(int32_t brng) {
   int32_t row, offset;
   const BrngProperties* const table = _GetBrngBaseOffset(brng, &row, &offset);
   return table[row];
+}
+
+/// Which generator of its row an identifier means.
+inline int32_t offset_of(int32_t brng) {
+  int32_t row, offset;
+  _GetBrngBaseOffset(brng, &row, &offset);
+  return offset;
 }
 
 }  // namespace

@@ -88,36 +88,32 @@ class Scaled {
   }
   void one(int32_t i, uint32_t word) const { store_one(r_ + i, a_ + to_double(word) * s_); }
 
-  /// n words from `words` on, in ascending order. They may lie in the output itself: as floats' own
-  /// words, or packed in the upper half of the doubles (upper_half).
-  void all(int32_t n, const void* words) const {
-    const auto* bytes = static_cast<const char*>(words);
-    int32_t i = 0;
-    for (; i <= n - 8; i += 8) {
-      const __m128i low = load_four(bytes + i * word_size);
-      const __m128i high = load_four(bytes + (i + 4) * word_size);
-      four(i, low);
-      four(i + 4, high);
-    }
-    for (; i < n; ++i) {
-      uint32_t word;
-      memcpy(&word, bytes + i * word_size, sizeof word);
-      one(i, word);
-    }
-  }
-
  private:
-  static constexpr intptr_t word_size = sizeof(uint32_t);
-
-  static __m128i load_four(const char* p) {
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-  }
-
   T* r_;
   double a_, s_;
 };
 
-/// Room for n words in an output of n elements, from where Scaled::all can spread them in place.
+/// Hands n words to an output as map(word) in ascending order, eight at a time. The words may lie
+/// in the output itself, as upper_half places them.
+template <class Out, class Map>
+void spread(int32_t n, const uint32_t* words, const Out& out, const Map& map) {
+  const auto four = [words](int32_t i) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(words + i));
+  };
+  int32_t i = 0;
+  for (; i <= n - 8; i += 8) {
+    const __m128i low = four(i), high = four(i + 4);
+    out.four(i, map(low));
+    out.four(i + 4, map(high));
+  }
+  for (; i < n; ++i) {
+    uint32_t word;
+    memcpy(&word, words + i, sizeof word);
+    out.one(i, map(word));
+  }
+}
+
+/// Room for n words in an output of n elements, from where `spread` can put them in their places.
 /// Words of this room are to be read and written by vectors or memcpy.
 inline uint32_t* upper_half(double* r, int32_t n) { return reinterpret_cast<uint32_t*>(r) + n; }
 inline uint32_t* upper_half(float* r, int32_t) { return reinterpret_cast<uint32_t*>(r); }

@@ -13,7 +13,6 @@
 // the table. The array may be one of doubles: units are touched by vectors and memcpy only.
 #pragma once
 
-#include <immintrin.h>
 #include <orv/zok.h>
 #include <stdint.h>
 #include <string.h>
@@ -87,26 +86,6 @@ class ShiftRegister {
   Unit* table_;
   int32_t position_;
 };
-
-/// Hands n words to an output as map(word) in ascending order, eight at a time. The words may lie
-/// in the output itself, as upper_half places them.
-template <class Out, class Map>
-void spread(int32_t n, const uint32_t* words, const Out& out, const Map& map) {
-  const auto four = [words](int32_t i) {
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(words + i));
-  };
-  int32_t i = 0;
-  for (; i <= n - 8; i += 8) {
-    const __m128i low = four(i), high = four(i + 4);
-    out.four(i, map(low));
-    out.four(i + 4, map(high));
-  }
-  for (; i < n; ++i) {
-    uint32_t word;
-    memcpy(&word, words + i, sizeof word);
-    out.one(i, map(word));
-  }
-}
 
 /// Seed words as array seeding takes them: none at all stand for the single word 1.
 class SeedWords {

@@ -1,5 +1,6 @@
 // MT2203: 1024 Mersenne Twisters of period 2^2203 - 1, whose parameters differ so that their
 // sequences are independent (Matsumoto and Nishimura 2000).
+#include "../_service/registry.hpp"
 #include "../_twister/twister.hpp"
 
 namespace {
@@ -25,9 +26,7 @@ int32_t __zokBRngMT2203InitStream(int32_t method, StreamState* stream, int32_t n
   if (method != orv::seed_stream) return orv::refuse_method(method);
   auto& state = orv::state_of<MT2203::State>(stream);
   orv::seed_twister<MT2203>(state, orv::SeedWords(n, params));
-  int32_t row, offset;
-  __zokGetBrngBaseOffset(stream->Brng, &row, &offset);
-  const uint32_t* parameters = _zok_mt2203_table[offset];
+  const uint32_t* parameters = _zok_mt2203_table[orv::offset_of(stream->Brng)];
   state.matrix_a = parameters[0];
   state.temper_b = parameters[1];
   state.temper_c = parameters[2];

@@ -23,21 +23,28 @@ int32_t smaller(int32_t a, int32_t b) { return a < b ? a : b; }
 
 // ---- The recurrence ----------------------------------------------------------------------------
 
-/// r = a xor b. r lies apart from a and b, or follows them at a distance of eight words or more.
-/// Whole vectors lie on their boundaries in r; the first and the last one share words with them.
-void xor_all(uint32_t* r, const uint32_t* a, const uint32_t* b, int32_t count) {
-  const auto load = [](const uint32_t* p) {
-    return _mm256_loadu_ps(reinterpret_cast<const float*>(p));
-  };
-  const auto xor_eight = [&](int32_t k) {
-    _mm256_storeu_ps(reinterpret_cast<float*>(r + k), _mm256_xor_ps(load(a + k), load(b + k)));
-  };
-  if (count >= 8) {
-    xor_eight(0);
-    auto k = static_cast<int32_t>((-reinterpret_cast<uintptr_t>(r) & 31) / sizeof(uint32_t));
+__m256 load_eight(const uint32_t* p) { return _mm256_loadu_ps(reinterpret_cast<const float*>(p)); }
+void store_eight(uint32_t* p, __m256 words) {
+  _mm256_storeu_ps(reinterpret_cast<float*>(p), words);
+}
+
+/// eight(k) for all words of p[0] to p[count - 1], count >= 8. Between the first and the last
+/// vector, which share words with their neighbours, p + k is a vector's boundary.
+template <class Eight>
+void for_eights(const uint32_t* p, int32_t count, const Eight& eight) {
+  eight(0);
+  auto k = static_cast<int32_t>((-reinterpret_cast<uintptr_t>(p) & 31) / sizeof(uint32_t));
 #pragma GCC unroll 4
-    for (; k <= count - 8; k += 8) xor_eight(k);
-    return xor_eight(count - 8);
+  for (; k <= count - 8; k += 8) eight(k);
+  eight(count - 8);
+}
+
+/// r = a xor b. r lies apart from a and b, or follows them at a distance of eight words or more.
+void xor_all(uint32_t* r, const uint32_t* a, const uint32_t* b, int32_t count) {
+  if (count >= 8) {
+    return for_eights(r, count, [=](int32_t k) {
+      store_eight(r + k, _mm256_xor_ps(load_eight(a + k), load_eight(b + k)));
+    });
   }
   for (int32_t k = 0; k < count; ++k) {
     uint32_t x, y;
@@ -46,6 +53,12 @@ void xor_all(uint32_t* r, const uint32_t* a, const uint32_t* b, int32_t count) {
     x ^= y;
     memcpy(r + k, &x, sizeof x);
   }
+}
+
+/// Copies what xor_all has just stored: the same vectors again, which are at hand at once, where a
+/// load across two of them would wait for the memory.
+void copy_results(uint32_t* to, const uint32_t* r, int32_t count) {
+  for_eights(r, count, [=](int32_t k) { store_eight(to + k, load_eight(r + k)); });
 }
 
 /// Moves an index on, around the end.
@@ -93,7 +106,7 @@ void draw_many(State& state, int32_t n, uint32_t* r) {
   xor_all(r + length, x, x + length - direct, smaller(n - length, direct));
   if (n > 2 * lag) xor_all(r + 2 * lag, x + direct, r, smaller(n, 2 * length) - 2 * lag);
   if (n > 2 * length) xor_all(r + 2 * length, r, r + 2 * first_J, n - 2 * length);
-  memcpy(state.X, r + n - length, sizeof state.X);
+  copy_results(state.X, r + n - length, length);
 }
 
 // ---- Drawing -----------------------------------------------------------------------------------
@@ -113,7 +126,7 @@ void draw_numbers(State& state, int32_t n, T* r, T a, T b) {
   n = at_least_one(n);
   uint32_t* const words = upper_half(r, n);
   draw(state, n, words);
-  Scaled<T>(r, a, b, unit).all(n, words);
+  spread(n, words, Scaled<T>(r, a, b, unit), [](auto word) { return word; });
 }
 
 // ---- Seeds -------------------------------------------------------------------------------------

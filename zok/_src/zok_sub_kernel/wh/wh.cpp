@@ -6,6 +6,7 @@
 #include <qem/_src/qem_core/frame/control_words.hpp>
 #include <qem/_src/qem_core/simd/vectors.hpp>
 
+#include "../_service/registry.hpp"
 #include "../_service/scaling.hpp"
 #include "../_service/stream_state.hpp"
 
@@ -19,13 +20,6 @@ struct State {
   uint32_t X[components];  // the next element
   uint32_t A[components];  // the multipliers; leapfrog replaces them
 };
-
-/// Which of the generators a stream is.
-int32_t offset_of(const StreamState* stream) {
-  int32_t row, offset;
-  __zokGetBrngBaseOffset(stream->Brng, &row, &offset);
-  return offset;
-}
 
 // ---- The recurrence, all components of an element in the lanes of a vector ---------------------
 
@@ -131,7 +125,7 @@ void draw(State& state, const uint32_t* m, int32_t n, const Output& out) {
 
 template <class T>
 void draw_numbers(StreamState* stream, int32_t n, T* r, T a, T b) {
-  const int32_t offset = offset_of(stream);
+  const int32_t offset = offset_of(stream->Brng);
   const Fractions<T> out(r, a, b, _zokdWH_IM_Tab[offset]);
   draw(state_of<State>(stream), _zok_WH_M[offset], n, out);
 }
@@ -172,7 +166,7 @@ using namespace orv;
 int32_t __zokBRngWHInitStream(int32_t method, StreamState* stream, int32_t n,
                               const uint32_t* params) {
   auto& state = state_of<State>(stream);
-  const int32_t offset = offset_of(stream);
+  const int32_t offset = offset_of(stream->Brng);
   const uint32_t* const m = _zok_WH_M[offset];
   switch (method) {
     case seed_stream:
@@ -200,6 +194,6 @@ int32_t __zokdBRngWH(StreamState* stream, int32_t n, double* r, double a, double
 }
 
 int32_t __zokiBRngWH(StreamState* stream, int32_t n, uint32_t* r) {
-  draw(state_of<State>(stream), _zok_WH_M[offset_of(stream)], n, Components(r));
+  draw(state_of<State>(stream), _zok_WH_M[offset_of(stream->Brng)], n, Components(r));
   return RNG_OK;
 }

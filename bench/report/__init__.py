@@ -1,0 +1,1 @@
+"""What scripts/bench runs and writes: a module a section of docs/benchmarks.md."""

@@ -1,0 +1,115 @@
+// orv stats: summary statistics of the columns of a file.
+#include <fmt/format.h>
+#include <orv/threads.h>
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "commands.hpp"
+#include "error.hpp"
+#include "stats_analysis.hpp"
+
+namespace orv_cli {
+namespace {
+
+constexpr int64_t memory_by_default = sizeof(void*) == 8 ? 1024 : 512;  // MiB
+constexpr int64_t most_memory = sizeof(void*) == 8 ? 1 << 24 : 3072;
+
+void stats(const StatsOptions& options) {
+  if (options.partial.empty() != options.given.empty()) {
+    throw Error("{} {}: --partial and --given go together; allowed are --partial Y1,Y2 --given Z1",
+                options.given.empty() ? "--partial" : "--given",
+                in_quotes(options.partial + options.given));
+  }
+  orv_threads_set_count(options.threads);
+  print_report(options.precision == "s" ? analyse<float>(options) : analyse<double>(options),
+               options.format);
+}
+
+constexpr const char* footer =
+    R"(Input: a CSV file (commas, cells may be quoted, LF or CR LF). A first row in which no cell is a
+number is taken as a header. A cell is missing if it is empty, NA or nan. Columns are given by
+name or by number from 1. Without --select all columns of numbers are taken: those whose first
+cell that is not missing, among the first 1000 rows, is a number.
+
+Missing cells: drop (default) leaves out each row in which a selected column has one, and tells
+how many; pairwise takes all values of each column, and for each pair of columns the rows that
+have both; fail stops there.
+
+Definitions, for values x with weights w (1 without --weights; rows of weight 0 are passed over).
+W is the sum of weights, W2 that of their squares, E the weighted mean:
+  mean             m = E x
+  covariance       sum of w (x - mx) (y - my), over W - W2 / W (without weights n - 1)
+  std. deviation   square root of the variance c2 = covariance of a column with itself,
+                   from one-pass updates about the mean, not from E x^2 - m^2
+  skewness         E (x - m)^3 / c2^1.5       c2 is the unbiased variance, the other moments
+  excess kurtosis  E (x - m)^4 / c2^2 - 3     are those of the population
+  quantile         of order q: at (n - 1) q in the sorted values, counted from 0, linear between
+                   neighbours (definition 7 of Hyndman and Fan); with weights: the value at which
+                   the sum of weights, in ascending order, reaches q W, linear between neighbours
+  pooled           the groups' sums of products, over the sum of their W - W2 / W
+  partial          covariance of Y given Z: Cyy - Cyz inv(Czz) Czy
+What is not defined, such as the deviation of one value, is shown as -, in CSV as an empty cell,
+in JSON as null.
+
+The file is read once, in blocks, and may be larger than memory. Quantiles and --by need all
+values: beyond --memory quartiles are left out, and --quantiles and --by stop.
+
+CSV output: a table of the columns; groups and matrices follow, each after a blank line and with
+its title as the head of its first column. CSV and JSON have all digits.
+
+Examples:
+  orv stats iris.csv --by Species
+  orv stats airquality.csv --missing pairwise --cor
+  orv stats stackloss.csv --partial stack.loss,Air.Flow --given Water.Temp
+  orv random uniform -n 1000000 | orv stats --quantiles 0.01,0.99)";
+
+}  // namespace
+
+void add_stats_command(CLI::App& app) {
+  auto* command = app.add_subcommand("stats", "Summary statistics of the columns of a file");
+  auto options = std::make_shared<StatsOptions>();
+  options->memory = memory_by_default;
+  const auto add = [&](const char* name, auto& value, const char* text, const char* help) {
+    return command->add_option(name, value, help)->option_text(text);
+  };
+  const auto add_word = [&](const char* name, std::string& value, const char* text,
+                            std::vector<std::string> words, const char* help) {
+    add(name, value, text, help)->check(CLI::IsMember(std::move(words)));
+  };
+  add("FILE", options->file, " ", "The file to read; -, the default, is standard input");
+  add("--select", options->select, "COLUMNS", "Only these columns, with commas between");
+  command->add_flag("--cov", options->covariance, "Print the covariance matrix");
+  command->add_flag("--cor", options->correlation, "Print the correlation matrix");
+  add("--quantiles", options->quantiles, "ORDERS",
+      "Instead of quartiles those of orders such as 0.1,0.5,0.9");
+  add("--weights", options->weights, "COLUMN", "Weights of the rows, from 0");
+  add("--by", options->by, "COLUMN",
+      "Group the rows by what this column holds, numbers or text: means of\n"
+      "the groups and their pooled covariance");
+  add("--partial", options->partial, "COLUMNS",
+      "Covariance and correlation of these columns, freed from the linear\n"
+      "influence of those of --given");
+  add("--given", options->given, "COLUMNS", "See --partial");
+  add_word("--missing", options->missing, "WHAT", {"drop", "pairwise", "fail"},
+           "What to do about missing cells: drop (default), pairwise or fail");
+  add_word("--header", options->header, "WHETHER", {"auto", "yes", "no"},
+           "Whether the first row is a header: auto (default), yes or no");
+  add_word("--format", options->format, "FORMAT", {"table", "csv", "json"},
+           "table (default), csv or json");
+  add_word("--precision", options->precision, "TYPE", {"d", "s"},
+           "Compute in d doubles (default) or s floats; floats for less than\n"
+           "16 million rows");
+  add("--threads", options->threads, "N",
+      "Threads to compute with (default: ORV_NUM_THREADS of the\n"
+      "environment, else one a processor)")
+      ->check(CLI::Range(1, 256));
+  add("--memory", options->memory, "MIB",
+      sizeof(void*) == 8 ? "Most that is kept of the values, in MiB (default 1024)"
+                         : "Most that is kept of the values, in MiB (default 512)")
+      ->check(CLI::Range(int64_t{0}, most_memory));
+  command->footer(footer);
+  command->callback([options] { stats(*options); });
+}
+
+}  // namespace orv_cli

@@ -1,0 +1,603 @@
+#include "stats_analysis.hpp"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <orv/threads.h>
+
+#include <algorithm>
+#include <cmath>
+#include <deque>
+#include <exception>
+#include <functional>
+#include <limits>
+#include <new>
+#include <unordered_map>
+
+#include "columns.hpp"
+#include "error.hpp"
+#include "progress.hpp"
+
+namespace orv_cli {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+constexpr size_t head_rows = 1000;         // that tell which columns hold numbers
+constexpr int64_t block_values = 1 << 19;  // that are read before they are computed with
+constexpr size_t most_pairwise = 200;      // columns that all pairs are made of
+constexpr size_t most_groups = 1000;       // all observations are looked through for each
+constexpr size_t narrow = 8;               // variables of a sample that needs no whole matrix
+
+/// "a, b" has two parts.
+Strings parts_of(const std::string& text) {
+  Strings parts;
+  for (size_t start = 0; start <= text.size();) {
+    const size_t end = std::min(text.find(',', start), text.size());
+    std::string part = text.substr(start, end - start);
+    part.erase(0, part.find_first_not_of(" \t"));
+    part.erase(part.find_last_not_of(" \t") + 1);
+    parts.push_back(std::move(part));
+    start = end + 1;
+  }
+  return parts;
+}
+
+std::vector<double> orders_of(const std::string& text) {
+  if (text.empty()) return {0.25, 0.5, 0.75};
+  std::vector<double> orders;
+  for (const std::string& part : parts_of(text)) {
+    double& order = orders.emplace_back();
+    if (!parse(part, order) || !(order >= 0 && order <= 1)) {
+      throw Error(
+          "--quantiles {}: {} is not an order; allowed are numbers from 0 to 1, such as "
+          "0.1,0.5,0.9",
+          in_quotes(text), in_quotes(part));
+    }
+  }
+  return orders;
+}
+
+// ---- Columns ------------------------------------------------------------------------------------
+
+/// Which columns of the file are what.
+class Choice {
+ public:
+  Choice(const Table& table, const std::deque<CsvRow>& head, const StatsOptions& options)
+      : table_(table) {
+    weights = find(options.weights, "--weights");
+    by = find(options.by, "--by");
+    const auto partial = find_all(options.partial, "--partial");
+    const auto given = find_all(options.given, "--given");
+    if (options.select.empty()) {
+      choose_numeric(head);
+    } else {
+      for (const size_t c : find_all(options.select, "--select")) add(c, "--select");
+    }
+    roles.assign(columns.size(), 0);
+    set_roles(partial, "--partial", 1);
+    set_roles(given, "--given", -1);
+    if (weights && std::ranges::count(columns, *weights) > 0) {
+      throw Error("--weights {}: the column is selected, too; allowed is one that is not",
+                  in_quotes(options.weights));
+    }
+    if (by && std::ranges::count(columns, *by) > 0) {
+      throw Error("--by {}: the column is selected, too; allowed is one that is not",
+                  in_quotes(options.by));
+    }
+  }
+
+  std::string name(size_t column) const {
+    return table_.names().empty() ? fmt::format("column {}", column + 1) : table_.names()[column];
+  }
+
+  std::vector<size_t> columns;  // to analyse
+  std::vector<int64_t> roles;   // of each: 1 partial, -1 given
+  std::optional<size_t> weights, by;
+  Strings notes;              // of what is left out
+  std::vector<size_t> empty;  // left out, since nothing was in them so far
+
+ private:
+  std::optional<size_t> find(const std::string& column, std::string_view option) const {
+    if (column.empty()) return std::nullopt;
+    return table_.find_column(column, option);
+  }
+
+  std::vector<size_t> find_all(const std::string& list, std::string_view option) const {
+    std::vector<size_t> found;
+    if (list.empty()) return found;
+    if (std::ranges::count(table_.names(), list) == 1) return {table_.find_column(list, option)};
+    for (const std::string& part : parts_of(list)) {
+      found.push_back(table_.find_column(part, option));
+    }
+    return found;
+  }
+
+  void add(size_t column, std::string_view option) {
+    if (std::ranges::count(columns, column) > 0) {
+      throw Error("{}: {} is named twice", option, in_quotes(name(column)));
+    }
+    columns.push_back(column);
+  }
+
+  /// By its first cell that is not missing.
+  void choose_numeric(const std::deque<CsvRow>& head) {
+    Strings texts, names;
+    for (size_t column = 0; column < table_.width(); ++column) {
+      if (column == weights || column == by) continue;
+      const auto row =
+          std::ranges::find_if(head, [&](const CsvRow& r) { return !is_missing(r.cells[column]); });
+      double value;
+      if (row == head.end()) {
+        empty.push_back(column);
+      } else if (parse(row->cells[column], value)) {
+        columns.push_back(column);
+      } else {
+        texts.push_back(fmt::format("{} ({}, line {})", one_line(name(column), 40),
+                                    in_quotes(row->cells[column]), row->line));
+      }
+    }
+    for (const size_t column : empty) names.push_back(one_line(name(column), 40));
+    for (const auto& [list, why] : {std::pair(&texts, "hold text"), {&names, "are empty"}}) {
+      if (list->empty()) continue;
+      notes.push_back(fmt::format("left out, as they {}: {}", why, fmt::join(*list, ", ")));
+    }
+    if (columns.empty()) {
+      throw Error("{} has no column of numbers; {}", table_.file().name(), fmt::join(notes, "; "));
+    }
+  }
+
+  /// Columns that have a role are analysed, whether or not they were selected.
+  void set_roles(const std::vector<size_t>& list, std::string_view option, int64_t role) {
+    for (const size_t column : list) {
+      const auto at = static_cast<size_t>(std::ranges::find(columns, column) - columns.begin());
+      if (at == columns.size()) {
+        columns.push_back(column);
+        roles.push_back(0);
+      }
+      if (roles[at] != 0) {
+        throw Error("{}: {} is named twice in --partial and --given", option,
+                    in_quotes(name(column)));
+      }
+      roles[at] = role;
+    }
+  }
+
+  const Table& table_;
+};
+
+// ---- The run ------------------------------------------------------------------------------------
+
+template <class T>
+class Analysis {
+ public:
+  explicit Analysis(const StatsOptions& options)
+      : options_(options),
+        services_(orv_threads_pool()),
+        orders_(orders_of(options.quantiles)),
+        table_(options.file, header_of(options.header)),
+        head_(read_head()),
+        choice_(table_, head_, options),
+        pairwise_(options.missing == "pairwise"),
+        matrix_(options.covariance || options.correlation || !options.partial.empty()),
+        values_(choice_.columns.size()),
+        missing_(choice_.columns.size()) {
+    make_samples();
+  }
+
+  Report run() {
+    Progress progress(table_.file().bytes_in_all());
+    for (const CsvRow& row : head_) take(row);
+    head_.clear();
+    while (const CsvRow* row = table_.next()) {
+      take(*row);
+      if (++waiting_ < block_rows_) continue;
+      take_block();
+      progress.update(table_.file().bytes_read());
+    }
+    take_block();
+    return report();
+  }
+
+ private:
+  using Values = Sample<T>;
+
+  std::deque<CsvRow> read_head();
+  void make_samples();
+  void take(const CsvRow& row);
+  void take_complete();
+  void take_pairs();
+  T cell(const CsvRow& row, size_t column);
+  bool take_weight(const CsvRow& row);
+  bool take_group(const CsvRow& row);
+  void check_empty_columns(const CsvRow& row) const;
+  void take_block();
+  void make_room();
+  void leave_values_out();
+  template <class Function>
+  void for_each_sample(Function function);
+  Values& pair(size_t i, size_t j) {
+    return pairs_[i * (2 * values_.size() - i - 1) / 2 + j - i - 1];
+  }
+
+  Report report();
+  void report_columns(Report& report);
+  void report_matrices(Report& report);
+  void expect_results() const;
+  Strings names(int64_t role) const;
+  Matrix matrix(bool correlation);
+
+  const StatsOptions& options_;
+  const SSThreadServices* const services_;
+  const std::vector<double> orders_;
+  Table table_;
+  std::deque<CsvRow> head_;
+  const Choice choice_;
+  const bool pairwise_;
+  const bool matrix_;
+
+  std::vector<Values> samples_, pairs_;
+  std::vector<T> values_;  // of the row in hand, NaN where missing
+  T weight_ = 1;
+  std::vector<int64_t> missing_;  // cells of each column
+  std::vector<int64_t> groups_;   // of each row that was kept
+  std::unordered_map<std::string, int64_t> group_numbers_;
+  Strings group_labels_;
+  int64_t rows_ = 0, dropped_ = 0, weightless_ = 0;
+  double weight_sum_ = 0;
+  int64_t waiting_ = 0, block_rows_ = 0;
+  bool keeps_values_ = true, made_room_ = false;
+};
+
+template <class T>
+std::deque<CsvRow> Analysis<T>::read_head() {
+  std::deque<CsvRow> head;
+  while (head.size() < head_rows) {
+    const CsvRow* const row = table_.next();
+    if (row == nullptr) break;
+    head.push_back(*row);
+  }
+  if (head.empty()) throw Error("{} holds no number, only names", table_.file().name());
+  return head;
+}
+
+/// Complete rows make one sample where a matrix of all variables is wanted, else narrow ones, for
+/// which the sum of products costs little. Pairwise, every variable and every pair is a sample.
+template <class T>
+void Analysis<T>::make_samples() {
+  const size_t p = values_.size();
+  const bool weighted = choice_.weights.has_value();
+  const bool whole = !pairwise_ && (matrix_ || choice_.by);
+  const size_t width = whole ? p : pairwise_ ? 1 : narrow;
+  for (size_t first = 0; first < p; first += width) {
+    samples_.emplace_back(std::min(width, p - first), weighted, true);
+  }
+  if (pairwise_ && choice_.by) {
+    throw Error("--by {}: groups are made of complete rows; allowed are --missing drop and fail",
+                in_quotes(options_.by));
+  }
+  if (pairwise_ && matrix_) {
+    if (p > most_pairwise) {
+      throw Error(
+          "--missing pairwise: matrices of {} columns; allowed are {}, choose with --select", p,
+          most_pairwise);
+    }
+    pairs_.assign(p * (p - 1) / 2, Values(2, weighted, false, Values::Wanted::covariance));
+  }
+  const auto width_in_all = static_cast<int64_t>(p + 2 * pairs_.size());
+  block_rows_ = std::clamp<int64_t>(block_values / width_in_all, 256, 1 << 16);
+}
+
+// ---- Rows ---------------------------------------------------------------------------------------
+
+/// NaN if it is missing.
+template <class T>
+T Analysis<T>::cell(const CsvRow& row, size_t column) {
+  const std::string& text = row.cells[column];
+  const T value = is_missing(text) ? std::numeric_limits<T>::quiet_NaN()
+                                   : table_.number<T>(text, row.line, column);
+  if (std::isnan(value) && options_.missing == "fail") {
+    throw Error("{}: the cell is {}; a number is needed, or --missing drop or pairwise",
+                table_.place(row.line, column), text.empty() ? "empty" : text);
+  }
+  return value;
+}
+
+/// False if the row has no part in anything.
+template <class T>
+bool Analysis<T>::take_weight(const CsvRow& row) {
+  if (!choice_.weights) return true;
+  weight_ = cell(row, *choice_.weights);
+  if (std::isnan(weight_)) {
+    ++dropped_;
+    return false;
+  }
+  if (!(weight_ >= 0 && std::isfinite(weight_))) {
+    throw Error("{}: weight {}; allowed are finite numbers from 0",
+                table_.place(row.line, *choice_.weights), row.cells[*choice_.weights]);
+  }
+  weightless_ += weight_ == 0;
+  return weight_ > 0;
+}
+
+/// False if the row's group is missing.
+template <class T>
+bool Analysis<T>::take_group(const CsvRow& row) {
+  const std::string& label = row.cells[*choice_.by];
+  if (is_missing(label)) {
+    if (options_.missing == "fail") {
+      throw Error("{}: the cell is {}; a group is needed, or --missing drop",
+                  table_.place(row.line, *choice_.by), label.empty() ? "empty" : label);
+    }
+    return false;
+  }
+  const auto [at, is_new] =
+      group_numbers_.try_emplace(label, static_cast<int64_t>(group_labels_.size()));
+  if (is_new) {
+    if (group_labels_.size() == most_groups) {
+      throw Error("{}: more than {} groups; --by needs a column of fewer different values",
+                  table_.place(row.line, *choice_.by), most_groups);
+    }
+    group_labels_.push_back(label);
+  }
+  groups_.push_back(at->second);
+  return true;
+}
+
+template <class T>
+void Analysis<T>::check_empty_columns(const CsvRow& row) const {
+  for (const size_t column : choice_.empty) {
+    if (!is_missing(row.cells[column])) {
+      throw Error(
+          "{}: the first cell of this column that is not empty; name it with --select, or "
+          "the others to leave it out",
+          table_.place(row.line, column));
+    }
+  }
+}
+
+template <class T>
+void Analysis<T>::take_complete() {
+  const T* next = values_.data();
+  for (Values& sample : samples_) {
+    sample.add({next, sample.variables()}, weight_);
+    next += sample.variables();
+  }
+}
+
+template <class T>
+void Analysis<T>::take_pairs() {
+  const size_t p = values_.size();
+  for (size_t i = 0; i < p; ++i) {
+    if (std::isnan(values_[i])) continue;
+    samples_[i].add({&values_[i], 1}, weight_);
+    for (size_t j = i + 1; j < p && !pairs_.empty(); ++j) {
+      const T both[] = {values_[i], values_[j]};
+      if (!std::isnan(both[1])) pair(i, j).add(both, weight_);
+    }
+  }
+}
+
+template <class T>
+void Analysis<T>::take(const CsvRow& row) {
+  ++rows_;
+  check_empty_columns(row);
+  bool complete = true;
+  for (size_t j = 0; j < values_.size(); ++j) {
+    values_[j] = cell(row, choice_.columns[j]);
+    missing_[j] += std::isnan(values_[j]);
+    complete &= !std::isnan(values_[j]);
+  }
+  if (!take_weight(row)) return;
+  if (!pairwise_ && (!complete || (choice_.by && !take_group(row)))) {
+    ++dropped_;
+    return;
+  }
+  weight_sum_ += weight_;
+  pairwise_ ? take_pairs() : take_complete();
+}
+
+// ---- Blocks -------------------------------------------------------------------------------------
+
+void call_function(int32_t item, int32_t, int32_t, void* args) {
+  (*static_cast<std::function<void(int32_t)>*>(args))(item);
+}
+
+/// Many samples go to the threads one each; of few samples each has all threads. An exception waits
+/// until all are back.
+template <class T>
+template <class Function>
+void Analysis<T>::for_each_sample(Function function) {
+  const auto count = static_cast<int32_t>(samples_.size() + pairs_.size());
+  std::vector<std::exception_ptr> failures(static_cast<size_t>(count));
+  std::function<void(int32_t)> one = [&](int32_t item) {
+    const auto i = static_cast<size_t>(item);
+    try {
+      function(i, i < samples_.size() ? samples_[i] : pairs_[i - samples_.size()]);
+    } catch (...) {
+      failures[i] = std::current_exception();
+    }
+  };
+  if (count >= services_->max_threads()) {
+    services_->run_items(count, 0, &one, call_function);
+  } else {
+    for (int32_t item = 0; item < count; ++item) one(item);
+  }
+  for (const std::exception_ptr& failure : failures) {
+    if (failure) std::rethrow_exception(failure);
+  }
+}
+
+/// Values are kept for quantiles and groups only.
+template <class T>
+void Analysis<T>::leave_values_out() {
+  for (const auto& [given, option] : {std::pair(!options_.quantiles.empty(), "--quantiles"),
+                                      std::pair(choice_.by.has_value(), "--by")}) {
+    if (given) {
+      throw Error("{}: the values, which it needs, take more than {} MiB; --memory MIB allows more",
+                  option, options_.memory);
+    }
+  }
+  for (Values& sample : samples_) sample.drop_values();
+  keeps_values_ = false;
+}
+
+/// Makes room for all rows at once, as far as their number can be told.
+template <class T>
+void Analysis<T>::make_room() {
+  int64_t bytes = static_cast<int64_t>(groups_.size() * sizeof groups_[0]);
+  for (const Values& sample : samples_) bytes += sample.bytes_kept() + sample.bytes_waiting();
+  const int64_t limit = options_.memory << 20;
+  if (bytes > limit) return leave_values_out();
+  const double whole = static_cast<double>(table_.file().bytes_in_all());
+  if (made_room_ || whole == 0) return;
+  made_room_ = true;
+  const double part = static_cast<double>(table_.file().bytes_read()) / whole;
+  const double rows = static_cast<double>(rows_) / part * 1.02 + 1000;
+  if (static_cast<double>(bytes) / part * 1.02 > static_cast<double>(limit)) return;
+  for (Values& sample : samples_) sample.reserve(static_cast<int64_t>(rows));
+}
+
+template <class T>
+void Analysis<T>::take_block() {
+  waiting_ = 0;
+  try {
+    if (keeps_values_) make_room();
+    for_each_sample([&](size_t, Values& sample) { sample.take_block(services_); });
+  } catch (const std::bad_alloc&) {
+    throw Error("out of memory; --memory MIB below {} keeps fewer values", options_.memory);
+  }
+}
+
+// ---- Results ------------------------------------------------------------------------------------
+
+template <class T>
+void Analysis<T>::expect_results() const {
+  if (std::ranges::any_of(samples_, [](const Values& s) { return s.count() > 0; })) return;
+  if (weightless_ > 0) {
+    throw Error("{}: no row is left: {} have weight 0, {} a missing cell", table_.file().name(),
+                weightless_, dropped_);
+  }
+  throw Error(
+      "{}: no row is complete; --missing pairwise takes each column's own values, --select "
+      "fewer columns",
+      table_.file().name());
+}
+
+template <class T>
+void Analysis<T>::report_columns(Report& report) {
+  std::vector<std::vector<double>> quantiles(samples_.size());
+  if (keeps_values_) {
+    report.orders = orders_;
+    for_each_sample([&](size_t i, Values& sample) {
+      if (i < samples_.size()) quantiles[i] = sample.quantiles(orders_, services_);
+    });
+  } else {
+    report.notes.push_back(fmt::format(
+        "quartiles are left out: the values take more than {} MiB; --memory MIB allows more",
+        options_.memory));
+  }
+  size_t column = 0;
+  for (size_t i = 0; i < samples_.size(); ++i) {
+    const Values& s = samples_[i];
+    for (size_t j = 0; j < s.variables(); ++j, ++column) {
+      ColumnReport c = {choice_.name(choice_.columns[column]),
+                        s.count(),
+                        missing_[column],
+                        s.mean(j),
+                        s.standard_deviation(j),
+                        s.minimum(j),
+                        s.maximum(j),
+                        s.skewness(j),
+                        s.kurtosis(j),
+                        {}};
+      if (keeps_values_) {
+        const auto first = quantiles[i].begin() + static_cast<std::ptrdiff_t>(j * orders_.size());
+        c.quantiles.assign(first, first + static_cast<std::ptrdiff_t>(orders_.size()));
+      }
+      report.columns.push_back(std::move(c));
+    }
+  }
+}
+
+template <class T>
+Matrix Analysis<T>::matrix(bool correlation) {
+  const size_t p = values_.size();
+  const auto entry = [&](const Values& s, size_t i, size_t j) {
+    return correlation ? s.correlation(i, j) : s.covariance(i, j);
+  };
+  Matrix result(p * p);
+  for (size_t i = 0; i < p; ++i) {
+    result[i * (p + 1)] = pairwise_ ? entry(samples_[i], 0, 0) : entry(samples_[0], i, i);
+    for (size_t j = i + 1; j < p; ++j) {
+      result[i * p + j] = result[j * p + i] =
+          pairwise_ ? entry(pair(i, j), 0, 1) : entry(samples_[0], i, j);
+    }
+  }
+  return result;
+}
+
+/// Of all columns, or of those that have the role.
+template <class T>
+Strings Analysis<T>::names(int64_t role) const {
+  Strings result;
+  for (size_t j = 0; j < values_.size(); ++j) {
+    if (role == 0 || choice_.roles[j] == role) {
+      result.push_back(choice_.name(choice_.columns[j]));
+    }
+  }
+  return result;
+}
+
+template <class T>
+void Analysis<T>::report_matrices(Report& report) {
+  if (options_.covariance) report.matrices.push_back({"Covariance", names(0), matrix(false)});
+  if (options_.correlation) report.matrices.push_back({"Correlation", names(0), matrix(true)});
+  if (!options_.partial.empty()) {
+    const Partial partial = partial_covariance<T>(matrix(false), choice_.roles, services_);
+    const std::string given = fmt::format(" given {}", fmt::join(names(-1), ", "));
+    report.matrices.push_back({"Partial covariance" + given, names(1), partial.covariance});
+    report.matrices.push_back({"Partial correlation" + given, names(1), partial.correlation});
+  }
+  if (choice_.by) {
+    report.groups = {
+        choice_.name(*choice_.by), group_labels_,
+        samples_[0].pooled(groups_, static_cast<int64_t>(group_labels_.size()), services_)};
+    report.matrices.push_back({"Pooled covariance within " + report.groups->by, names(0),
+                               report.groups->results.covariance});
+  }
+}
+
+template <class T>
+Report Analysis<T>::report() {
+  expect_results();
+  Report report;
+  report.file = table_.file().name();
+  report.notes = choice_.notes;
+  report.rows = rows_;
+  report.dropped = dropped_;
+  report.weightless = weightless_;
+  report.single = std::is_same_v<T, float>;
+  if (choice_.weights) {
+    report.weights = choice_.name(*choice_.weights);
+    report.weight_sum = weight_sum_;
+  }
+  try {
+    report_columns(report);
+    report_matrices(report);
+  } catch (const std::bad_alloc&) {
+    throw Error("out of memory; --memory MIB below {} keeps fewer values", options_.memory);
+  }
+  return report;
+}
+
+}  // namespace
+
+template <class T>
+Report analyse(const StatsOptions& options) {
+  return Analysis<T>(options).run();
+}
+
+template Report analyse<float>(const StatsOptions& options);
+template Report analyse<double>(const StatsOptions& options);
+
+}  // namespace orv_cli

@@ -1,0 +1,30 @@
+// Reads the columns of a file, block by block, and computes their statistics.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "stats_report.hpp"
+
+namespace orv_cli {
+
+struct StatsOptions {
+  std::string file = "-";
+  std::string select, weights, by, partial, given;  // columns; empty if not given
+  std::string quantiles;                            // empty: quartiles, if there is room
+  bool covariance = false, correlation = false;
+  std::string missing = "drop";
+  std::string header = "auto";
+  std::string format = "table";
+  std::string precision = "d";
+  int64_t memory = 0;  // MiB
+  int32_t threads = 0;
+};
+
+/// In floats or doubles. Every mistake in what was given becomes an Error.
+template <class T>
+Report analyse(const StatsOptions& options);
+
+}  // namespace orv_cli

@@ -1,0 +1,84 @@
+// Statistics of variables that are observed together, from their values block by block.
+#pragma once
+
+#include <orv/ss.h>
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace orv_cli {
+
+/// A p by p matrix.
+using Matrix = std::vector<double>;
+
+/// Results for groups of observations; means group by group.
+struct Pooled {
+  std::vector<int64_t> counts;
+  std::vector<double> means;
+  Matrix covariance;
+};
+
+template <class T>
+class Sample {
+ public:
+  enum class Wanted { everything, covariance };  // the latter also gives the mean
+
+  Sample(size_t variables, bool weighted, bool keep_values, Wanted wanted = Wanted::everything);
+
+  /// One observation of all variables. The weight is above 0, and 1 unless the sample has weights.
+  void add(std::span<const T> values, T weight);
+
+  /// Takes what was added into the results.
+  void take_block(const SSThreadServices* services);
+
+  int64_t count() const { return count_; }
+  size_t variables() const { return static_cast<size_t>(p_); }
+  double mean(size_t j) const;
+  double standard_deviation(size_t j) const;
+  double minimum(size_t j) const { return minimum_[j]; }
+  double maximum(size_t j) const { return maximum_[j]; }
+  double skewness(size_t j) const { return skewness_[j]; }
+  double kurtosis(size_t j) const { return kurtosis_[j]; }
+  double covariance(size_t i, size_t j) const { return covariance_[i * variables() + j]; }
+  double correlation(size_t i, size_t j) const;
+
+  // From the values, for which they have to be kept. -------------------------------------------
+
+  int64_t bytes_kept() const;
+  int64_t bytes_waiting() const;  // that the next block will add
+  void reserve(int64_t observations);
+  void drop_values();
+
+  /// Quantiles of each variable in turn. With weights: see the command's help.
+  std::vector<double> quantiles(std::span<const double> orders,
+                                const SSThreadServices* services) const;
+
+  /// `groups` has a number for each observation, dense from 0. This uses the values up.
+  Pooled pooled(const std::vector<int64_t>& groups, int64_t group_count,
+                const SSThreadServices* services);
+
+ private:
+  void begin(const SSThreadServices* services);
+
+  int64_t p_;
+  bool weighted_, keep_;
+  Wanted wanted_;
+  int64_t count_ = 0;
+  std::vector<T> block_, block_weights_, values_, weights_;
+  std::vector<T> origin_;  // subtracted from the values that moments are taken of
+  std::vector<T> mean_, raw_2_, raw_3_, raw_4_, central_2_, central_3_, central_4_, skewness_,
+      kurtosis_, covariance_, minimum_, maximum_;
+  T weight_sums_[2] = {};
+};
+
+struct Partial {
+  Matrix covariance, correlation;  // of the variables of interest
+};
+
+/// `roles`: 1 of interest, -1 given, 0 neither, for each variable of the covariance.
+template <class T>
+Partial partial_covariance(const Matrix& covariance, const std::vector<int64_t>& roles,
+                           const SSThreadServices* services);
+
+}  // namespace orv_cli

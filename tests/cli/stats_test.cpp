@@ -1,0 +1,447 @@
+// orv stats: its figures against sums in long double, and what it says to mistakes.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Real = long double;
+using Strings = std::vector<std::string>;
+
+struct Outcome {
+  std::string out, err;
+  int code;
+};
+
+std::string path_of(const std::string& name) {
+  return testing::TempDir() + "orv_stats_" + std::to_string(getpid()) + "_" + name;
+}
+
+std::string read(const std::string& name) {
+  std::ostringstream text;
+  text << std::ifstream(path_of(name)).rdbuf();
+  return text.str();
+}
+
+/// `arguments` go through the shell; the input is a file, or standard input if "-" is among them.
+Outcome stats(const std::string& arguments, const std::string& input) {
+  std::ofstream(path_of("in")) << input;
+  const bool is_piped = arguments.find(" - ") != std::string::npos;
+  const std::string command = ORV_COMMAND " stats " + arguments + (is_piped ? " <" : " ") +
+                              path_of("in") + " >" + path_of("out") + " 2>" + path_of("err");
+  const int status = std::system(command.c_str());
+  Outcome outcome = {read("out"), read("err"), WIFEXITED(status) ? WEXITSTATUS(status) : -1};
+  for (const char* name : {"in", "out", "err"}) unlink(path_of(name).c_str());
+  return outcome;
+}
+
+Strings split(const std::string& text, char separator) {
+  Strings parts;
+  std::istringstream stream(text);
+  for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
+  if (!text.empty() && text.back() == separator && separator == ',') parts.push_back("");
+  return parts;
+}
+
+/// The tables of CSV output.
+std::vector<std::vector<Strings>> tables(const std::string& arguments, const std::string& input) {
+  const Outcome run = stats(arguments + " --format csv", input);
+  EXPECT_EQ(run.code, 0) << arguments << "\n" << run.err;
+  std::vector<std::vector<Strings>> result(1);
+  for (const std::string& line : split(run.out, '\n')) {
+    if (line.empty()) {
+      result.emplace_back();
+    } else {
+      result.back().push_back(split(line, ','));
+    }
+  }
+  return result;
+}
+
+double number(const std::string& text) { return text.empty() ? NAN : std::stod(text); }
+
+/// Rows of values with weights; NaN is a missing cell.
+struct Data {
+  std::vector<std::vector<double>> rows;
+  std::vector<double> weights;
+
+  std::string csv() const {
+    std::ostringstream text;
+    text.precision(17);
+    for (size_t j = 0; j < rows[0].size(); ++j) text << "x" << j << ",";
+    text << "w\n";
+    for (size_t i = 0; i < rows.size(); ++i) {
+      for (const double x : rows[i]) std::isnan(x) ? text << "," : text << x << ",";
+      text << weights[i] << "\n";
+    }
+    return text.str();
+  }
+};
+
+Data make_data(size_t n, size_t p, double offset, double part_missing) {
+  std::mt19937 random(static_cast<unsigned>(n * 31 + p));
+  std::gamma_distribution<double> gamma(2);
+  Data data;
+  for (size_t i = 0; i < n; ++i) {
+    auto& row = data.rows.emplace_back(p);
+    for (double& x : row) x = random() < part_missing * 0x1p32 ? NAN : offset + gamma(random);
+    for (size_t j = 1; j < p; ++j) row[j] += 0.3 * (row[j - 1] - offset);
+    data.weights.push_back(static_cast<double>(random() % 8) / 4);
+  }
+  return data;
+}
+
+/// E f(x) over W, with the sums of weights.
+struct Sums {
+  std::vector<std::pair<size_t, Real>> rows;  // with their weights
+  const Data& data;
+  Real w = 0, w2 = 0;
+
+  /// Of the rows in which none of the columns is missing.
+  Sums(const Data& d, bool weighted, const std::vector<size_t>& columns) : data(d) {
+    for (size_t i = 0; i < d.rows.size(); ++i) {
+      const Real weight = weighted ? d.weights[i] : 1;
+      const auto is_there = [&](size_t j) { return !std::isnan(d.rows[i][j]); };
+      if (weight == 0 || !std::ranges::all_of(columns, is_there)) continue;
+      rows.emplace_back(i, weight);
+      w += weight;
+      w2 += weight * weight;
+    }
+  }
+  /// Values are taken from here, lest sums round.
+  Real origin(size_t j) const { return data.rows[rows[rows.size() / 2].first][j]; }
+  Real shift(size_t j) const {
+    Real sum = 0;
+    for (const auto& [i, weight] : rows) sum += weight * (data.rows[i][j] - origin(j));
+    return sum / w;
+  }
+  Real mean(size_t j) const { return origin(j) + shift(j); }
+  Real moment(size_t j, int order) const {
+    const Real at = origin(j), m = shift(j);
+    Real sum = 0;
+    for (const auto& [i, weight] : rows) sum += weight * powl(data.rows[i][j] - at - m, order);
+    return sum / w;
+  }
+  Real covariance(size_t j, size_t k) const {
+    const Real at_j = origin(j), at_k = origin(k), mj = shift(j), mk = shift(k);
+    Real sum = 0;
+    for (const auto& [i, weight] : rows) {
+      sum += weight * (data.rows[i][j] - at_j - mj) * (data.rows[i][k] - at_k - mk);
+    }
+    return sum / (w - w2 / w);
+  }
+  Real correlation(size_t j, size_t k) const {
+    return covariance(j, k) / sqrtl(covariance(j, j) * covariance(k, k));
+  }
+  std::vector<double> sorted(size_t j) const {
+    std::vector<double> values;
+    for (const auto& [i, weight] : rows) values.push_back(data.rows[i][j]);
+    std::ranges::sort(values);
+    return values;
+  }
+};
+
+TEST(Stats, ColumnsAreRight) {
+  struct Case {
+    size_t n, p;
+    double offset;
+    const char* arguments;
+    bool weighted = false, pairwise = false, single = false;
+    double first = NAN;  // all of the first row
+  };
+  const Case cases[] = {
+      {7, 1, 0, ""},
+      {500, 3, 1e9, ""},
+      {500, 3, 1e9, "--threads 3", false, false, false, 0},
+      {500, 19, -5, "--threads 2"},
+      {500, 4, 5, "--weights w", true},
+      {500, 4, 1e9, "--weights w --missing pairwise --threads 3", true, true},
+      {3000, 19, 1e6, "--missing pairwise --threads 2", false, true},
+      {500, 4, 1, "--precision s", false, false, true},
+      {150000, 5, 1e7, "--threads 2"},
+  };
+  for (const Case& c : cases) {
+    Data data = make_data(c.n, c.p, c.offset, c.pairwise ? 0.2 : 0.01);
+    if (!std::isnan(c.first)) std::ranges::fill(data.rows[0], c.first);
+    std::string select = " --select x0";
+    std::vector<size_t> all;
+    for (size_t j = 0; j < c.p; ++j) all.push_back(j);
+    for (size_t j = 1; j < c.p; ++j) select += ",x" + std::to_string(j);
+    const auto table = tables(c.arguments + select, data.csv())[0];
+    ASSERT_EQ(table.size(), c.p + 1) << c.arguments;
+    const double unit = c.single ? 0x1p-23 : 0x1p-52;
+    for (size_t j = 0; j < c.p; ++j) {
+      const Strings& row = table[j + 1];
+      ASSERT_EQ(row.size(), 12u);
+      const Sums sums(data, c.weighted, c.pairwise ? std::vector{j} : all);
+      const auto values = sums.sorted(j);
+      const Real c2 = sums.covariance(j, j);
+      const auto expect = [&](size_t column, Real exact, double tolerance) {
+        EXPECT_NEAR(number(row[column]), static_cast<double>(exact), tolerance)
+            << c.arguments << " n " << c.n << " " << table[0][column] << " of " << row[0];
+      };
+      EXPECT_EQ(row[1], std::to_string(values.size()));
+      expect(3, sums.mean(j), 4 * unit * std::fabs(c.offset + 1));
+      expect(4, sqrtl(c2), 1e2 * unit * static_cast<double>(sqrtl(c2)));
+      expect(5, values.front(), unit * std::fabs(values.front()));
+      expect(9, values.back(), unit * std::fabs(values.back()));
+      const auto skewness = static_cast<double>(sums.moment(j, 3) / powl(c2, 1.5L));
+      const auto kurtosis = static_cast<double>(sums.moment(j, 4) / (c2 * c2));
+      // Rounding of the mean shifts the origin; an outlying row costs digits of these two only.
+      const double digits = std::isnan(c.first) ? 1e4 * unit : 1e-12;
+      expect(10, skewness, digits * (1 + std::fabs(skewness)));
+      expect(11, kurtosis - 3, digits * kurtosis);
+      if (c.weighted) continue;
+      for (const int q : {1, 2, 3}) {
+        const double at = static_cast<double>(values.size() - 1) * q / 4;
+        const auto k = static_cast<size_t>(at);
+        const Real next = values[std::min(k + 1, values.size() - 1)];
+        expect(5 + q, values[k] + (at - k) * (next - values[k]), 4 * unit * (1 + fabsl(next)));
+      }
+    }
+  }
+}
+
+TEST(Stats, MatricesAreRight) {
+  for (const bool pairwise : {false, true}) {
+    for (const bool weighted : {false, true}) {
+      const Data data = make_data(400, 4, 100, 0.1);
+      std::string arguments = "--select x0,x1,x2,x3 --cov --cor --partial x0,x2 --given x3";
+      if (pairwise) arguments += " --missing pairwise";
+      if (weighted) arguments += " --weights w";
+      const auto out = tables(arguments, data.csv());
+      ASSERT_EQ(out.size(), 5u);
+      EXPECT_EQ(out[1][0], (Strings{"Covariance", "x0", "x1", "x2", "x3"}));
+      const auto sums = [&](size_t j, size_t k) {
+        return Sums(data, weighted, pairwise ? std::vector{j, k} : std::vector<size_t>{0, 1, 2, 3});
+      };
+      const auto cov = [&](size_t j, size_t k) { return sums(j, k).covariance(j, k); };
+      const auto expect = [&](size_t table, size_t j, size_t k, Real exact) {
+        EXPECT_NEAR(number(out[table].at(j + 1).at(k + 1)), static_cast<double>(exact), 1e-12)
+            << arguments << " " << out[table][0][0] << " " << j << " " << k;
+      };
+      for (size_t j = 0; j < 4; ++j) {
+        for (size_t k = 0; k < 4; ++k) {
+          expect(1, j, k, cov(j, k));
+          expect(2, j, k, sums(j, k).correlation(j, k));
+        }
+      }
+      const auto partial = [&](size_t j, size_t k) {
+        return cov(j, k) - cov(j, 3) * cov(3, k) / cov(3, 3);
+      };
+      for (const size_t j : {0, 2}) {
+        for (const size_t k : {0, 2}) {
+          expect(3, j / 2, k / 2, partial(j, k));
+          expect(4, j / 2, k / 2, partial(j, k) / sqrtl(partial(j, j) * partial(k, k)));
+        }
+      }
+    }
+  }
+}
+
+TEST(Stats, GroupsByTextOrNumbers) {
+  const std::string rows = "1,10,u\n2,30,v\n3,12,u\n8,,v\n6,50,v\n4,20,\n";
+  for (const char* labels : {"text", "numbers"}) {
+    std::string input = "x,y,g\n" + rows;
+    if (labels == std::string("numbers")) {
+      std::ranges::replace(input, 'u', '7');
+      std::ranges::replace(input, 'v', '5');
+    }
+    const auto out = tables("--by g", input);
+    ASSERT_EQ(out.size(), 3u) << labels;
+    const bool text = labels == std::string("text");
+    EXPECT_EQ(out[0][1][1], "4");  // complete rows
+    EXPECT_EQ(out[1], (std::vector<Strings>{{"mean by g", "count", "x", "y"},
+                                            {text ? "u" : "7", "2", "2", "11"},
+                                            {text ? "v" : "5", "2", "4", "40"}}));
+    EXPECT_EQ(out[2],
+              (std::vector<Strings>{
+                  {"Pooled covariance within g", "x", "y"}, {"x", "5", "21"}, {"y", "21", "101"}}));
+  }
+}
+
+TEST(Stats, TreatsMissingCellsAsAsked) {
+  const std::string input = "a,b,c\n1,2,\n3,NA,4\n5,6,7\n8,9,nan\n10,11,12\n";
+  const auto expect = [&](const char* arguments, size_t column, Strings expected) {
+    const auto table = tables(arguments, input)[0];
+    for (size_t j = 0; j < 3; ++j) EXPECT_EQ(table[j + 1][column], expected[j]) << arguments;
+  };
+  expect("", 2, {"0", "1", "2"});
+  expect("", 1, {"2", "2", "2"});
+  expect("--missing pairwise", 1, {"5", "4", "3"});
+  EXPECT_NE(stats("", input).out.find("5 rows, 3 dropped"), std::string::npos);
+  const Outcome csv = stats("--format csv", input);
+  EXPECT_NE(csv.err.find("5 rows, 3 dropped"), std::string::npos) << csv.err;
+  EXPECT_EQ(csv.out.find("dropped"), std::string::npos) << csv.out;
+  EXPECT_EQ(stats("--missing fail --select a", input).code, 0);
+}
+
+TEST(Stats, ChoosesTheColumnsOfNumbers) {
+  struct Case {
+    const char *arguments, *input;
+    Strings columns;
+    const char* note;  // all of standard error
+  };
+  const char* mixed = "name,x,none,\"y,\"\"z\"\nab,1,,2\ncd,3,NA,4\n";
+  const Case cases[] = {
+      {"", "1\n2\n", {"column 1"}, ""},
+      {"", "a,b\n1,2\n3,4\n", {"a", "b"}, ""},
+      {"--select b", "a,b\n1,2\n3,4\n", {"b"}, ""},
+      {"--select '2, a'", "a,b\n1,2\n3,4\n", {"b", "a"}, ""},
+      {"--header yes", "1,2\n3,4\n", {"1", "2"}, ""},
+      {"--header no", "1,2\n3,4\n", {"column 1", "column 2"}, ""},
+      {"",
+       mixed,
+       {"x", "\"y,\"\"z\""},
+       "orv: note: left out, as they hold text: name ('ab', line 2)\n"
+       "orv: note: left out, as they are empty: none\n"},
+      {"--select 'y,\"z'", mixed, {"\"y,\"\"z\""}, ""},
+      {"--partial b --given c --select a", "a,b,c\n1,2,3\n3,4,4\n3,3,9\n", {"a", "b", "c"}, ""},
+  };
+  for (const Case& c : cases) {
+    const Outcome run = stats(std::string(c.arguments) + " --format csv", c.input);
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(run.err, c.note) << c.arguments;
+    const auto lines = split(run.out, '\n');
+    ASSERT_GT(lines.size(), c.columns.size()) << run.out;
+    for (size_t j = 0; j < c.columns.size(); ++j) {
+      EXPECT_EQ(lines[j + 1].rfind(c.columns[j] + ",", 0), 0u) << lines[j + 1];
+    }
+    EXPECT_TRUE(lines.size() == c.columns.size() + 1 || lines[c.columns.size() + 1].empty());
+  }
+}
+
+// Beyond the memory that is allowed everything but quantiles comes out the same.
+TEST(Stats, StreamsWhatDoesNotFit) {
+  const std::string input = make_data(120000, 3, 2, 0).csv();
+  const auto whole = tables("", input)[0];
+  for (const char* source : {"--memory 1 --format csv ", "--memory 1 --format csv - "}) {
+    const Outcome run = stats(source, input);
+    EXPECT_EQ(run.code, 0);
+    EXPECT_NE(run.err.find("quartiles are left out"), std::string::npos) << run.err;
+    const auto lines = split(run.out, '\n');
+    ASSERT_EQ(lines.size(), whole.size());
+    for (size_t i = 0; i < lines.size(); ++i) {
+      Strings expected = whole[i];
+      expected.erase(expected.begin() + 6, expected.begin() + 9);
+      EXPECT_EQ(split(lines[i], ','), expected);
+    }
+  }
+  for (const char* option : {"--quantiles 0.5", "--by w"}) {
+    const Outcome run = stats(std::string(option) + " --memory 1", input);
+    EXPECT_EQ(run.code, 2);
+    EXPECT_NE(run.err.find("--memory MIB allows more"), std::string::npos) << run.err;
+    EXPECT_EQ(split(run.err, '\n').size(), 1u) << run.err;
+  }
+}
+
+TEST(Stats, ShowsWhatIsNotDefined) {
+  const std::string one_row = "a,b\n3,4\n";
+  EXPECT_EQ(tables("", one_row)[0][1],
+            (Strings{"a", "1", "0", "3", "", "3", "3", "3", "3", "3", "", ""}));
+  const Outcome json = stats("--format json --cov", one_row);
+  EXPECT_NE(json.out.find("\"standard_deviation\": null"), std::string::npos) << json.out;
+  const auto empty = tables("--missing pairwise --select a,b", "a,b\n1,\n2,\n")[0];
+  EXPECT_EQ(empty[2], (Strings{"b", "0", "2", "", "", "", "", "", "", "", "", ""}));
+  const auto constant = tables("--cor", "a,b\n3,4\n3,5\n");
+  EXPECT_EQ(constant[0][1][4], "0");
+  EXPECT_EQ(constant[1][1][2], "");
+}
+
+TEST(Stats, FormatsAgree) {
+  const std::string input =
+      "\"a \"\"b\",gr\xC3\xB6\xC3\x9F"
+      "e\n1.5,2\n4,1\n2.25,7\n";
+  const Outcome json = stats("--format json --cor --quantiles 0.5 --precision s", input);
+  for (const char* text :
+       {"\"rows\": 3", "\"name\": \"a \\\"b\"",
+        "\"name\": \"gr\xC3\xB6\xC3\x9F"
+        "e\"",
+        "\"mean\": 2.5833333", "\"order\": 0.5", "\"value\": 2.25", "\"title\": \"Correlation\""}) {
+    EXPECT_NE(json.out.find(text), std::string::npos) << text << " not in: " << json.out;
+  }
+  // Every line of a table ends in the same place, in letters rather than bytes.
+  const auto lines = split(stats("", input).out, '\n');
+  ASSERT_EQ(lines.size(), 14u);
+  for (size_t i = 2; i < lines.size(); ++i) {
+    const auto letters = std::ranges::count_if(lines[i], [](char c) { return (c & 0xC0) != 0x80; });
+    EXPECT_EQ(letters, static_cast<std::ptrdiff_t>(lines[3].size())) << lines[i];
+  }
+}
+
+// A mistake: nothing but one line that says what and where and what is allowed, and exit code 2.
+TEST(Stats, MistakesAreOneLineAndCode2) {
+  struct Case {
+    const char *arguments, *input;
+    Strings said;
+  };
+  const std::string many = "a,b\n" + [] {
+    std::string rows;
+    for (int i = 0; i < 1100; ++i) rows += std::to_string(i) + ",1\n";
+    return rows;
+  }();
+  const char* table = "a,b,t\n1,2,x\n3,,y\n5,-6,z\n";
+  const Case cases[] = {
+      {"", "", {"holds no number"}},
+      {"", "a,b\n", {"only names"}},
+      {"", "a,b\nx,y\n", {"no column of numbers", "a ('x', line 2)"}},
+      {"", "a,b\n1,2\n3\n", {"line 3", "1 columns", "2"}},
+      {"", "a,b\n1,2\n3,q\n", {"line 3, column 2 (b)", "'q'", "1e-3"}},
+      {"", "a,b\n1,2\n3,1e999\n", {"line 3, column 2 (b)", "1e999", "out of range"}},
+      {"--precision s", "a\n1e39\n", {"line 2, column 1 (a)", "1e39", "float"}},
+      {"", "a\n1\n\"2\n", {"line 3", "quote"}},
+      {"", "a,b\n1,\n,2\n", {"no row is complete", "pairwise"}},
+      {"--missing fail", table, {"line 3, column 2 (b)", "empty", "drop or pairwise"}},
+      {"--select t", table, {"line 2, column 3 (t)", "'x'"}},
+      {"--select q", table, {"--select", "'q'", "1 to 3, a, b, t"}},
+      {"--select a,1", table, {"--select", "'a'", "twice"}},
+      {"--select a,", table, {"--select", "''", "1 to 3"}},
+      {"--weights b", table, {"line 4, column 2 (b)", "-6", "from 0"}},
+      {"--weights a --select a", table, {"--weights", "'a'"}},
+      {"--weights t", table, {"line 2, column 3 (t)", "'x'"}},
+      {"--weights b", "a,b\n1,0\n2,0\n", {"no row is left", "2 have weight 0"}},
+      {"--by q", table, {"--by", "'q'", "1 to 3"}},
+      {"--by a --select a", table, {"--by", "'a'"}},
+      {"--by t --missing pairwise", table, {"--by", "complete rows", "drop and fail"}},
+      {"--by t --missing fail --select a", "a,t\n1,x\n1,\n", {"line 3, column 2 (t)", "group"}},
+      {"--by a --select a2", "a,a2\n", {"only names"}},
+      {"--partial a", table, {"--partial 'a'", "--given"}},
+      {"--given a", table, {"--given 'a'", "--partial"}},
+      {"--partial a --given a", table, {"'a'", "twice"}},
+      {"--partial a --given b,c", "a,b,c\n1,2,4\n3,3,6\n4,7,14\n", {"--given", "linearly"}},
+      {"--partial a --given b", "a,b\n1,2\n3,2\n4,2\n", {"--given", "constant"}},
+      {"--quantiles 0.5,1.5", table, {"--quantiles", "'1.5'", "0 to 1"}},
+      {"--quantiles half", table, {"--quantiles", "'half'", "0.1,0.5,0.9"}},
+      {"--threads 0", table, {"--threads", "0", "1", "256"}},
+      {"--memory -1", table, {"--memory", "-1"}},
+      {"--format xml", table, {"--format", "xml", "table", "csv", "json"}},
+      {"--missing maybe", table, {"--missing", "maybe", "pairwise"}},
+      {"--precision q", table, {"--precision", "q"}},
+      {"--bogus", table, {"--bogus"}},
+      {"/no/such.csv", table, {""}},
+      {"--by a", many.c_str(), {"line 1002, column 1 (a)", "1000 groups"}},
+      {"--select a --by b", "a,b\n1,\n2,\n", {"no row is complete"}},
+  };
+  for (const Case& c : cases) {
+    const Outcome run = stats(c.arguments, c.input);
+    EXPECT_EQ(run.code, 2) << c.arguments;
+    EXPECT_EQ(run.out, "") << c.arguments;
+    const auto lines = split(run.err, '\n');
+    ASSERT_FALSE(lines.empty()) << c.arguments;
+    EXPECT_EQ(lines.size(), 1u) << c.arguments << "\n" << run.err;
+    EXPECT_EQ(run.err.rfind("orv: ", 0), 0u) << run.err;
+    for (const std::string& text : c.said) {
+      EXPECT_NE(lines.back().find(text), std::string::npos) << text << " not in: " << run.err;
+    }
+  }
+}
+
+}  // namespace
