@@ -1,4 +1,4 @@
-// ORV_HAVE_OPENBLAS, ORV_HAVE_ARMADILLO (which needs it) and ORV_HAVE_GSL are 1 or 0.
+// ORV_HAVE_ARMADILLO and ORV_HAVE_GSL are 1 or 0.
 #include "statistics_peers.hpp"
 
 #include <string.h>
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <memory>
 
-#if ORV_HAVE_OPENBLAS && ORV_HAVE_ARMADILLO
+#if ORV_HAVE_ARMADILLO
 #define ARMA_DONT_USE_WRAPPER
 #include <armadillo>
 #endif
@@ -14,7 +14,6 @@
 #include <gsl/gsl_statistics.h>
 #endif
 
-#if ORV_HAVE_OPENBLAS
 extern "C" {
 void dsyrk_(const char*, const char*, const int32_t* n, const int32_t* k, const double* alpha,
             const double* a, const int32_t* lda, const double* beta, double* c, const int32_t* ldc,
@@ -23,7 +22,6 @@ void ssyrk_(const char*, const char*, const int32_t* n, const int32_t* k, const 
             const float* a, const int32_t* lda, const float* beta, float* c, const int32_t* ldc,
             size_t, size_t);
 }
-#endif
 
 namespace orv_bench {
 namespace {
@@ -59,7 +57,6 @@ void add_sum(const Table<T>& t, const LazyTruth& truth, Peers* peers) {
                     }});
 }
 
-#if ORV_HAVE_OPENBLAS
 void syrk(char trans, int32_t n, int32_t k, const double* a, int32_t lda, double* c) {
   const double one = 1, zero = 0;
   dsyrk_("u", &trans, &n, &k, &one, a, &lda, &zero, c, &n, 1, 1);
@@ -88,7 +85,6 @@ void add_syrk(const Table<T>& t, const LazyTruth& truth, Peers* peers) {
                       return near(rounded.data(), truth().covariance);
                     }});
 }
-#endif
 
 /// Works on a copy, which is part of the time.
 template <class T, class Work>
@@ -126,7 +122,7 @@ void add_standard(const Table<T>& t, const LazyTruth& truth, Peers* peers) {
       peers);
 }
 
-#if ORV_HAVE_OPENBLAS && ORV_HAVE_ARMADILLO
+#if ORV_HAVE_ARMADILLO
 /// Its matrices stand by columns: a table of rows is one.
 template <class T>
 void add_armadillo(const Table<T>& t, const LazyTruth& truth, Peers* peers) {
@@ -198,10 +194,8 @@ Peers all(const Table<T>& table, const LazyTruth& truth) {
     return peers;
   }
   add_sum(table, truth, &peers);
-#if ORV_HAVE_OPENBLAS
   add_syrk(table, truth, &peers);
-#endif
-#if ORV_HAVE_OPENBLAS && ORV_HAVE_ARMADILLO
+#if ORV_HAVE_ARMADILLO
   add_armadillo(table, truth, &peers);
 #endif
 #if ORV_HAVE_GSL
@@ -221,7 +215,6 @@ std::vector<Contender> statistics_peers(const Table<float>& table, const LazyTru
 
 std::vector<std::string> missing_statistics_peers() {
   std::vector<std::string> missing;
-  if (!ORV_HAVE_OPENBLAS) missing.push_back("OpenBLAS (libopenblas-serial-dev)");
   if (!ORV_HAVE_ARMADILLO) missing.push_back("Armadillo (libarmadillo-dev)");
   if (!ORV_HAVE_GSL) missing.push_back("GSL (libgsl-dev)");
   return missing;

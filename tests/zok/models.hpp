@@ -237,8 +237,8 @@ struct SFMT19937 : Model {
       uint32_t &here = t[i % length], &middle = t[(i + 306) % length];
       uint32_t& beyond = t[(i + 317) % length];
       const uint32_t before = t[(i + 623) % length];
-      const uint32_t x = first ? here ^ middle ^ preceding : here + middle + before;
-      uint32_t r = (x ^ x >> 27) * (first ? 1664525 : 1566083941);
+      const uint32_t mixed = first ? here ^ middle ^ before : here + middle + before;
+      uint32_t r = (mixed ^ mixed >> 27) * (first ? 1664525 : 1566083941);
       middle = first ? middle + r : middle ^ r;
       r += more;
       beyond = first ? beyond + r : beyond ^ r;
