@@ -10,6 +10,7 @@
 #include <limits>
 #include <sstream>
 #include <type_traits>
+#include <utility>
 
 #include "error.hpp"
 
@@ -67,26 +68,24 @@ template bool parse<double>(const std::string& text, double& value);
 
 Table::Table(const std::string& path, Header header, bool is_list)
     : file_(path), is_list_(is_list) {
-  if (!file_.next(row_)) throw Error("{} holds no number", file_.name());
-  width_ = row_.cells.size();
-  if (header == Header::yes || (header == Header::automatic && looks_like_header(row_, is_list))) {
-    names_ = row_.cells;
+  const CsvRow* const first = file_.next();
+  if (first == nullptr) throw Error("{} holds no number", file_.name());
+  width_ = first->cells.size();
+  if (header == Header::yes ||
+      (header == Header::automatic && looks_like_header(*first, is_list))) {
+    names_ = first->cells;
   } else {
-    row_is_read_ = true;
+    first_row_ = first;
   }
 }
 
 const CsvRow* Table::next() {
-  if (row_is_read_) {
-    row_is_read_ = false;
-  } else if (!file_.next(row_)) {
-    return nullptr;
+  const CsvRow* const row = first_row_ ? std::exchange(first_row_, nullptr) : file_.next();
+  if (row != nullptr && !is_list_ && row->cells.size() != width_) {
+    throw Error("{}, line {}: {} columns where the first row has {}", file_.name(), row->line,
+                row->cells.size(), width_);
   }
-  if (!is_list_ && row_.cells.size() != width_) {
-    throw Error("{}, line {}: {} columns where the first row has {}", file_.name(), row_.line,
-                row_.cells.size(), width_);
-  }
-  return &row_;
+  return row;
 }
 
 size_t Table::find_column(const std::string& column, std::string_view option) const {

@@ -56,8 +56,7 @@ class Table {
   CsvReader file_;
   bool is_list_;
   std::vector<std::string> names_;
-  CsvRow row_;
-  bool row_is_read_ = false;  // the first row turned out not to be a header
+  const CsvRow* first_row_ = nullptr;  // that turned out not to be a header
   size_t width_ = 0;
 };
 

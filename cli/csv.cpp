@@ -4,16 +4,17 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <new>
+#include <string_view>
+#include <utility>
 
 #include "error.hpp"
 
 namespace orv_cli {
 namespace {
-
-bool is_blank(int c) { return c == ' ' || c == '\t'; }
-bool ends_cell(int c) { return c == ',' || c == '\n' || c < 0; }
 
 [[noreturn]] void throw_unreadable(const std::string& name) {
   throw Error("cannot read {}: {}; give a CSV file, or - for standard input", in_quotes(name),
@@ -25,92 +26,82 @@ bool ends_cell(int c) { return c == ',' || c == '\n' || c < 0; }
 CsvReader::CsvReader(const std::string& path)
     : name_(path == "-" ? "standard input" : one_line(path)),
       file_(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC)),
-      buffer_(1 << 18) {
+      buffer_(1 << 16) {
   if (file_ < 0) throw_unreadable(name_);
   struct stat status;
   if (fstat(file_, &status) == 0 && S_ISREG(status.st_mode)) size_ = status.st_size;
-  for (const int byte : {0xEF, 0xBB, 0xBF}) {  // byte order mark
-    if (peek() != byte) break;
-    get();
-  }
+  csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI | CSV_REPALL_NL);
+  csv_set_blk_size(&parser_, 4096);
 }
 
-CsvReader::~CsvReader() { close(file_); }
+CsvReader::~CsvReader() {
+  csv_free(&parser_);
+  close(file_);
+}
 
-bool CsvReader::fill() {
+/// What comes next, or nothing at the end.
+std::string_view CsvReader::read_some() {
+  const bool at_start = bytes_ == 0;
   ssize_t size;
   do {
     size = read(file_, buffer_.data(), buffer_.size());
   } while (size < 0 && errno == EINTR);
   if (size < 0) throw_unreadable(name_);
   bytes_ += size;
-  at_ = buffer_.data();
-  end_ = at_ + size;
-  return size > 0;
+  std::string_view text(buffer_.data(), static_cast<size_t>(size));
+  if (at_start && text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);  // byte order mark
+  return text;
 }
 
-int CsvReader::get() {
-  int c = peek();
-  if (c == end_of_file) return c;
-  ++at_;
-  if (c == '\r' && peek() == '\n') c = *at_++;
-  if (c == '\n') ++line_;
-  return c;
+void CsvReader::add_cell(std::string_view text) {
+  if (row_count_ == rows_.size()) rows_.emplace_back();
+  CsvRow& row = rows_[row_count_];
+  if (cell_count_ == 0) row.line = line_;
+  if (cell_count_ == row.cells.size()) row.cells.emplace_back();
+  row.cells[cell_count_++] = text;
+  line_ += std::ranges::count(text, '\n');
+  after_cr_ = false;
 }
 
-/// What follows an opening quote. Returns the character that ends the cell.
-int CsvReader::read_quoted(std::string& cell) {
-  const int64_t first_line = line_;
-  for (;;) {
-    const int c = get();
-    if (c == end_of_file)
-      throw Error("{}, line {}: a quote is opened and not closed", name_, first_line);
-    if (c == '"' && peek() != '"') break;
-    if (c == '"') get();  // a doubled quote is one quote
-    cell += static_cast<char>(c);
-  }
-  int c = get();
-  while (is_blank(c)) c = get();
-  if (!ends_cell(c)) {
-    throw Error(
-        "{}, line {}: text after the closing quote of {}; a comma or the line's end may "
-        "follow, a quote within a cell is doubled",
-        name_, line_, in_quotes(cell));
-  }
-  return c;
+/// After the last cell of a row, and for blank lines. CR LF comes as two ends.
+void CsvReader::end_line(int terminator) {
+  if (!(terminator == '\n' && after_cr_)) ++line_;
+  after_cr_ = terminator == '\r';
+  if (cell_count_ == 0) return;
+  rows_[row_count_++].cells.resize(cell_count_);
+  cell_count_ = 0;
 }
 
-/// Returns the character that ends the cell: a comma, '\n' or the end of the file.
-int CsvReader::read_cell(std::string& cell) {
-  int c = get();
-  while (is_blank(c)) c = get();
-  if (c == '"') return read_quoted(cell);
-  while (!ends_cell(c)) {
-    cell += static_cast<char>(c);
-    const char* const start = at_;  // most cells end within the buffer
-    while (at_ < end_ && *at_ != ',' && *at_ != '\n' && *at_ != '\r') ++at_;
-    cell.append(start, at_);
-    c = get();
+/// Parses what comes next, until at least one row is whole.
+void CsvReader::fill() {
+  const auto take_cell = [](void* text, size_t size, void* reader) {
+    static_cast<CsvReader*>(reader)->add_cell({static_cast<char*>(text), size});
+  };
+  const auto take_end = [](int terminator, void* reader) {
+    static_cast<CsvReader*>(reader)->end_line(terminator);
+  };
+  if (cell_count_ > 0) std::swap(rows_[0], rows_[row_count_]);  // begun, to be gone on with
+  row_count_ = next_row_ = 0;
+  while (row_count_ == 0 && !at_end_) {
+    const std::string_view text = read_some();
+    at_end_ = text.empty();
+    const bool good = at_end_ ? csv_fini(&parser_, take_cell, take_end, this) == 0
+                              : csv_parse(&parser_, text.data(), text.size(), take_cell, take_end,
+                                          this) == text.size();
+    if (good) continue;
+    if (csv_error(&parser_) == CSV_ENOMEM) throw std::bad_alloc();
+    fault_ = at_end_ ? "a quote is opened and not closed"
+                     : "a quote within a cell, or text after the closing quote; a quote within a "
+                       "cell in quotes is doubled";
+    at_end_ = true;
   }
-  while (!cell.empty() && is_blank(cell.back())) cell.pop_back();
-  return c;
 }
 
-bool CsvReader::next(CsvRow& row) {
-  for (;;) {
-    row.line = line_;
-    size_t count = 0;
-    int end;
-    do {  // into the strings of the row before, which have room already
-      if (count == row.cells.size()) row.cells.emplace_back();
-      row.cells[count].clear();
-      end = read_cell(row.cells[count++]);
-    } while (end == ',');
-    row.cells.resize(count);
-    const bool blank_line = row.cells.size() == 1 && row.cells[0].empty();
-    if (!blank_line) return true;
-    if (end == end_of_file) return false;
-  }
+const CsvRow* CsvReader::next() {
+  if (next_row_ == row_count_) fill();
+  if (next_row_ < row_count_) return &rows_[next_row_++];
+  if (fault_ == nullptr) return nullptr;
+  throw Error("{}, line {}: {}", name_, line_, fault_);
 }
 
 }  // namespace orv_cli

@@ -1,8 +1,11 @@
 // Reads a file of comma-separated cells, row by row.
 #pragma once
 
+#include <csv.h>
+
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orv_cli {
@@ -13,7 +16,7 @@ struct CsvRow {
 };
 
 /// Cells may stand in double quotes, which then may hold commas, line ends and doubled quotes.
-/// Lines end in LF or CR LF; blanks around a cell, blank lines and a byte order mark are passed
+/// Lines end in LF, CR LF or CR; blanks around a cell, blank lines and a byte order mark are passed
 /// over.
 class CsvReader {
  public:
@@ -23,28 +26,30 @@ class CsvReader {
   CsvReader(const CsvReader&) = delete;
   CsvReader& operator=(const CsvReader&) = delete;
 
-  /// False at the end of the file.
-  bool next(CsvRow& row);
+  /// The next row, valid until the next call; null at the end of the file.
+  const CsvRow* next();
 
   const std::string& name() const { return name_; }
-  int64_t bytes_read() const { return bytes_ - (end_ - at_); }
+  int64_t bytes_read() const { return bytes_; }
   int64_t bytes_in_all() const { return size_; }  // 0 where that is not known
 
  private:
-  bool fill();
-  int peek() { return at_ < end_ || fill() ? static_cast<unsigned char>(*at_) : end_of_file; }
-  int get();
-  int read_cell(std::string& cell);
-  int read_quoted(std::string& cell);
-
-  static constexpr int end_of_file = -1;
+  std::string_view read_some();
+  void fill();
+  void add_cell(std::string_view text);
+  void end_line(int terminator);
 
   std::string name_;
   int file_;
+  csv_parser parser_;
   std::vector<char> buffer_;
-  const char *at_ = nullptr, *end_ = nullptr;  // what of the buffer is left
+  std::vector<CsvRow> rows_;             // parsed ahead; their strings are used again
+  size_t row_count_ = 0, next_row_ = 0;  // of them
+  size_t cell_count_ = 0;                // of the row in the making
   int64_t line_ = 1;
-  int64_t bytes_ = 0;  // read into the buffer so far
+  bool after_cr_ = false, at_end_ = false;
+  const char* fault_ = nullptr;  // that ends the file in line_, after the rows parsed ahead
+  int64_t bytes_ = 0;
   int64_t size_ = 0;
 };
 

@@ -8,8 +8,10 @@
 
 namespace orv_cli {
 
-Progress::Progress(int64_t whole)
-    : whole_(isatty(STDERR_FILENO) && !isatty(STDOUT_FILENO) ? whole : 0) {}
+Progress::Progress(int64_t whole, Results results) {
+  const bool in_the_way = results == Results::along_the_way && isatty(STDOUT_FILENO);
+  if (isatty(STDERR_FILENO) && !in_the_way) whole_ = whole;
+}
 
 void Progress::update(int64_t done) {
   if (whole_ == 0 || Clock::now() < next_) return;

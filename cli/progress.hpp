@@ -6,11 +6,13 @@
 
 namespace orv_cli {
 
-/// Silent unless standard error is a terminal, standard output is not (the bar would cut through
-/// the results) and the whole is known.
+/// Silent unless standard error is a terminal and the whole is known, and where results that are
+/// printed along the way go to a terminal, too: the bar would cut through them.
 class Progress {
  public:
-  explicit Progress(int64_t whole);
+  enum class Results { along_the_way, at_the_end };
+
+  explicit Progress(int64_t whole, Results results = Results::along_the_way);
   ~Progress();
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
@@ -20,7 +22,7 @@ class Progress {
  private:
   using Clock = std::chrono::steady_clock;
 
-  int64_t whole_;
+  int64_t whole_ = 0;
   Clock::time_point next_ = Clock::now() + std::chrono::seconds(1);
   bool shown_ = false;
 };

@@ -185,7 +185,7 @@ class Analysis {
   }
 
   Report run() {
-    Progress progress(table_.file().bytes_in_all());
+    Progress progress(table_.file().bytes_in_all(), Progress::Results::at_the_end);
     for (const CsvRow& row : head_) take(row);
     head_.clear();
     while (const CsvRow* row = table_.next()) {

@@ -88,6 +88,7 @@ TEST(Math, ReadsEveryFormOfInput) {
       {"--column 2 IN", "a,b\n1,2\n3,4", "4\n16\n"},
       {"--column 2", "1,2\n3,4\n", "4\n16\n"},
       {"--column b", "a,b\r\n1,2\r\n\r\n3,4\r\n", "4\n16\n"},
+      {"--column b", "a,b\r1,2\r\"3\",\"4\"\r", "4\n16\n"},
       {"--column 'b,\"c\"'", "\"a\nx\",\"b,\"\"c\"\"\"\n\" 1,0\n\",\" 2\" \nx,+4\n", "4\n16\n"},
       {"--column b",
        "\xEF\xBB\xBF"
@@ -202,7 +203,9 @@ TEST(Mistakes, AreOneLineAndCode2) {
       {"math Exp --column 1", "1,2\n3\n", {"line 2: 1 columns", "2"}},
       {"math Exp", "1 2 3q", {"line 1, column 1: '3q'"}},
       {"math Exp", "1\n\"2\n\n", {"line 2: a quote is opened"}},
-      {"math Exp", "1\n\"2\"x\n", {"line 2: text after the closing quote"}},
+      {"math Exp",
+       "1\n\"2\"x\n",
+       {"line 2: a quote within a cell, or text after the closing quote"}},
       {"math Exp", "1\n\"a\nb\"\n", {"line 2, column 1: 'a"}},
       {"info Exq", "", {"'Exq'", "Exp"}},
       {"info --format xml", "", {"xml", "table", "csv", "json"}},

@@ -5,6 +5,26 @@
 #include <stddef.h>
 #include <stdint.h>
 
+namespace orv {
+inline namespace ORV_TAG {
+
+/// Held during a call. Threads are the caller's and must not multiply: OpenBLAS built with OpenMP
+/// takes as many as OpenMP allows the thread that calls, here one. Built without threads it hands
+/// out the same work memory to calls at the same time: these wait for each other.
+class MatrixCall {
+ public:
+  MatrixCall();
+  ~MatrixCall();
+  MatrixCall(const MatrixCall&) = delete;
+  MatrixCall& operator=(const MatrixCall&) = delete;
+
+ private:
+  int threads_allowed_ = 1;
+};
+
+}  // namespace ORV_TAG
+}  // namespace orv
+
 #define ORV_MATRIX_ROUTINES(X, T)                                                                  \
   extern "C" {                                                                                     \
   void X##gemm_(const char* transa, const char* transb, const int32_t* m, const int32_t* n,        \
@@ -25,27 +45,32 @@
   /* C = alpha op(A) op(B) + beta C, op(A) m by k. */                                              \
   inline void gemm(char transa, char transb, int32_t m, int32_t n, int32_t k, T alpha, const T* a, \
                    int32_t lda, const T* b, int32_t ldb, T beta, T* c, int32_t ldc) {              \
+    const MatrixCall call;                                                                         \
     X##gemm_(&transa, &transb, &m, &n, &k, &alpha, a, &lda, b, &ldb, &beta, c, &ldc, 1, 1);        \
   }                                                                                                \
   /* C = alpha A A' + beta C (trans n, A n by k) or alpha A' A + beta C (t, A k by n). */          \
   inline void syrk(char uplo, char trans, int32_t n, int32_t k, T alpha, const T* a, int32_t lda,  \
                    T beta, T* c, int32_t ldc) {                                                    \
+    const MatrixCall call;                                                                         \
     X##syrk_(&uplo, &trans, &n, &k, &alpha, a, &lda, &beta, c, &ldc, 1, 1);                        \
   }                                                                                                \
   /* A += alpha x x'. */                                                                           \
   inline void syr(char uplo, int32_t n, T alpha, const T* x, T* a, int32_t lda) {                  \
     const int32_t step = 1;                                                                        \
+    const MatrixCall call;                                                                         \
     X##syr_(&uplo, &n, &alpha, x, &step, a, &lda, 1);                                              \
   }                                                                                                \
   /* Cholesky factor in place; 0, or which leading minor is not positive. */                       \
   inline int32_t potrf(char uplo, int32_t n, T* a, int32_t lda) {                                  \
     int32_t info = 0;                                                                              \
+    const MatrixCall call;                                                                         \
     X##potrf_(&uplo, &n, a, &lda, &info, 1);                                                       \
     return info;                                                                                   \
   }                                                                                                \
   /* Inverse from the Cholesky factor, in place; 0, or which element of the factor is zero. */     \
   inline int32_t potri(char uplo, int32_t n, T* a, int32_t lda) {                                  \
     int32_t info = 0;                                                                              \
+    const MatrixCall call;                                                                         \
     X##potri_(&uplo, &n, a, &lda, &info, 1);                                                       \
     return info;                                                                                   \
   }                                                                                                \
