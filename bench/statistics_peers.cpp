@@ -21,6 +21,7 @@ void dsyrk_(const char*, const char*, const int32_t* n, const int32_t* k, const 
 void ssyrk_(const char*, const char*, const int32_t* n, const int32_t* k, const float* alpha,
             const float* a, const int32_t* lda, const float* beta, float* c, const int32_t* ldc,
             size_t, size_t);
+void openblas_set_num_threads(int);
 }
 
 namespace orv_bench {
@@ -188,6 +189,7 @@ void add_gsl(const Table<T>& t, const LazyTruth& truth, Peers* peers) {
 
 template <class T>
 Peers all(const Table<T>& table, const LazyTruth& truth) {
+  openblas_set_num_threads(1);
   Peers peers;
   if (table.p == 1) {
     add_standard(table, truth, &peers);

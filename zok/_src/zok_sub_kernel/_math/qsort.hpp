@@ -14,9 +14,9 @@
 //   finish(lo, hi), small     sorts elements lo to hi, at most `small`, in another way
 #pragma once
 
-#include <immintrin.h>
 #include <stddef.h>
-#include <stdint.h>
+
+#include "../_service/lanes.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {
@@ -41,24 +41,14 @@ struct Stops {
 template <class T>
 struct KeyLanes;
 
-/// A vector of keys. `tail` loads the first `count` elements only and fills up with 0.
 template <>
-struct KeyLanes<double> {
-  using Vector = __m256d;
-  static constexpr intptr_t width = 4;
-  static Vector load(const double* p) { return _mm256_loadu_pd(p); }
-  static Vector tail(const double* p, intptr_t count) {
-    static constexpr int64_t mask[] = {-1, -1, -1, -1, 0, 0, 0, 0};
-    return _mm256_maskload_pd(
-        p, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(mask + 4 - count)));
-  }
+struct KeyLanes<double> : Lanes<double> {
   static double min(double x, double y) {
     return _mm_cvtsd_f64(_mm_min_sd(_mm_set_sd(x), _mm_set_sd(y)));
   }
   static double max(double x, double y) {
     return _mm_cvtsd_f64(_mm_max_sd(_mm_set_sd(x), _mm_set_sd(y)));
   }
-  static Vector all(double x) { return _mm256_set1_pd(x); }
   template <int relation>
   static Mask compare(Vector x, Vector y) {
     return static_cast<Mask>(_mm256_movemask_pd(_mm256_cmp_pd(x, y, relation)));
@@ -66,22 +56,13 @@ struct KeyLanes<double> {
 };
 
 template <>
-struct KeyLanes<float> {
-  using Vector = __m256;
-  static constexpr intptr_t width = 8;
-  static Vector load(const float* p) { return _mm256_loadu_ps(p); }
-  static Vector tail(const float* p, intptr_t count) {
-    static constexpr int32_t mask[] = {-1, -1, -1, -1, -1, -1, -1, -1, 0, 0, 0, 0, 0, 0, 0, 0};
-    return _mm256_maskload_ps(
-        p, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(mask + 8 - count)));
-  }
+struct KeyLanes<float> : Lanes<float> {
   static float min(float x, float y) {
     return _mm_cvtss_f32(_mm_min_ss(_mm_set_ss(x), _mm_set_ss(y)));
   }
   static float max(float x, float y) {
     return _mm_cvtss_f32(_mm_max_ss(_mm_set_ss(x), _mm_set_ss(y)));
   }
-  static Vector all(float x) { return _mm256_set1_ps(x); }
   template <int relation>
   static Mask compare(Vector x, Vector y) {
     return static_cast<Mask>(_mm256_movemask_ps(_mm256_cmp_ps(x, y, relation)));
@@ -116,13 +97,13 @@ class Keys {
     const auto pivots = Lanes::all(pivot);
     Stops stops = {0, 0};
     intptr_t k = 0;
-    for (; k + Lanes::width <= count; k += Lanes::width) {
+    for (; k + Lanes::count <= count; k += Lanes::count) {
       const auto keys = Lanes::load(a_ + i + k);
       stops.up |= Lanes::template compare<_CMP_NLT_UQ>(keys, pivots) << k;
       stops.down |= Lanes::template compare<_CMP_NGT_UQ>(keys, pivots) << k;
     }
     if (k == count) return stops;
-    const auto keys = Lanes::tail(a_ + i + k, count - k);
+    const auto keys = Lanes::load(a_ + i + k, Lanes::first(count - k));
     const Mask valid = (Mask{1} << (count - k)) - 1;
     stops.up |= (Lanes::template compare<_CMP_NLT_UQ>(keys, pivots) & valid) << k;
     stops.down |= (Lanes::template compare<_CMP_NGT_UQ>(keys, pivots) & valid) << k;

@@ -21,6 +21,24 @@ inline int32_t refuse_method(int32_t method) {
   }
 }
 
+/// InitStream of a generator that can be moved along.
+template <class Seed, class Leapfrog, class SkipAhead>
+int32_t begin_stream(int32_t method, Seed seed, Leapfrog leapfrog, SkipAhead skip_ahead) {
+  switch (method) {
+    case seed_stream:
+      seed();
+      return RNG_OK;
+    case leapfrog_stream:
+      leapfrog();
+      return RNG_OK;
+    case skip_ahead_stream:
+      skip_ahead();
+      return RNG_OK;
+    default:
+      return RNG_BAD_METHOD;
+  }
+}
+
 /// The state record behind the header.
 template <class State>
 State& state_of(StreamState* stream) {

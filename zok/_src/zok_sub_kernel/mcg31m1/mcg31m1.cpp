@@ -125,19 +125,9 @@ using namespace orv;
 int32_t __zokBRngMCG31M1InitStream(int32_t method, StreamState* stream, int32_t n,
                                    const uint32_t* params) {
   auto& state = state_of<State>(stream);
-  switch (method) {
-    case seed_stream:
-      initialise(state, n, params);
-      return RNG_OK;
-    case leapfrog_stream:
-      leapfrog(state, n, params[0]);
-      return RNG_OK;
-    case skip_ahead_stream:
-      skip_ahead(state, params);
-      return RNG_OK;
-    default:
-      return RNG_BAD_METHOD;
-  }
+  return begin_stream(
+      method, [&] { initialise(state, n, params); }, [&] { leapfrog(state, n, params[0]); },
+      [&] { skip_ahead(state, params); });
 }
 
 int32_t __zoksBRngMCG31M1(StreamState* stream, int32_t n, float* r, float a, float b) {

@@ -168,19 +168,10 @@ int32_t __zokBRngWHInitStream(int32_t method, StreamState* stream, int32_t n,
   auto& state = state_of<State>(stream);
   const int32_t offset = offset_of(stream->Brng);
   const uint32_t* const m = _zok_WH_M[offset];
-  switch (method) {
-    case seed_stream:
-      initialise(state, offset, n, params);
-      return RNG_OK;
-    case leapfrog_stream:
-      leapfrog(state, m, n, params[0]);
-      return RNG_OK;
-    case skip_ahead_stream:
-      multiply_by_power(state, m, params[0], params[1]);
-      return RNG_OK;
-    default:
-      return RNG_BAD_METHOD;
-  }
+  return begin_stream(
+      method, [&] { initialise(state, offset, n, params); },
+      [&] { leapfrog(state, m, n, params[0]); },
+      [&] { multiply_by_power(state, m, params[0], params[1]); });
 }
 
 int32_t __zoksBRngWH(StreamState* stream, int32_t n, float* r, float a, float b) {

@@ -17,7 +17,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "../../_service/lanes.hpp"
+#include "../../../zok_sub_kernel/_service/lanes.hpp"
 #include "kernel_table.hpp"
 
 namespace orv {
@@ -122,9 +122,10 @@ constexpr int tile_vectors(unsigned parts) {
 /// Some variables of a block of observations.
 template <class T>
 struct Tile {
-  intptr_t count;  // observations
-  const T* x;      // the first one
-  intptr_t stride, ahead;
+  intptr_t count;   // observations
+  const T* x;       // the first one
+  intptr_t stride;  // from an observation to the next
+  intptr_t ahead;   // to that of the next block, which is prefetched
   Moments<T> moments;
   intptr_t offset;  // of the first variable
 };

@@ -5,7 +5,7 @@
 // of the same shape, which is folded into one value for each variable at the end.
 #include <string.h>
 
-#include "../../_service/lanes.hpp"
+#include "../../../zok_sub_kernel/_service/lanes.hpp"
 #include "../../_service/ss_task.hpp"
 
 using namespace orv;

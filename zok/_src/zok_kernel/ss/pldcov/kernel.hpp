@@ -7,7 +7,7 @@
 
 #include <string.h>
 
-#include "../../_service/lanes.hpp"
+#include "../../../zok_sub_kernel/_service/lanes.hpp"
 #include "../../_service/ss_task.hpp"
 
 namespace orv {

@@ -5,7 +5,7 @@
 #include <orv/sort.h>
 #include <string.h>
 
-#include "../../_service/lanes.hpp"
+#include "../../../zok_sub_kernel/_service/lanes.hpp"
 #include "../../_service/ss_task.hpp"
 
 using namespace orv;

@@ -7,6 +7,8 @@
 namespace orv {
 inline namespace ORV_TAG {
 
+constexpr intptr_t clamp(intptr_t n, intptr_t most) { return n < 0 ? 0 : n > most ? most : n; }
+
 template <class T>
 struct Lanes;
 
@@ -26,10 +28,7 @@ struct Lanes<double> {
   /// A mask of the first `n` lanes: none below 0, all above the last.
   static __m256i first(intptr_t n) {
     static constexpr int64_t bits[] = {-1, -1, -1, -1, 0, 0, 0, 0};
-    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(bits + count -
-                                                               (n < 0       ? 0
-                                                                : n > count ? count
-                                                                            : n)));
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(bits + count - clamp(n, count)));
   }
 };
 
@@ -48,10 +47,7 @@ struct Lanes<float> {
 
   static __m256i first(intptr_t n) {
     static constexpr int32_t bits[] = {-1, -1, -1, -1, -1, -1, -1, -1, 0, 0, 0, 0, 0, 0, 0, 0};
-    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(bits + count -
-                                                               (n < 0       ? 0
-                                                                : n > count ? count
-                                                                            : n)));
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(bits + count - clamp(n, count)));
   }
 };
 
