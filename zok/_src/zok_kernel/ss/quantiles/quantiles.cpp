@@ -173,11 +173,13 @@ void sort_variable(const Arguments<T>& a, Column<const T> x, intptr_t item, T* s
                    T* quantiles) {
   const Column<T> sorted = a.order_stats_rows ? Column<T>{a.order_stats + item * a.n, 1}
                                               : Column<T>{a.order_stats + item, a.p};
-  copy(x, sorted, a.n);
   if (sorted.stride == 1) {
+    copy(x, sorted, a.n);
     Sorters<T>::radix(sorted.a, scratch, static_cast<int32_t>(a.n));
-  } else {
-    Sorters<T>::step(static_cast<int32_t>(a.n), sorted.a, static_cast<int32_t>(sorted.stride));
+  } else {  // quicksort needs no scratch: it sorts there, where elements are neighbours
+    copy(x, {scratch, 1}, a.n);
+    Sorters<T>::step(static_cast<int32_t>(a.n), scratch, 1);
+    copy({scratch, 1}, sorted, a.n);
   }
   if (!a.quantiles_asked) return;
   for (intptr_t i = 0; i < a.quant_order_count; ++i) {
