@@ -138,8 +138,9 @@ inline void store(double* p, __m256d v) {
 #endif
 
 /// Lane 0 alone.
-inline void store_low(double* p, __m128d v) { _mm_store_sd(p, v); }
-inline void store_low(float* p, __m128 v) { _mm_store_ss(p, v); }
+// Arrays may begin at any byte, but a plain store of a number may not.
+inline void store_low(double* p, __m128d v) { memcpy(p, &v, sizeof *p); }
+inline void store_low(float* p, __m128 v) { memcpy(p, &v, sizeof *p); }
 
 /// All lanes with one value.
 inline __m128d splat(double x, __m128d) { return _mm_set1_pd(x); }
