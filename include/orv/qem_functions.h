@@ -51,7 +51,7 @@ ORV_API void orv_qem_kernel_sExp_G9EPnnn(int32_t n, const float* a, float* r);
 
 /** sExpm1: e^x - 1, accurate near 0; float.
  *  Largest error: LA 0.559, HA 0.559, EP 0.559 ulp.
- *  Status codes: 3 overflow. */
+ *  Status codes: 3 overflow, 4 denormal result. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sExpm1_ttab[3];
 extern ORV_API const float orv_qem_kernel_sExpm1_ctab[3];
 ORV_API void _qemsExpm1_21(int32_t n, const float* a, float* r);
@@ -164,7 +164,7 @@ ORV_API void orv_qem_kernel_dExp_G9EPnnn(int32_t n, const double* a, double* r);
 
 /** dExpm1: e^x - 1, accurate near 0; double.
  *  Largest error: LA 1.95, HA 0.608, EP 5.19e+06 ulp.
- *  Status codes: 3 overflow. */
+ *  Status codes: 3 overflow, 4 denormal result. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dExpm1_ttab[3];
 extern ORV_API const float orv_qem_kernel_dExpm1_ctab[3];
 ORV_API void _qemdExpm1_50(int32_t n, const double* a, double* r);

@@ -86,11 +86,6 @@ struct Report {
   std::ostringstream table, record;
   std::vector<std::string> faults;
 
-  void header() {
-    table << "| level | kernel | points | largest error, ulp | of the value | at | recorded |\n"
-             "|---|---|---|---|---|---|---|\n";
-  }
-
   void add(const Kernel& slot, const Function& f, const Worst& worst) {
     table << "| " << slot.name() << " | " << slot.kernel << " | "
           << scientific(static_cast<double>(worst.points)) << " | ";
@@ -128,7 +123,9 @@ void write_section(const std::string& path, const std::string& section, const st
 int run(const Options& options) {
   quiet_mode();
   Report report;
-  report.header();
+  report.table
+      << "| level | kernel | points | largest error, ulp | of the value | at | recorded |\n"
+         "|---|---|---|---|---|---|---|\n";
   std::string skipped;
   for (const FunctionSlots& function : ready_functions()) {
     if (!options.wants(function)) continue;

@@ -1,5 +1,3 @@
-#include "digests.hpp"
-
 #include <cpuid.h>
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // Prints the digests of this build, as tests/accuracy/digests.txt records them.
 #include <iostream>
 
-#include "digests.hpp"
+#include "measure.hpp"
 
 int main() {
   std::cout

@@ -11,30 +11,6 @@ namespace orv_test {
 namespace {
 
 template <class R>
-struct ComplexOf;
-template <>
-struct ComplexOf<float> {
-  using type = QemComplexFloat;
-};
-template <>
-struct ComplexOf<double> {
-  using type = QemComplexDouble;
-};
-
-template <class T, class R>
-void call_as(const Kernel& kernel, int32_t n, const R* a, const R* b, R* r) {
-  const auto x = reinterpret_cast<const T*>(a), y = reinterpret_cast<const T*>(b);
-  const auto z = reinterpret_cast<T*>(r);
-  switch (kernel.shape) {
-    case Shape::Unary:
-      return kernel.unary<T>()(n, x, z);
-    case Shape::Binary:
-      return kernel.binary<T>()(n, x, y, z);
-  }
-  throw std::logic_error("a shape that the accuracy tests cannot call: " + kernel.name());
-}
-
-template <class R>
 void shuffle(std::vector<R>& values, Random& random) {
   for (size_t i = values.size(); i > 1; --i) std::swap(values[i - 1], values[random.below(i)]);
 }
@@ -54,12 +30,6 @@ void pair_up(Points<R>& points, Random& random) {
   }
 }
 
-template <class R>
-bool is_nearest(R y, const Reference<R>& f) {
-  const R rounded = nearest(f);
-  return bits_of(y) == bits_of(rounded) || (std::isnan(y) && std::isnan(rounded));
-}
-
 /// Takes a kernel's results into `worst`.
 template <class R>
 void compare(const std::vector<R>& y, const std::vector<Reference<R>>& f, const Points<R>& points,
@@ -73,7 +43,7 @@ void compare(const std::vector<R>& y, const std::vector<Reference<R>>& f, const 
     if (ulps * epsilon > worst.relative) {  // no need to divide for less
       worst.relative = std::max(worst.relative, relative_error(ulps, f[i]));
     }
-    if (ulps >= 0.5 && !is_nearest(y[i], f[i]) && worst.misrounded++ == 0) {
+    if (ulps >= 0.5 && bits_of(y[i]) != bits_of(nearest(f[i])) && worst.misrounded++ == 0) {
       worst.misrounded_argument = text();
     }
   }
@@ -82,8 +52,10 @@ void compare(const std::vector<R>& y, const std::vector<Reference<R>>& f, const 
 template <class R>
 std::vector<Reference<R>> true_values(const Function& f, const Points<R>& points, int operands) {
   mpfr_t x[4], y[4];
-  for (auto& number : x) mpfr_init2(number, std::numeric_limits<R>::digits);
-  for (auto& number : y) mpfr_init2(number, reference_bits<R>);
+  for (int i = 0; i < 4; ++i) {
+    mpfr_init2(x[i], std::numeric_limits<R>::digits);
+    mpfr_init2(y[i], reference_bits<R>);
+  }
   std::vector<Reference<R>> truth;
   for (int32_t i = 0; i < points.n; ++i) {
     for (int j = 0; j < operands; ++j) {
@@ -94,8 +66,7 @@ std::vector<Reference<R>> true_values(const Function& f, const Points<R>& points
     f.exact(y, x);
     for (int part = 0; part < points.width; ++part) truth.push_back(reference<R>(y[part]));
   }
-  for (auto& number : x) mpfr_clear(number);
-  for (auto& number : y) mpfr_clear(number);
+  for (int i = 0; i < 4; ++i) mpfr_clears(x[i], y[i], nullptr);
   return truth;
 }
 
@@ -135,17 +106,10 @@ Reached exhaust_patterns(const Function& f, const FunctionSlots& function, uint6
   return reached;
 }
 
-struct Bound {
-  const char* kernel;
-  double ulp;
-};
-/// Kernels held to more than their level's bound.
-constexpr Bound tighter[] = {{"dExp_HA", 0.53}, {"dLn_HA", 0.6}};
-
+/// Some kernels are held to more than their level's bound.
 double bound_of(const Kernel& slot) {
-  for (const Bound& bound : tighter) {
-    if (slot.name() == bound.kernel) return bound.ulp;
-  }
+  if (slot.name() == "dExp_HA") return 0.53;
+  if (slot.name() == "dLn_HA") return 0.6;
   return slot.slot == HA ? 1.0 : 4.0;
 }
 
@@ -189,20 +153,19 @@ int operands_of(const Kernel& kernel) { return kernel.shape == Shape::Binary ? 2
 int width_of(const Kernel& kernel) { return kernel.type == 'c' || kernel.type == 'z' ? 2 : 1; }
 
 template <class R>
-void call(const Kernel& kernel, int32_t n, const R* a, const R* b, R* r) {
-  if (width_of(kernel) == 2) {
-    call_as<typename ComplexOf<R>::type>(kernel, n, a, b, r);
-  } else {
-    call_as<R>(kernel, n, a, b, r);
-  }
-}
-
-template <class R>
 std::vector<R> results(const Kernel& kernel, const Points<R>& points) {
   std::vector<R> y(static_cast<size_t>(points.n) * points.width);
   std::memset(y.data(), 0xA5, y.size() * sizeof(R));  // rubbish, if a kernel leaves an element out
-  call(kernel, points.n, points.operand[0].data(), points.operand[1].data(), y.data());
-  return y;
+  const R *a = points.operand[0].data(), *b = points.operand[1].data();
+  switch (kernel.shape) {  // a complex number is passed by the address of its parts
+    case Shape::Unary:
+      kernel.unary<R>()(points.n, a, y.data());
+      return y;
+    case Shape::Binary:
+      kernel.binary<R>()(points.n, a, b, y.data());
+      return y;
+  }
+  throw std::logic_error("a shape that the accuracy tests cannot call: " + kernel.name());
 }
 
 void quiet_mode() { orv_qem_kernel_SetMode(QEM_ERRMODE_IGNORE | DENORMALS_KEPT); }
@@ -239,42 +202,33 @@ Reached exhaust(const Function& f, const FunctionSlots& function) {
 
 std::vector<std::string> faults(const Kernel& slot, const Function& f, const Worst& worst) {
   std::vector<std::string> list;
-  const std::string where = slot.name() + " (" + slot.kernel + "): ";
+  const auto add = [&](const std::string& what, const std::string& at) {
+    list.push_back(slot.name() + " (" + slot.kernel + "): " + what + " at " + at);
+  };
   if (f.grade == Grade::Rounded) {
     if (worst.misrounded > 0) {
-      list.push_back(where + std::to_string(worst.misrounded) +
-                     " results are not the nearest, as at " + worst.misrounded_argument);
+      add(std::to_string(worst.misrounded) + " results are not the nearest, as",
+          worst.misrounded_argument);
     }
     return list;
   }
-  const std::string at = " at " + worst.argument;
   const double relative_bound = slot.type == 's' || slot.type == 'c' ? 0x1p-11 : 0x1p-25;
   if (slot.slot == EP ? !(worst.relative < relative_bound) : !(worst.ulp < bound_of(slot))) {
-    list.push_back(where +
-                   text("%.4g ulp, 2^%.2f of the value, breaks its level's bound", worst.ulp,
-                        std::log2(worst.relative)) +
-                   at);
+    add(text("%.4g ulp, 2^%.2f of the value, breaks its level's bound", worst.ulp,
+             std::log2(worst.relative)),
+        worst.argument);
   }
-  if (!slot.ulp) {
-    list.push_back(where + "no figure in qem/_bt_gen_ia32/accuracy.def; measured " +
-                   figure(worst.ulp) + at);
-  } else if (worst.ulp > 1.02 * *slot.ulp) {
-    list.push_back(where + text("%.4g ulp, recorded are %.4g", worst.ulp, *slot.ulp) + at);
-  } else if (*slot.ulp > 1.25 * worst.ulp) {
-    list.push_back(where + text("recorded are %.4g ulp, but it reaches %.4g: record that",
-                                *slot.ulp, worst.ulp));
+  const double recorded = slot.ulp.value_or(-1);
+  if (worst.ulp > 1.02 * recorded || recorded > 1.25 * worst.ulp) {
+    add(text("%.4g ulp, recorded are %.4g: record ", worst.ulp, recorded) + figure(worst.ulp),
+        worst.argument);
   }
   return list;
 }
 
 std::vector<Kernel> FunctionSlots::kernels() const {
-  std::vector<Kernel> list;
-  for (const Kernel& slot : slots) {
-    if (std::none_of(list.begin(), list.end(),
-                     [&](const Kernel& k) { return k.address == slot.address; })) {
-      list.push_back(slot);
-    }
-  }
+  std::vector<Kernel> list = distinct_kernels();
+  std::erase_if(list, [&](const Kernel& k) { return k.type != type || k.function != name; });
   return list;
 }
 
@@ -298,7 +252,6 @@ std::string figure(double ulp) {
 #define ORV_INSTANTIATE(R)                                                       \
   template struct Points<R>;                                                     \
   template Points<R> make_points(const Function&, const Kernel&, uint64_t, int); \
-  template void call(const Kernel&, int32_t, const R*, const R*, R*);            \
   template std::vector<R> results(const Kernel&, const Points<R>&);
 ORV_INSTANTIATE(float)
 ORV_INSTANTIATE(double)

@@ -27,10 +27,6 @@ Points<R> make_points(const Function& f, const Kernel& shape, uint64_t seed, int
 int operands_of(const Kernel& kernel);
 int width_of(const Kernel& kernel);
 
-/// Calls a kernel whose numbers are of type R.
-template <class R>
-void call(const Kernel& kernel, int32_t n, const R* a, const R* b, R* r);
-
 /// The results of a kernel at all points, in one call.
 template <class R>
 std::vector<R> results(const Kernel& kernel, const Points<R>& points);
@@ -72,6 +68,12 @@ Reached exhaust(const Function& f, const FunctionSlots& function);
 
 /// What is wrong with a slot whose kernel reached `worst`, a line a fault.
 std::vector<std::string> faults(const Kernel& slot, const Function& f, const Worst& worst);
+
+/// A digest of each kernel's results over a fixed input set, which shows any change of a bit
+/// between builds: the lines of digests.txt, first word and rest. Those marked "machine" hold for
+/// the one that the line "machine" names, since they use a processor's own reciprocal estimate.
+using Digests = std::map<std::string, std::string>;
+Digests compute_digests();
 
 /// "0.512": a figure for the record, rounded up to three digits.
 std::string figure(double ulp);

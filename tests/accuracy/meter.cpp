@@ -94,9 +94,8 @@ double ulp_error(R y, const Reference<R>& f) {
   if (y == 0 && std::signbit(y) != std::signbit(f.value)) return wrong;
   const Wide scale = per_ulp(f.value);
   Wide distance = y;
-  if (std::isinf(y)) distance = std::copysign(2 * Wide{0x1p127f}, y);
-  if constexpr (sizeof(R) == sizeof(double)) {
-    if (std::isinf(y)) distance = std::copysign(2 * Wide{0x1p1023}, y);
+  if (std::isinf(y)) {
+    distance = std::copysign(std::ldexp(Wide{1}, std::numeric_limits<R>::max_exponent), Wide{y});
   }
   distance = (distance - f.value) * scale - f.rest;
   return static_cast<double>(std::abs(distance));

@@ -1,6 +1,5 @@
 // The frames that no kernel uses yet (two inputs, two results, scheduled, scalar calls), with toy
-// operations. This unit is compiled for the
-// instruction set of the kernels that use them.
+// operations. This unit is compiled for the instruction set of the kernels that use them.
 #include <qem/_src/qem_core/frame/guarded.hpp>
 #include <qem/_src/qem_core/frame/scalar_call.hpp>
 #include <qem/_src/qem_core/frame/scheduled.hpp>
@@ -62,56 +61,58 @@ class Forms : public testing::Test {};
 using Reals = testing::Types<float, double>;
 TYPED_TEST_SUITE(Forms, Reals);
 
+/// Calls `body` for all lengths, and for all places of the first special element, and none.
+template <class Body>
+void at_all_places(int most, Body body) {
+  in_fresh_thread([&] {
+    for (int n = 0; n <= most; ++n) {
+      for (int special = 0; special <= n; ++special) {
+        listen();
+        body(n, special);
+        if (testing::Test::HasFatalFailure()) return;
+      }
+    }
+  });
+}
+
 TYPED_TEST(Forms, TwoInputs) {
   using T = TypeParam;
-  in_fresh_thread([] {
-    for (int n = 0; n <= longest; ++n) {
-      for (int special = 0; special <= n; ++special) {
-        std::vector<T> x(n), y(n), r(n + 1, 77), expected(n + 1, 77);
-        for (int i = 0; i < n; ++i) x[i] = i, y[i] = -1 - i, expected[i] = -1;
-        std::vector<std::pair<int32_t, int32_t>> codes;
-        for (int i = special; i < n; i += 5) {
-          x[i] = 200, y[i] = i % 2 != 0 ? 3 : -3, expected[i] = x[i] - y[i];
-          if (y[i] > 0) codes.emplace_back(QEM_STATUS_DOMAIN, i);
-        }
-        listen();
-        orv::guarded_binary(Sum<T>{}, n, x.data(), y.data(), r.data());
-        ASSERT_EQ(r, expected);
-        ASSERT_EQ(codes_heard(), codes);
-        for (const Report& report : reports()) {  // the second input is never passed on
-          ASSERT_EQ(report.arg1, 200);
-          ASSERT_EQ(report.arg2, 200);
-          ASSERT_EQ(report.res1, 197);
-          ASSERT_EQ(report.res2, 197);
-          ASSERT_EQ(report.name, "vxSum");
-        }
-      }
+  at_all_places(longest, [](int n, int special) {
+    std::vector<T> x(n), y(n), r(n + 1, 77), expected(n + 1, 77);
+    for (int i = 0; i < n; ++i) x[i] = i, y[i] = -1 - i, expected[i] = -1;
+    Codes codes;
+    for (int i = special; i < n; i += 5) {
+      x[i] = 200, y[i] = i % 2 != 0 ? 3 : -3, expected[i] = x[i] - y[i];
+      if (y[i] > 0) codes.emplace_back(QEM_STATUS_DOMAIN, i);
+    }
+    orv::guarded_binary(Sum<T>{}, n, x.data(), y.data(), r.data());
+    ASSERT_EQ(r, expected);
+    ASSERT_EQ(codes_heard(), codes);
+    for (const Report& report : reports()) {  // the second input is never passed on
+      const std::vector<double> values = {report.arg1, report.arg2, report.res1, report.res2};
+      ASSERT_EQ(values, (std::vector<double>{200, 200, 197, 197}));
+      ASSERT_EQ(report.name, "vxSum");
     }
   });
 }
 
 TYPED_TEST(Forms, TwoResults) {
   using T = TypeParam;
-  in_fresh_thread([] {
-    for (int n = 0; n <= longest; ++n) {
-      for (int special = 0; special <= n; ++special) {
-        std::vector<T> x(n), r1(n + 1, 77), r2(n + 1, 77), e1(n + 1, 77), e2(n + 1, 77);
-        std::vector<std::pair<int32_t, int32_t>> codes;
-        for (int i = 0; i < n; ++i) {
-          const bool slow = i >= special && (i - special) % 3 == 0;
-          x[i] = slow ? 200 : i, e1[i] = slow ? 199 : i + 1, e2[i] = slow ? -200 : 2 * i;
-          if (slow) codes.emplace_back(QEM_STATUS_OVERFLOW, i);
-        }
-        listen();
-        orv::guarded_two_results(Split<T>{}, n, x.data(), r1.data(), r2.data());
-        ASSERT_EQ(r1, e1);
-        ASSERT_EQ(r2, e2);
-        ASSERT_EQ(codes_heard(), codes);
-        for (const Report& report : reports()) {
-          ASSERT_EQ(report.res1, 199);
-          ASSERT_EQ(report.res2, -200);
-        }
-      }
+  at_all_places(longest, [](int n, int special) {
+    std::vector<T> x(n), r1(n + 1, 77), r2(n + 1, 77), e1(n + 1, 77), e2(n + 1, 77);
+    Codes codes;
+    for (int i = 0; i < n; ++i) {
+      const bool slow = i >= special && (i - special) % 3 == 0;
+      x[i] = slow ? 200 : i, e1[i] = slow ? 199 : i + 1, e2[i] = slow ? -200 : 2 * i;
+      if (slow) codes.emplace_back(QEM_STATUS_OVERFLOW, i);
+    }
+    orv::guarded_two_results(Split<T>{}, n, x.data(), r1.data(), r2.data());
+    ASSERT_EQ(r1, e1);
+    ASSERT_EQ(r2, e2);
+    ASSERT_EQ(codes_heard(), codes);
+    for (const Report& report : reports()) {
+      ASSERT_EQ(report.res1, 199);
+      ASSERT_EQ(report.res2, -200);
     }
   });
 }
@@ -159,41 +160,29 @@ struct Scheduled {
 
 /// The routine has the whole pass of a special element, and the last element of an odd vector.
 template <class Op>
-void check_scheduled() {
+void check_scheduled(int n, int special) {
   using T = typename Op::T;
-  for (int n = 0; n <= 13; ++n) {
-    for (int special = 0; special <= n; ++special) {
-      std::vector<T> x(n), expected(n + 1, 77);
-      std::vector<std::pair<int32_t, int32_t>> codes;
-      for (int i = 0; i < n; ++i) x[i] = i == special ? 200 : i;
-      for (int i = 0; i < n;) {
-        const int pass = n - i >= Op::pass ? Op::pass : n - i >= 2 ? 2 : 1;
-        const bool scalar = pass == 1 || (special >= i && special < i + pass);
-        for (const int end = i + pass; i < end; ++i) expected[i] = x[i] + (scalar ? 2 : 1);
-      }
-      if (special < n) codes.emplace_back(QEM_STATUS_DOMAIN, special);
-      std::vector<T> in_place(x);
-      in_place.push_back(77);
-      std::vector<T> r(n + 1, 77);
-      for (T* a : {x.data(), in_place.data()}) {
-        T* to = a == x.data() ? r.data() : a;
-        listen();
-        orv::scheduled<Op>(n, a, to);
-        ASSERT_EQ(std::vector<T>(to, to + n + 1), expected);
-        ASSERT_EQ(codes_heard(), codes);
-      }
-      if (n % 2 == 1) {
-        ASSERT_EQ(Op::x87_inside & 0xF00, orv::x87_double);
-      }
-    }
+  std::vector<T> x(n + 1, 77), expected(n + 1, 77);
+  for (int i = 0; i < n; ++i) x[i] = i == special ? 200 : i;
+  for (int i = 0; i < n;) {
+    const int pass = n - i >= Op::pass ? Op::pass : n - i >= 2 ? 2 : 1;
+    const bool scalar = pass == 1 || (special >= i && special < i + pass);
+    for (const int end = i + pass; i < end; ++i) expected[i] = x[i] + (scalar ? 2 : 1);
+  }
+  std::vector<T> r(n + 1, 77), in_place = x;
+  orv::scheduled<Op>(n, x.data(), r.data());
+  orv::scheduled<Op>(n, in_place.data(), in_place.data());
+  ASSERT_EQ(r, expected);
+  ASSERT_EQ(in_place, expected);
+  ASSERT_EQ(codes_heard(), Codes(special < n ? 2 : 0, {QEM_STATUS_DOMAIN, special}));
+  if (n % 2 == 1) {
+    ASSERT_EQ(Op::x87_inside & 0xF00, orv::x87_double);
   }
 }
 
 TYPED_TEST(Forms, Scheduled) {
-  in_fresh_thread([] {
-    check_scheduled<Scheduled<TypeParam, 2>>();
-    check_scheduled<Scheduled<TypeParam, 4>>();
-  });
+  at_all_places(13, check_scheduled<Scheduled<TypeParam, 2>>);
+  at_all_places(13, check_scheduled<Scheduled<TypeParam, 4>>);
 }
 
 /// -z, and a code for a real part of 0.

@@ -64,13 +64,12 @@ bool frameless(const Kernel& kernel);
 template <class T>
 std::vector<T> ordinary(const Kernel& kernel, int count, uint32_t seed = 1);
 
-/// Each element alone, as n = 1.
-template <class T>
-std::vector<T> one_by_one(const Kernel& kernel, const std::vector<T>& a, const std::vector<T>& b) {
-  std::vector<T> r(a.size());
-  for (size_t i = 0; i < a.size(); ++i) call(kernel, 1, &a[i], &b[i], &r[i]);
-  return r;
-}
+struct SpecialValue {
+  double a;
+  int32_t code;  // that the function reports
+};
+/// Arguments outside the ordinary, for a kernel of a real function of one argument.
+std::vector<SpecialValue> special_values(const Kernel& kernel);
 
 template <class T>
 bool same_bits(const T* a, const T* b, size_t n) {
@@ -96,15 +95,6 @@ class GuardedBytes {
 
   char* begin() const { return begin_; }
   char* end() const { return end_; }
-  /// `n` elements that start at begin() or stop at end().
-  template <class T>
-  T* first(size_t) const {
-    return reinterpret_cast<T*>(begin_);
-  }
-  template <class T>
-  T* last(size_t n) const {
-    return reinterpret_cast<T*>(end_ - n * sizeof(T));
-  }
 
  private:
   char *begin_, *end_;
@@ -171,6 +161,7 @@ std::vector<Report>& reports();
 void listen();
 
 /// Codes and indices, for comparison.
-std::vector<std::pair<int32_t, int32_t>> codes_heard();
+using Codes = std::vector<std::pair<int32_t, int32_t>>;
+Codes codes_heard();
 
 }  // namespace orv_test

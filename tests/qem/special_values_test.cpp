@@ -1,7 +1,5 @@
 // Special values and status codes of every kernel, at every position of vectors of every length up
-// to three blocks and one.
-#include "special_values.hpp"
-
+// to three blocks and one. Whether the results are right is what the accuracy tests tell.
 #include <math.h>
 
 #include <limits>
@@ -13,50 +11,17 @@ using namespace orv_test;
 namespace {
 
 template <class T>
-testing::AssertionResult matches(const Kernel& kernel, T y, const Expected& expected) {
-  const T value = static_cast<T>(expected.value);
-  const bool single = sizeof(T) == sizeof(float);
-  const double tolerance =
-      kernel.slot == EP ? (single ? 0x1p-10 : 0x1p-24) : (single ? 0x1p-21 : 0x1p-50);
-  const bool exact = same_bits(&y, &value, 1);
-  const bool near = exact || fabs(y - value) <= tolerance * fabs(value);
-  bool good = false;
-  switch (expected.is) {
-    case Is::Exactly:
-      good = exact;
-      break;
-    case Is::ExactlyAtHA:
-      good = kernel.slot == HA ? exact : near;
-      break;
-    case Is::Zero:
-      good = y == 0;
-      break;
-    case Is::Near:
-      good = near;
-      break;
-    case Is::NaN:
-      good = isnan(y);
-      break;
-    case Is::Subnormal:
-      good = y > 0 && y < std::numeric_limits<T>::min();
-      break;
-  }
-  if (good) return testing::AssertionSuccess();
-  return testing::AssertionFailure() << "result " << y << ", expected about " << value;
-}
-
-template <class T>
 struct Background {
   std::vector<T> a, b, r;
 };
 
 /// The value at `position` of `n` ordinary elements: its result and report, and no one else's.
 template <class T>
-void check_at(const Kernel& kernel, const SpecialValue& row, T alone, const Background<T>& good,
-              int n, int position) {
+void check_at(const Kernel& kernel, const SpecialValue& row, T b_there, T alone,
+              const Background<T>& good, int n, int position) {
   std::vector<T> a(good.a.begin(), good.a.begin() + n), b(good.b.begin(), good.b.begin() + n);
   std::vector<T> expected(good.r.begin(), good.r.begin() + n), r(n);
-  a[position] = static_cast<T>(row.a), b[position] = static_cast<T>(row.b);
+  a[position] = static_cast<T>(row.a), b[position] = b_there;
   expected[position] = alone;
 
   orv_qem_kernel_SetErrStatus(42);
@@ -82,16 +47,17 @@ template <class T>
 void check(const Kernel& kernel) {
   listen();
   Background<T> good{ordinary<T>(kernel, longest, 1), ordinary<T>(kernel, longest, 2), {}};
-  good.r = one_by_one(kernel, good.a, good.b);
+  good.r.resize(longest);
+  for (int i = 0; i < longest; ++i) call(kernel, 1, &good.a[i], &good.b[i], &good.r[i]);
   for (const SpecialValue& row : special_values(kernel)) {
-    const T a = static_cast<T>(row.a), b = static_cast<T>(row.b);
-    SCOPED_TRACE(testing::Message() << "a = " << a << ", b = " << b);
+    SCOPED_TRACE(testing::Message() << "a = " << row.a);
+    const T a = static_cast<T>(row.a);
+    const T b = isnan(a) ? 1 : -a;  // compilers choose which of two NaNs comes out
     T alone;
     call(kernel, 1, &a, &b, &alone);
-    EXPECT_TRUE(matches(kernel, alone, row.result));
     for (int n = 1; n <= longest; ++n) {
       for (int position = 0; position < n; ++position) {
-        check_at(kernel, row, alone, good, n, position);
+        check_at(kernel, row, b, alone, good, n, position);
         if (testing::Test::HasFatalFailure()) return;
       }
     }
@@ -102,10 +68,23 @@ TEST(SpecialValues, AtEveryPosition) {
   for_each_kernel([](const Kernel& kernel, auto element) {
     using T = decltype(element);
     if constexpr (std::is_floating_point_v<T>) {
-      EXPECT_FALSE(special_values(kernel).empty()) << "the table has no row for this function";
       check<T>(kernel);
     }
   });
+}
+
+/// Accuracy within a bound would leave these open.
+TEST(SpecialValues, ExpOfTheSmallestAndTheLowest) {
+  const auto check = [](auto exp, auto lowest) {
+    using T = decltype(lowest);
+    const T tiny = std::numeric_limits<T>::denorm_min();
+    const T x[] = {0, -T{0}, tiny, -tiny, lowest}, expected[] = {1, 1, 1, 1, 0};
+    T y[5];
+    exp(5, x, y);
+    EXPECT_TRUE(same_bits(y, expected, 5));
+  };
+  check(_qemsExp, -104.5f);
+  check(_qemdExp, -745.2);
 }
 
 /// The one complex function so far is a bit operation: also NaN keeps its payload and its
@@ -114,7 +93,7 @@ TEST(SpecialValues, ConjugateFlipsOneBit) {
   for_each_kernel([](const Kernel& kernel, auto element) {
     using T = decltype(element);
     if constexpr (!std::is_floating_point_v<T>) {
-      ASSERT_EQ(kernel.function, "Conj") << "the table has no row for this function";
+      ASSERT_EQ(kernel.function, "Conj") << "another complex function: it needs a test";
       using Part = decltype(T::re);
       using Limits = std::numeric_limits<Part>;
       for (const Part part : {Part(0), Part(-1.5), Limits::infinity(), Limits::quiet_NaN(),

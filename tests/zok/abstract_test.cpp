@@ -13,9 +13,7 @@ namespace {
 /// The user's side: a counting sequence, and a note of each call.
 template <class T>
 struct Feed {
-  struct Call {
-    int32_t length, least, most, index;
-  };
+  using Call = std::vector<int32_t>;  // length, least, most, index
   static inline std::vector<Call> calls;
   static inline uint32_t next;
   static inline int32_t surplus;       // over what must be delivered
@@ -43,25 +41,24 @@ struct Feed {
 };
 
 template <class T>
-struct Range {
-  T a = 0, b = 4096;
-};
+using Fill = decltype(&Feed<T>::fill);
 
-int32_t create(StreamState** s, int32_t n, uint32_t* buffer, Range<uint32_t> = {},
-               decltype(&Feed<uint32_t>::fill) fill = Feed<uint32_t>::fill) {
+int32_t create(StreamState** s, int32_t n, uint32_t* buffer, Fill<uint32_t> fill) {
   return __zokiNewAbstractStream(s, n, buffer, fill);
 }
-int32_t create(StreamState** s, int32_t n, double* buffer, Range<double> range = {},
-               decltype(&Feed<double>::fill) fill = Feed<double>::fill) {
-  return __zokdNewAbstractStream(s, n, buffer, range.a, range.b, fill);
+int32_t create(StreamState** s, int32_t n, double* buffer, Fill<double> fill, double a = 0,
+               double b = 4096) {
+  return __zokdNewAbstractStream(s, n, buffer, a, b, fill);
 }
-int32_t create(StreamState** s, int32_t n, float* buffer, Range<float> range = {},
-               decltype(&Feed<float>::fill) fill = Feed<float>::fill) {
-  return __zoksNewAbstractStream(s, n, buffer, range.a, range.b, fill);
+int32_t create(StreamState** s, int32_t n, float* buffer, Fill<float> fill, float a = 0,
+               float b = 4096) {
+  return __zoksNewAbstractStream(s, n, buffer, a, b, fill);
 }
 int32_t draw(StreamState* s, int32_t n, uint32_t* r) { return _zokiRngUniformBits(0, s, n, r); }
-int32_t draw(StreamState* s, int32_t n, double* r) { return _zokdRngUniform(0, s, n, r, 0, 4096); }
-int32_t draw(StreamState* s, int32_t n, float* r) { return _zoksRngUniform(0, s, n, r, 0, 4096); }
+template <class T>
+int32_t draw(StreamState* s, int32_t n, T* r) {
+  return uniform(0, s, n, r, T(0), T(4096));
+}
 
 template <class T>
 class Abstract : public testing::Test {
@@ -71,7 +68,7 @@ class Abstract : public testing::Test {
     buffer.assign(length, T(77));
     drawn = 0;
     stream.reset();
-    ASSERT_EQ(create(&stream, length, buffer.data()), RNG_OK);
+    ASSERT_EQ(create(&stream, length, buffer.data(), Feed<T>::fill), RNG_OK);
   }
   /// The next n numbers are the next of the sequence.
   void expect_next(int32_t n) {
@@ -107,12 +104,8 @@ TYPED_TEST(Abstract, TheCallbackIsAskedForWhatIsNeededAndWhatFits) {
   this->make(100);
   this->expect_next(250);
   ASSERT_EQ(F::calls.size(), 3u);
-  for (int i = 0; i < 3; ++i) {
-    EXPECT_EQ(F::calls[i].length, 100);
-    EXPECT_EQ(F::calls[i].least, i < 2 ? 100 : 50);
-    EXPECT_EQ(F::calls[i].most, 100);
-    EXPECT_EQ(F::calls[i].index, 0);
-  }
+  for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(F::calls[i], (typename F::Call{100, i < 2 ? 100 : 50, 100, 0}));
   this->make(100, 20);
   this->expect_next(30);  // 50 delivered, 20 unread
   this->expect_next(15);
@@ -120,9 +113,7 @@ TYPED_TEST(Abstract, TheCallbackIsAskedForWhatIsNeededAndWhatFits) {
   EXPECT_EQ(F::calls.size(), 1u) << "the surplus serves first";
   this->expect_next(1);
   ASSERT_EQ(F::calls.size(), 2u);
-  EXPECT_EQ(F::calls[1].least, 1);
-  EXPECT_EQ(F::calls[1].most, 100);
-  EXPECT_EQ(F::calls[1].index, 50);
+  EXPECT_EQ(F::calls[1], (typename F::Call{100, 1, 100, 50}));
 }
 
 TYPED_TEST(Abstract, ARefusalKeepsThePositionFromBeforeTheDraw) {
@@ -191,7 +182,7 @@ TYPED_TEST(Abstract, ANullBufferIsSeenAtTheDraw) {
 TYPED_TEST(Abstract, ANegativeLengthIsNeverDelivered) {
   TypeParam memory[4], r[3];
   Feed<TypeParam>::reset();
-  ASSERT_EQ(create(&this->stream, -5, memory), RNG_OK);
+  ASSERT_EQ(create(&this->stream, -5, memory, Feed<TypeParam>::fill), RNG_OK);
   EXPECT_EQ(draw(this->stream, 3, r), RNG_ABSTRACT_BAD_COUNT);
   Feed<TypeParam>::answer_after = 0;
   Feed<TypeParam>::refusal = 0;
@@ -203,37 +194,34 @@ TYPED_TEST(Abstract, CreationRefusesBadArguments) {
   T memory[4];
   StreamState* const untouched = reinterpret_cast<StreamState*>(8);
   StreamState* made = untouched;
-  EXPECT_EQ(create(&made, 0, memory), RNG_BAD_ARGS);
-  EXPECT_EQ(create(&made, 4, static_cast<T*>(nullptr)), RNG_BAD_ARGS);
-  EXPECT_EQ(create(&made, 4, memory, {}, nullptr), RNG_BAD_ARGS);
+  const auto fill = Feed<T>::fill;
+  EXPECT_EQ(create(&made, 0, memory, fill), RNG_BAD_ARGS);
+  EXPECT_EQ(create(&made, 4, static_cast<T*>(nullptr), fill), RNG_BAD_ARGS);
+  EXPECT_EQ(create(&made, 4, memory, nullptr), RNG_BAD_ARGS);
   if constexpr (std::is_floating_point_v<T>) {
-    EXPECT_EQ(create(&made, 4, memory, {1, 1}), RNG_BAD_ARGS);
-    EXPECT_EQ(create(&made, 4, memory, {2, 1}), RNG_BAD_ARGS);
+    EXPECT_EQ(create(&made, 4, memory, fill, 1, 1), RNG_BAD_ARGS);
+    EXPECT_EQ(create(&made, 4, memory, fill, 2, 1), RNG_BAD_ARGS);
     Stream nan, other;
-    EXPECT_EQ(create(&nan, 4, memory, {NAN, 1}), RNG_OK);
-    EXPECT_EQ(create(&other, 4, memory, {0, NAN}), RNG_OK);
+    EXPECT_EQ(create(&nan, 4, memory, fill, NAN, 1), RNG_OK);
+    EXPECT_EQ(create(&other, 4, memory, fill, 0, NAN), RNG_OK);
   }
   EXPECT_EQ(made, untouched);
 }
 
 TEST(AbstractRange, NumbersMoveToTheRangeThatIsAskedFor) {
-  double doubles[16];
-  float floats[16];
-  Feed<double>::reset();
-  Feed<float>::reset();
-  Stream d, s;
-  ASSERT_EQ(__zokdNewAbstractStream(&d, 16, doubles, -3, 7, Feed<double>::fill), RNG_OK);
-  ASSERT_EQ(__zoksNewAbstractStream(&s, 16, floats, -3, 7, Feed<float>::fill), RNG_OK);
-  double x[40];
-  float y[40];
-  ASSERT_EQ(_zokdRngUniform(0, d, 40, x, 1, 1.3), RNG_OK);
-  ASSERT_EQ(_zoksRngUniform(0, s, 40, y, 1, 1.3f), RNG_OK);
-  for (int k = 0; k < 40; ++k) {
-    const volatile double scaled = ((1.3 - 1) / 10.0) * (k + 3.0);
-    const volatile float scaled_float = ((1.3f - 1.0f) / 10.0f) * (static_cast<float>(k) + 3.0f);
-    EXPECT_EQ(x[k], 1 + scaled);
-    EXPECT_EQ(y[k], 1 + scaled_float);
-  }
+  const auto check = []<class T>(T) {
+    T buffer[16], r[40];
+    Stream stream;
+    Feed<T>::reset();
+    ASSERT_EQ(create(&stream, 16, buffer, Feed<T>::fill, -3, 7), RNG_OK);
+    ASSERT_EQ(uniform(0, stream, 40, r, T(1), T(1.3)), RNG_OK);
+    for (int k = 0; k < 40; ++k) {
+      const volatile T scaled = ((T(1.3) - 1) / T(10)) * (static_cast<T>(k) + 3);
+      EXPECT_EQ(r[k], 1 + scaled);
+    }
+  };
+  check(double{});
+  check(float{});
 }
 
 }  // namespace

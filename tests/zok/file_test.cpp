@@ -63,21 +63,21 @@ void set_field(std::string& bytes, size_t at, T value) {
   memcpy(bytes.data() + at, &value, sizeof value);
 }
 
-int32_t save(StreamState* stream, const std::string& name) {
-  return __zokSaveStreamF(stream, name.c_str(), -1);
-}
-int32_t load(StreamState** stream, const std::string& name) {
-  return __zokLoadStreamF(stream, name.c_str(), -1);
-}
-
 class StreamFiles : public testing::Test {
  protected:
-  /// Loads these bytes; after a failure there is no stream.
+  /// Loads these bytes in place of another stream, which only a failure deletes.
   int32_t load_bytes(const std::string& bytes) {
     write_file(name, bytes);
     stream.reset();
+    const uint32_t seed = 1;
+    __zokNewStreamEx(&stream, BRNG_MCG31M1, 1, &seed);
+    StreamState* old = stream;
     const int32_t status = load(&stream, name);
     EXPECT_EQ(stream == nullptr, status < 0) << status;
+    if (status == RNG_OK) {
+      EXPECT_NE(stream, old);
+      EXPECT_EQ(__zokDeleteStream(&old), RNG_OK);
+    }
     return status;
   }
 
@@ -97,7 +97,6 @@ std::string saved(const std::string& name, int32_t brng, int chunks) {
 TEST_F(StreamFiles, HoldHeaderStateAndChunks) {
   for (const Generator& g : generators) {
     Stream source(g.brng);
-    ASSERT_EQ(save(source, name), RNG_OK);
     const uint32_t size = properties_of(g.brng).StateSize;
     std::string header(16, '\0');
     header.replace(0, 6, std::string("\0RNG\x10\0", 6));
@@ -105,35 +104,15 @@ TEST_F(StreamFiles, HoldHeaderStateAndChunks) {
     set_field(header, 12, g.brng);
     const std::string state(reinterpret_cast<const char*>(static_cast<StreamState*>(source)) + 16,
                             size - 16);
-    const std::string bytes = read_file(name);
-    EXPECT_EQ(bytes, header + state) << g.name;
-    EXPECT_EQ(bytes.size(), size) << g.name;
+    ASSERT_EQ(save(source, name), RNG_OK);
+    EXPECT_EQ(read_file(name), header + state) << g.name;
 
     add_chunk(source, 'a', 3);
     add_chunk(source, 'b', 0);
-    ASSERT_EQ(save(source, name), RNG_OK);
     set_field(header, 8, static_cast<uint16_t>(2));
     const std::string chunks("b\0\0\0\0\0\0\0a\0\0\0\3\0\0\0aaa", 19);
+    ASSERT_EQ(save(source, name), RNG_OK);
     EXPECT_EQ(read_file(name), header + state + chunks) << g.name;
-  }
-}
-
-TEST_F(StreamFiles, GoOnExactlyWhenLoaded) {
-  for (const Generator& g : generators) {
-    SCOPED_TRACE(g.name);
-    for (const int32_t drawn : {1, 250, 625}) {
-      Stream source(g.brng), loaded;
-      draw_doubles(source, drawn);
-      for (int id = 1; id <= 3; ++id) add_chunk(source, id, id * 500);
-      source->HeaderMark = 9;
-      ASSERT_EQ(save(source, name), RNG_OK);
-      ASSERT_EQ(load(&loaded, name), RNG_OK);
-      EXPECT_EQ(loaded->Brng, g.brng);
-      EXPECT_EQ(loaded->HeaderMark, 1) << "not in the file";
-      EXPECT_EQ(__zokGetNumChunks(loaded), 3);
-      for (int id = 1; id <= 3; ++id) expect_chunk(loaded, id, id * 500, source);
-      expect_same_future(source, loaded);
-    }
   }
 }
 
@@ -148,15 +127,15 @@ TEST_F(StreamFiles, ChunkCountHas16Bits) {
 }
 
 TEST_F(StreamFiles, NamesHaveALengthOrAnEnd) {
-  Stream source(BRNG_MCG59);
+  const Stream source(BRNG_MCG59);
   const std::string longer = name + "xyz";
   const auto length = static_cast<int32_t>(name.size());
   ASSERT_EQ(__zokSaveStreamF(source, longer.data(), length), RNG_OK);
   EXPECT_EQ(access(name.c_str(), F_OK), 0);
   EXPECT_NE(access(longer.c_str(), F_OK), 0);
-  EXPECT_EQ(__zokLoadStreamF(&stream, longer.data(), -1), RNG_FILE_OPEN);
   EXPECT_EQ(__zokLoadStreamF(&stream, longer.data(), length), RNG_OK);
-  stream.reset();
+  EXPECT_EQ(__zokLoadStreamF(&stream, longer.data(), -1), RNG_FILE_OPEN);
+  EXPECT_EQ(stream, nullptr) << "also this failure deletes a stream";
   EXPECT_EQ(__zokLoadStreamF(&stream, longer.data(), 0), RNG_FILE_OPEN);
   EXPECT_EQ(__zokSaveStreamF(source, longer.data(), 0), RNG_FILE_OPEN);
   EXPECT_EQ(save(source, "no such folder/file"), RNG_FILE_OPEN);
@@ -189,13 +168,9 @@ int32_t expected_status(const std::string& bytes) {
 TEST_F(StreamFiles, CutAnywhereAreRefused) {
   for (const Generator& g : generators) {
     const std::string whole = saved(name, g.brng, 2);
-    // Every place where something ends or begins; every place at all in the small ones.
-    const size_t step = whole.size() > 200 ? 7 : 1;
-    for (size_t size = 0; size < whole.size(); size += size < 40 ? 1 : step) {
-      ASSERT_EQ(load_bytes(whole.substr(0, size)), RNG_FILE_READ) << g.name << " at " << size;
-    }
-    const size_t last_chunk = whole.size() - 11;
-    for (size_t size = last_chunk - 40; size < whole.size(); ++size) {
+    for (size_t size = 0; size < whole.size(); ++size) {
+      const bool amid_state = size >= 40 && size + 51 < whole.size();
+      if (amid_state && size % 7 != 0) continue;
       ASSERT_EQ(load_bytes(whole.substr(0, size)), RNG_FILE_READ) << g.name << " at " << size;
     }
     EXPECT_EQ(load_bytes(whole), RNG_OK);
@@ -232,55 +207,21 @@ TEST_F(StreamFiles, WithABitFlippedGiveTheStatusOfTheirContents) {
   }
 }
 
-TEST_F(StreamFiles, AreCheckedInOrder) {
+TEST_F(StreamFiles, HeadersAreChecked) {
   const std::string good = saved(name, BRNG_MCG59, 1);
   std::string bytes = good;
-  const auto expect = [&](int32_t status) { EXPECT_EQ(load_bytes(bytes), status); };
-  bytes[0] = 1;
-  expect(RNG_UNSUPPORTED_FILE_VERSION);
-  bytes[3] = 'H';
-  expect(RNG_BAD_FILE_FORMAT);
-  bytes = good;
-  set_field<uint16_t>(bytes, 4, 15);
-  expect(RNG_BAD_FILE_FORMAT);
-  for (const uint16_t larger : {17, 64, 0xFFFF}) {
-    set_field(bytes, 4, larger);
-    expect(RNG_OK);
+  bytes[0] = 1, bytes[3] = 'H';
+  EXPECT_EQ(load_bytes(bytes), RNG_BAD_FILE_FORMAT) << "not the version, which comes later";
+  for (const uint16_t header : {15, 17, 64, 0xFFFF}) {
+    bytes = good;
+    set_field(bytes, 4, header);
+    EXPECT_EQ(load_bytes(bytes), header < 16 ? RNG_BAD_FILE_FORMAT : RNG_OK) << header;
   }
-  set_field<uint16_t>(bytes, 10, 0xABCD);  // padding
-  expect(RNG_OK);
-  for (const int32_t brng : {-1, INT32_MIN, 279, 0x400001, 0x7FF00000, 0}) {
+  for (const int32_t brng : {-1, INT32_MIN, 279, 0x400001, 0x7FF00000, 0, 3}) {
+    bytes = good;
     set_field(bytes, 12, brng);
-    expect(RNG_BAD_FILE_FORMAT);
+    EXPECT_EQ(load_bytes(bytes), brng == 3 ? RNG_OK : RNG_BAD_FILE_FORMAT) << brng;
   }
-  set_field(bytes, 12, 3);
-  expect(RNG_OK);
-}
-
-TEST_F(StreamFiles, AFailureDeletesTheStreamThatWasThere) {
-  const std::string good = saved(name, BRNG_MCG59, 1);
-  for (const size_t size : {size_t{0}, size_t{15}, size_t{20}, good.size() - 1}) {
-    write_file(name, good.substr(0, size));
-    StreamState* old = nullptr;
-    const uint32_t seed = 1;
-    __zokNewStreamEx(&old, BRNG_R250, 1, &seed);
-    add_chunk(old, 1, 10);
-    EXPECT_EQ(load(&old, name), RNG_FILE_READ);
-    EXPECT_EQ(old, nullptr);
-  }
-  StreamState* old = nullptr;
-  const uint32_t seed = 1;
-  __zokNewStreamEx(&old, BRNG_R250, 1, &seed);
-  EXPECT_EQ(load(&old, "no such file"), RNG_FILE_OPEN);
-  EXPECT_EQ(old, nullptr);
-
-  Stream kept(BRNG_R250);
-  StreamState* place = kept;
-  write_file(name, good);
-  ASSERT_EQ(load(&place, name), RNG_OK);
-  EXPECT_NE(place, kept) << "a success does not";
-  EXPECT_EQ(draw_words(kept, 3).size(), 3u);
-  __zokDeleteStream(&place);
 }
 
 TEST_F(StreamFiles, EveryFailingWriteEndsTheSaving) {
@@ -302,7 +243,7 @@ TEST_F(StreamFiles, EveryFailingWriteEndsTheSaving) {
   EXPECT_EQ(save(source, "/dev/full"), RNG_FILE_CLOSE);
   ASSERT_EQ(save(source, name), RNG_OK);
   ASSERT_EQ(load(&stream, name), RNG_OK);
-  expect_same_future(source, stream);
+  EXPECT_TRUE(future_of(source) == future_of(stream));
 }
 
 TEST_F(StreamFiles, AFailureToCloseOutweighsALoad) {
@@ -320,13 +261,6 @@ TEST_F(StreamFiles, AFailureToCloseOutweighsALoad) {
 
 // ---- From build to build -----------------------------------------------------------------------
 
-std::string numbers(StreamState* stream) {
-  const std::vector<uint32_t> words = draw_words(stream, 2000);
-  const std::vector<double> doubles = draw_doubles(stream, 100);
-  return std::string(reinterpret_cast<const char*>(words.data()), 4 * words.size()) +
-         std::string(reinterpret_cast<const char*>(doubles.data()), 8 * doubles.size());
-}
-
 TEST_F(StreamFiles, AreWrittenForAnotherBuild) {
   const char* const folder = getenv("ORV_STREAM_FILES_OUT");
   if (folder == nullptr) GTEST_SKIP() << "ORV_STREAM_FILES_OUT names no folder";
@@ -336,7 +270,7 @@ TEST_F(StreamFiles, AreWrittenForAnotherBuild) {
     draw_doubles(source, 123);
     add_chunk(source, 'c', 50);
     ASSERT_EQ(save(source, path + ".stream"), RNG_OK);
-    write_file(path + ".numbers", numbers(source));
+    write_file(path + ".numbers", future_of(source));
   }
 }
 
@@ -353,7 +287,7 @@ TEST_F(StreamFiles, OfAnotherBuildGoOnExactly) {
     ASSERT_EQ(load(&stream, path + ".stream"), RNG_OK);
     EXPECT_EQ(stream->Brng, g.brng);
     expect_chunk(stream, 'c', 50);
-    EXPECT_EQ(read_file(path + ".numbers"), numbers(stream));
+    EXPECT_EQ(read_file(path + ".numbers"), future_of(stream));
   }
 }
 

@@ -29,17 +29,22 @@ inline double scale(double w, double a, double b, double c) {
   return a + product;
 }
 
-struct MCG31M1 : Model {
-  explicit MCG31M1(const Words& seeds) : x(seeds.empty() ? 1 : seeds[0] % 2147483647) {
+/// Generators whose elements are single words, and whose numbers are these times a factor.
+struct WordModel : Model {
+  explicit WordModel(double c) : factor(c) {}
+  double number(double a, double b) override { return scale(next()[0], a, b, factor); }
+  double factor;
+};
+
+struct MCG31M1 : WordModel {
+  explicit MCG31M1(const Words& seeds)
+      : WordModel(4.656612875245797e-10), x(seeds.empty() ? 1 : seeds[0] % 2147483647) {
     if (x == 0) x = 1;
   }
   Words next() override {
     const Words element = {static_cast<uint32_t>(x)};
     x = 1132489760 * x % 2147483647;
     return element;
-  }
-  double number(double a, double b) override {
-    return scale(next()[0], a, b, 4.656612875245797e-10);
   }
   uint64_t x;
 };
@@ -78,8 +83,8 @@ struct MCG59 : Model {
   uint64_t x;
 };
 
-struct MRG32K3A : Model {
-  explicit MRG32K3A(const Words& seeds) {
+struct MRG32K3A : WordModel {
+  explicit MRG32K3A(const Words& seeds) : WordModel(2.328306549837829e-10) {
     for (size_t k = 0; k < 6; ++k) s[k] = (k < seeds.size() ? seeds[k] : 1) % (k < 3 ? m1 : m2);
     if (s[0] + s[1] + s[2] == 0) s[0] = 1;
     if (s[3] + s[4] + s[5] == 0) s[3] = 1;
@@ -91,15 +96,12 @@ struct MRG32K3A : Model {
     s[3] = s[4], s[4] = s[5], s[5] = y;
     return {static_cast<uint32_t>((x - y + m1) % m1)};
   }
-  double number(double a, double b) override {
-    return scale(next()[0], a, b, 2.328306549837829e-10);
-  }
   static constexpr int64_t m1 = 4294967087, m2 = 4294944443;
   int64_t s[6];
 };
 
-struct R250 : Model {
-  explicit R250(const Words& seeds) : w(seeds) {
+struct R250 : WordModel {
+  explicit R250(const Words& seeds) : WordModel(2.3283064365386963e-10), w(seeds) {
     if (w.size() >= 250) {
       w.resize(250);
       return;
@@ -115,9 +117,6 @@ struct R250 : Model {
   Words next() override {
     w.push_back(w[w.size() - 250] ^ w[w.size() - 147]);
     return {w.back()};
-  }
-  double number(double a, double b) override {
-    return scale(next()[0], a, b, 2.3283064365386963e-10);
   }
   Words w;
 };
@@ -155,9 +154,9 @@ struct TwisterParameters {
   uint32_t a, b, c;
 };
 
-struct Twister : Model {
+struct Twister : WordModel {
   Twister(const Words& seeds, const TwisterParameters& parameters)
-      : p(parameters), mt(seeded_table(p.length, seeds)) {}
+      : WordModel(0x1p-32), p(parameters), mt(seeded_table(p.length, seeds)) {}
   Words next() override {
     const uint32_t lower = (1u << p.lower_bits) - 1;
     const auto oldest = mt.end() - p.length;
@@ -169,7 +168,6 @@ struct Twister : Model {
     y ^= y << 15 & p.c;
     return {y ^ y >> 18};
   }
-  double number(double a, double b) override { return scale(next()[0], a, b, 0x1p-32); }
 
   static Words seeded_table(uint32_t length, Words seeds) {
     if (seeds.empty()) seeds = {1};
@@ -209,12 +207,11 @@ struct SFMT19937 : Model {
     x.insert(x.end(), block.begin(), block.end());
     return block;
   }
-  /// Words of a block that numbers leave over serve the next numbers.
   double number(double a, double b) override { return centred(a, b); }
   double number_for_float(double a, double b) override {
     return centred(static_cast<float>(a), static_cast<float>(b));
   }
-
+  /// Words of a block that numbers leave over serve the next numbers.
   template <class T>
   T centred(T a, T b) {
     if (spare.empty()) {

@@ -1,91 +1,81 @@
-// Modular powers against repeated multiplication, and against each other for large exponents.
+// Modular powers, from one exponent to the next: x^2n = (x^n)^2 and x^(2n+1) = x^2n x.
 #include <gtest/gtest.h>
 #include <orv/zok.h>
 
-#include <algorithm>
+#include <array>
+#include <random>
 
 namespace {
 
-constexpr uint32_t p31 = 0x7FFFFFFF;
-constexpr uint64_t mask59 = (1ull << 59) - 1;
+uint32_t low(uint64_t x) { return static_cast<uint32_t>(x); }
+uint32_t high(uint64_t x) { return static_cast<uint32_t>(x >> 32); }
 
-uint64_t times59(uint64_t a, uint64_t x) { return a * x & mask59; }
-
-uint64_t power59(uint64_t a, uint64_t n) {
-  return __zokiPowMod2P59(static_cast<uint32_t>(a), static_cast<uint32_t>(a >> 32),
-                          static_cast<uint32_t>(n), static_cast<uint32_t>(n >> 32));
-}
-uint32_t power(uint32_t a, uint64_t n, uint32_t m) {
-  return __zokiPowMod(a, static_cast<uint32_t>(n), static_cast<uint32_t>(n >> 32), m);
-}
-uint32_t power31(uint32_t a, uint64_t n) {
-  return __zokiPowMod2P31M1(a, static_cast<uint32_t>(n), static_cast<uint32_t>(n >> 32));
-}
-
-TEST(Powers, SmallExponentsAreRepeatedMultiplication) {
-  for (const uint32_t m : {2u, 3u, 16770647u, p31, 4294967087u, 4294967295u}) {
-    for (const uint32_t a : {0u, 1u, 2u, 117u, 1132489760u, p31, 4294967295u}) {
-      uint64_t expected = 1, expected31 = 1;
-      EXPECT_EQ(power(a, 0, m), 1u);
-      EXPECT_EQ(power31(a, 0), 1u);
-      for (uint64_t n = 1; n < 70; ++n) {
-        expected = expected * a % m;
-        expected31 = expected31 * a % p31;
-        ASSERT_EQ(power(a, n, m), expected) << a << "^" << n << " mod " << m;
-        ASSERT_EQ(power31(a, n), expected31) << a << "^" << n;
-      }
-    }
-  }
-  for (const uint64_t a : {0ull, 2ull, 302875106592253ull, ~0ull}) {
-    uint64_t expected = 1;
-    for (uint64_t n = 0; n < 70; ++n, expected = times59(a, expected)) {
-      ASSERT_EQ(power59(a, n), expected) << a << "^" << n;
-    }
+/// Calls `check(n)` for small exponents, and for all that a long one starts with.
+template <class Check>
+void for_exponents(Check check) {
+  std::mt19937_64 random(1);
+  for (uint64_t n = 0; n < 70; ++n) check(n);
+  for (int i = 0; i < 20; ++i) {
+    for (uint64_t n = random() | 1ull << 63; n != 0; n >>= 1) check(n);
   }
 }
 
-TEST(Powers, LargeExponents) {
-  // The multiplicative groups have p - 1 and 2^57 elements of a full period.
-  EXPECT_EQ(power31(1132489760, p31 - 1), 1u);
-  EXPECT_NE(power31(1132489760, (p31 - 1) / 2), 1u);
-  EXPECT_EQ(power59(302875106592253, 1ull << 57), 1u);
-  EXPECT_NE(power59(302875106592253, 1ull << 56), 1u);
-  for (const uint64_t high : {1ull, 0x80000000ull, 0xFFFFFFFFull}) {
-    // a^(h 2^32 + l) = (a^h)^(2^32) a^l
-    const uint64_t n = high << 32 | 0x9ABCDEF0;
-    uint64_t x = power(69069, high, 4294944443u), y = power59(69069, high);
-    uint64_t z = power31(69069, high);
-    for (int k = 0; k < 32; ++k) {
-      x = x * x % 4294944443u;
-      y = times59(y, y);
-      z = z * z % p31;
+template <class Power, class Times>
+void check_power(uint64_t a, uint64_t one, Power power, Times times) {
+  ASSERT_EQ(power(a, 0), one);
+  for_exponents([&](uint64_t n) {
+    if (n == 0) return;
+    const uint64_t half = power(a, n / 2), even = times(half, half);
+    ASSERT_EQ(power(a, n), n % 2 == 0 ? even : times(even, a)) << a << "^" << n;
+  });
+}
+
+TEST(Powers, OfNumbers) {
+  constexpr uint32_t p31 = 0x7FFFFFFF;
+  for (const uint32_t a : {0u, 1u, 2u, 117u, 69069u, 1132489760u, p31, 4294967295u}) {
+    for (const uint32_t m : {2u, 3u, 16770647u, p31, 4294944443u, 4294967087u, 4294967295u}) {
+      SCOPED_TRACE(m);
+      const auto times = [m](uint64_t x, uint64_t y) { return x * y % m; };
+      const auto power = [m](uint64_t x, uint64_t n) -> uint64_t {
+        return __zokiPowMod(low(x), low(n), high(n), m);
+      };
+      check_power(a, 1, power, times);
+      if (m != p31) continue;
+      const auto power31 = [](uint64_t x, uint64_t n) -> uint64_t {
+        return __zokiPowMod2P31M1(low(x), low(n), high(n));
+      };
+      check_power(a, 1, power31, times);
     }
-    EXPECT_EQ(power(69069, n, 4294944443u),
-              x * power(69069, 0x9ABCDEF0, 4294944443u) % 4294944443u);
-    EXPECT_EQ(power59(69069, n), times59(y, power59(69069, 0x9ABCDEF0)));
-    EXPECT_EQ(power31(69069, n), z * power31(69069, 0x9ABCDEF0) % p31);
+  }
+  for (const uint64_t a : {0ull, 2ull, 69069ull, 302875106592253ull, ~0ull}) {
+    check_power(
+        a, 1,
+        [](uint64_t x, uint64_t n) { return __zokiPowMod2P59(low(x), high(x), low(n), high(n)); },
+        [](uint64_t x, uint64_t y) { return x * y % (1ull << 59); });
   }
 }
 
-TEST(Powers, VectorStepsARecurrenceOfOrderThree) {
+TEST(Powers, OfARecurrenceOfOrderThree) {
+  using Vector = std::array<uint32_t, 3>;
   for (const uint32_t m : {1u, 7u, 4294967087u, 4294967295u}) {
     const uint32_t c[3] = {m - 1, 4294156359u % m, 1403580u % m};
-    uint64_t expected[3] = {5 % m, m - 1, 4000000000u % m};
-    for (uint32_t n = 0; n < 100; ++n) {
-      uint32_t v[3] = {5 % m, m - 1, 4000000000u % m};
-      __zokiVect3PowMod(v, c, m, n, 0);
-      ASSERT_TRUE(std::equal(v, v + 3, expected)) << n << " mod " << m;
+    const auto after = [&](Vector v, uint64_t n) {
+      __zokiVect3PowMod(v.data(), c, m, low(n), high(n));
+      return v;
+    };
+    const auto step = [&](const Vector& v) -> Vector {
       uint64_t next = 0;
-      for (int k = 0; k < 3; ++k) next = (next + c[2 - k] * expected[k] % m) % m;
-      expected[0] = expected[1], expected[1] = expected[2], expected[2] = next;
-    }
+      for (int k = 0; k < 3; ++k) next = (next + uint64_t{c[2 - k]} * v[k] % m) % m;
+      return {v[1], v[2], low(next)};
+    };
+    const Vector v = {5 % m, m - 1, 4000000000u % m};
+    ASSERT_EQ(after(v, 0), v);
+    for_exponents([&](uint64_t n) {
+      if (n == 0) return;
+      const Vector even = after(after(v, n / 2), n / 2);
+      ASSERT_EQ(after(v, n), n % 2 == 0 ? even : step(even)) << n << " mod " << m;
+    });
   }
-  // Through the high word: 2^32 steps are 2^16 times 2^16.
-  const uint32_t c[3] = {0, 1403580, 4294156359}, m = 4294967087;
-  uint32_t far[3] = {1, 2, 3}, steps[3] = {1, 2, 3};
-  __zokiVect3PowMod(far, c, m, 0, 1);
-  for (int k = 0; k < 1 << 16; ++k) __zokiVect3PowMod(steps, c, m, 1 << 16, 0);
-  EXPECT_TRUE(std::equal(far, far + 3, steps));
 }
 
 }  // namespace

@@ -41,8 +41,10 @@ inline size_t state_bytes(int32_t brng) {
 class Stream {
  public:
   Stream() = default;
-  explicit Stream(int32_t brng, uint32_t seed = 4711) {
-    EXPECT_EQ(__zokNewStreamEx(&stream_, brng, 1, &seed), RNG_OK) << brng;
+  explicit Stream(int32_t brng, uint32_t seed = 4711) : Stream(brng, std::vector{seed}) {}
+  Stream(int32_t brng, const std::vector<uint32_t>& seeds) {
+    const auto count = static_cast<int32_t>(seeds.size());
+    EXPECT_EQ(__zokNewStreamEx(&stream_, brng, count, seeds.data()), RNG_OK) << brng;
   }
   Stream(const Stream&) = delete;
   Stream& operator=(const Stream&) = delete;
@@ -71,14 +73,12 @@ inline std::vector<double> draw_doubles(StreamState* stream, int32_t n) {
   return r;
 }
 
-/// Both go on with the same numbers in every flavour.
-inline void expect_same_future(StreamState* a, StreamState* b) {
-  EXPECT_EQ(draw_doubles(a, 9), draw_doubles(b, 9));
-  EXPECT_EQ(draw_words(a, 700), draw_words(b, 700));
-  float x[7], y[7];
-  _zoksRngUniform(0, a, 7, x, 0, 1);
-  _zoksRngUniform(0, b, 7, y, 0, 1);
-  EXPECT_EQ(memcmp(x, y, sizeof x), 0);
+/// The numbers that follow, as bytes.
+inline std::string future_of(StreamState* stream) {
+  const std::vector<uint32_t> words = draw_words(stream, 2000);
+  const std::vector<double> doubles = draw_doubles(stream, 100);
+  return std::string(reinterpret_cast<const char*>(words.data()), 4 * words.size()) +
+         std::string(reinterpret_cast<const char*>(doubles.data()), 8 * doubles.size());
 }
 
 /// Hangs a chunk of `size` bytes on a stream, all of them the value of its identifier.
@@ -100,6 +100,21 @@ inline void expect_chunk(StreamState* stream, uint32_t id, size_t size,
     EXPECT_NE(data, __zokSearchChunk(other, id));
   }
   EXPECT_EQ(std::string(data, size), std::string(size, static_cast<char>(id)));
+}
+
+inline int32_t save(StreamState* stream, const std::string& name) {
+  return __zokSaveStreamF(stream, name.c_str(), -1);
+}
+inline int32_t load(StreamState** stream, const std::string& name) {
+  return __zokLoadStreamF(stream, name.c_str(), -1);
+}
+
+inline int32_t uniform(int32_t method, StreamState* stream, int32_t n, double* r, double a,
+                       double b) {
+  return _zokdRngUniform(method, stream, n, r, a, b);
+}
+inline int32_t uniform(int32_t method, StreamState* stream, int32_t n, float* r, float a, float b) {
+  return _zoksRngUniform(method, stream, n, r, a, b);
 }
 
 /// A file without a place on a disk.
