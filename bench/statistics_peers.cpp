@@ -29,7 +29,8 @@ namespace {
 
 using Peers = std::vector<Contender>;
 
-/// Whether it agrees with the mean of all means.
+/// The sum of the whole table, which a mean of columns is measured against. Checked by the mean of
+/// all means.
 template <class T>
 void add_sum(const Table<T>& t, const LazyTruth& truth, Peers* peers) {
   typedef T Vector __attribute__((vector_size(32)));
@@ -50,7 +51,7 @@ void add_sum(const Table<T>& t, const LazyTruth& truth, Peers* peers) {
     for (; i < elements; ++i) *result += t.x[i];
     for (int k = 0; k < sums * lanes; ++k) *result += s[k / lanes][k % lanes];
   };
-  peers->push_back({"plain/sum", run, [=] {
+  peers->push_back({"plain/mean", run, [=] {
                       double sum = 0;
                       for (const double mean : truth().mean) sum += mean;
                       const T mean = *result / static_cast<T>(t.n) / static_cast<T>(t.p);
