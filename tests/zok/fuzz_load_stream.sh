@@ -4,7 +4,7 @@ set -euo pipefail
 folder=$1 seconds=$2
 cd "$(dirname "$0")/../.."
 mkdir -p "$folder"
-mapfile -t sources < <(find zok/_src qem/_src/qem_core/mode -name '*.cpp')
+mapfile -t sources < <(find zok/_src/zok_sub_kernel qem/_src/qem_core/mode -name '*.cpp')
 clang++ -std=c++20 -O1 -g -mavx -DORV_TAG=g9 -ffp-contract=off -Wno-ignored-attributes \
   -fsanitize=fuzzer,address,undefined -fno-sanitize=alignment -Iinclude -I. \
   tests/zok/fuzz_load_stream.cpp "${sources[@]}" -o "$folder/fuzz_load_stream"
