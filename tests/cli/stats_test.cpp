@@ -1,54 +1,18 @@
 // orv stats: its figures against sums in long double, and what it says to mistakes.
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <algorithm>
 #include <cmath>
-#include <fstream>
+#include <initializer_list>
 #include <random>
-#include <sstream>
-#include <string>
-#include <vector>
+
+#include "command.hpp"
 
 namespace {
 
 using Real = long double;
-using Strings = std::vector<std::string>;
 
-struct Outcome {
-  std::string out, err;
-  int code;
-};
-
-std::string path_of(const std::string& name) {
-  return testing::TempDir() + "orv_stats_" + std::to_string(getpid()) + "_" + name;
-}
-
-std::string read(const std::string& name) {
-  std::ostringstream text;
-  text << std::ifstream(path_of(name)).rdbuf();
-  return text.str();
-}
-
-/// `arguments` go through the shell; the input is a file, or standard input if "-" is among them.
+/// The input is a file, or standard input if "-" is among the arguments.
 Outcome stats(const std::string& arguments, const std::string& input) {
-  std::ofstream(path_of("in")) << input;
   const bool is_piped = arguments.find(" - ") != std::string::npos;
-  const std::string command = ORV_COMMAND " stats " + arguments + (is_piped ? " <" : " ") +
-                              path_of("in") + " >" + path_of("out") + " 2>" + path_of("err");
-  const int status = std::system(command.c_str());
-  Outcome outcome = {read("out"), read("err"), WIFEXITED(status) ? WEXITSTATUS(status) : -1};
-  for (const char* name : {"in", "out", "err"}) unlink(path_of(name).c_str());
-  return outcome;
-}
-
-Strings split(const std::string& text, char separator) {
-  Strings parts;
-  std::istringstream stream(text);
-  for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
-  if (!text.empty() && text.back() == separator && separator == ',') parts.push_back("");
-  return parts;
+  return orv("stats " + arguments + (is_piped ? "" : " IN"), input);
 }
 
 /// The tables of CSV output.
@@ -56,7 +20,7 @@ std::vector<std::vector<Strings>> tables(const std::string& arguments, const std
   const Outcome run = stats(arguments + " --format csv", input);
   EXPECT_EQ(run.code, 0) << arguments << "\n" << run.err;
   std::vector<std::vector<Strings>> result(1);
-  for (const std::string& line : split(run.out, '\n')) {
+  for (const std::string& line : split(run.out)) {
     if (line.empty()) {
       result.emplace_back();
     } else {
@@ -124,20 +88,20 @@ struct Sums {
     return sum / w;
   }
   Real mean(size_t j) const { return origin(j) + shift(j); }
-  Real moment(size_t j, int order) const {
-    const Real at = origin(j), m = shift(j);
-    Real sum = 0;
-    for (const auto& [i, weight] : rows) sum += weight * powl(data.rows[i][j] - at - m, order);
-    return sum / w;
-  }
-  Real covariance(size_t j, size_t k) const {
-    const Real at_j = origin(j), at_k = origin(k), mj = shift(j), mk = shift(k);
+  /// The mean product of the deviations of these columns, which may come repeatedly.
+  Real central(std::initializer_list<size_t> columns) const {
+    std::vector<Real> means;
+    for (const size_t j : columns) means.push_back(shift(j));
     Real sum = 0;
     for (const auto& [i, weight] : rows) {
-      sum += weight * (data.rows[i][j] - at_j - mj) * (data.rows[i][k] - at_k - mk);
+      Real product = weight;
+      auto mean = means.begin();
+      for (const size_t j : columns) product *= data.rows[i][j] - origin(j) - *mean++;
+      sum += product;
     }
-    return sum / (w - w2 / w);
+    return sum / w;
   }
+  Real covariance(size_t j, size_t k) const { return central({j, k}) * w / (w - w2 / w); }
   Real correlation(size_t j, size_t k) const {
     return covariance(j, k) / sqrtl(covariance(j, j) * covariance(k, k));
   }
@@ -193,8 +157,8 @@ TEST(Stats, ColumnsAreRight) {
       expect(4, sqrtl(c2), 1e2 * unit * static_cast<double>(sqrtl(c2)));
       expect(5, values.front(), unit * std::fabs(values.front()));
       expect(9, values.back(), unit * std::fabs(values.back()));
-      const auto skewness = static_cast<double>(sums.moment(j, 3) / powl(c2, 1.5L));
-      const auto kurtosis = static_cast<double>(sums.moment(j, 4) / (c2 * c2));
+      const auto skewness = static_cast<double>(sums.central({j, j, j}) / powl(c2, 1.5L));
+      const auto kurtosis = static_cast<double>(sums.central({j, j, j, j}) / (c2 * c2));
       // Rounding of the mean shifts the origin; an outlying row costs digits of these two only.
       const double digits = std::isnan(c.first) ? 1e4 * unit : 1e-12;
       expect(10, skewness, digits * (1 + std::fabs(skewness)));
@@ -248,20 +212,16 @@ TEST(Stats, MatricesAreRight) {
 }
 
 TEST(Stats, GroupsByTextOrNumbers) {
-  const std::string rows = "1,10,u\n2,30,v\n3,12,u\n8,,v\n6,50,v\n4,20,\n";
-  for (const char* labels : {"text", "numbers"}) {
-    std::string input = "x,y,g\n" + rows;
-    if (labels == std::string("numbers")) {
-      std::ranges::replace(input, 'u', '7');
-      std::ranges::replace(input, 'v', '5');
-    }
+  for (const auto& [first, second] : {std::pair("u", "v"), std::pair("7", "5")}) {
+    std::string input = "x,y,g\n1,10,u\n2,30,v\n3,12,u\n8,,v\n6,50,v\n4,20,\n";
+    std::ranges::replace(input, 'u', *first);
+    std::ranges::replace(input, 'v', *second);
     const auto out = tables("--by g", input);
-    ASSERT_EQ(out.size(), 3u) << labels;
-    const bool text = labels == std::string("text");
+    ASSERT_EQ(out.size(), 3u) << first;
     EXPECT_EQ(out[0][1][1], "4");  // complete rows
     EXPECT_EQ(out[1], (std::vector<Strings>{{"mean by g", "count", "x", "y"},
-                                            {text ? "u" : "7", "2", "2", "11"},
-                                            {text ? "v" : "5", "2", "4", "40"}}));
+                                            {first, "2", "2", "11"},
+                                            {second, "2", "4", "40"}}));
     EXPECT_EQ(out[2],
               (std::vector<Strings>{
                   {"Pooled covariance within g", "x", "y"}, {"x", "5", "21"}, {"y", "21", "101"}}));
@@ -277,9 +237,9 @@ TEST(Stats, TreatsMissingCellsAsAsked) {
   expect("", 2, {"0", "1", "2"});
   expect("", 1, {"2", "2", "2"});
   expect("--missing pairwise", 1, {"5", "4", "3"});
-  EXPECT_NE(stats("", input).out.find("5 rows, 3 dropped"), std::string::npos);
+  expect_all_in(stats("", input).out, {"5 rows, 3 dropped"});
   const Outcome csv = stats("--format csv", input);
-  EXPECT_NE(csv.err.find("5 rows, 3 dropped"), std::string::npos) << csv.err;
+  expect_all_in(csv.err, {"5 rows, 3 dropped"});
   EXPECT_EQ(csv.out.find("dropped"), std::string::npos) << csv.out;
   EXPECT_EQ(stats("--missing fail --select a", input).code, 0);
 }
@@ -310,7 +270,7 @@ TEST(Stats, ChoosesTheColumnsOfNumbers) {
     const Outcome run = stats(std::string(c.arguments) + " --format csv", c.input);
     EXPECT_EQ(run.code, 0) << run.err;
     EXPECT_EQ(run.err, c.note) << c.arguments;
-    const auto lines = split(run.out, '\n');
+    const auto lines = split(run.out);
     ASSERT_GT(lines.size(), c.columns.size()) << run.out;
     for (size_t j = 0; j < c.columns.size(); ++j) {
       EXPECT_EQ(lines[j + 1].rfind(c.columns[j] + ",", 0), 0u) << lines[j + 1];
@@ -326,8 +286,8 @@ TEST(Stats, StreamsWhatDoesNotFit) {
   for (const char* source : {"--memory 1 --format csv ", "--memory 1 --format csv - "}) {
     const Outcome run = stats(source, input);
     EXPECT_EQ(run.code, 0);
-    EXPECT_NE(run.err.find("quartiles are left out"), std::string::npos) << run.err;
-    const auto lines = split(run.out, '\n');
+    expect_all_in(run.err, {"quartiles are left out"});
+    const auto lines = split(run.out);
     ASSERT_EQ(lines.size(), whole.size());
     for (size_t i = 0; i < lines.size(); ++i) {
       Strings expected = whole[i];
@@ -335,20 +295,15 @@ TEST(Stats, StreamsWhatDoesNotFit) {
       EXPECT_EQ(split(lines[i], ','), expected);
     }
   }
-  for (const char* option : {"--quantiles 0.5", "--by w"}) {
-    const Outcome run = stats(std::string(option) + " --memory 1", input);
-    EXPECT_EQ(run.code, 2);
-    EXPECT_NE(run.err.find("--memory MIB allows more"), std::string::npos) << run.err;
-    EXPECT_EQ(split(run.err, '\n').size(), 1u) << run.err;
-  }
+  expect_mistakes(stats, {{"--quantiles 0.5 --memory 1", input, {"--memory MIB allows more"}},
+                          {"--by w --memory 1", input, {"--memory MIB allows more"}}});
 }
 
 TEST(Stats, ShowsWhatIsNotDefined) {
   const std::string one_row = "a,b\n3,4\n";
   EXPECT_EQ(tables("", one_row)[0][1],
             (Strings{"a", "1", "0", "3", "", "3", "3", "3", "3", "3", "", ""}));
-  const Outcome json = stats("--format json --cov", one_row);
-  EXPECT_NE(json.out.find("\"standard_deviation\": null"), std::string::npos) << json.out;
+  expect_all_in(stats("--format json --cov", one_row).out, {"\"standard_deviation\": null"});
   const auto empty = tables("--missing pairwise --select a,b", "a,b\n1,\n2,\n")[0];
   EXPECT_EQ(empty[2], (Strings{"b", "0", "2", "", "", "", "", "", "", "", "", ""}));
   const auto constant = tables("--cor", "a,b\n3,4\n3,5\n");
@@ -360,16 +315,14 @@ TEST(Stats, FormatsAgree) {
   const std::string input =
       "\"a \"\"b\",gr\xC3\xB6\xC3\x9F"
       "e\n1.5,2\n4,1\n2.25,7\n";
-  const Outcome json = stats("--format json --cor --quantiles 0.5 --precision s", input);
-  for (const char* text :
-       {"\"rows\": 3", "\"name\": \"a \\\"b\"",
-        "\"name\": \"gr\xC3\xB6\xC3\x9F"
-        "e\"",
-        "\"mean\": 2.5833333", "\"order\": 0.5", "\"value\": 2.25", "\"title\": \"Correlation\""}) {
-    EXPECT_NE(json.out.find(text), std::string::npos) << text << " not in: " << json.out;
-  }
+  expect_all_in(
+      stats("--format json --cor --quantiles 0.5 --precision s", input).out,
+      {"\"rows\": 3", "\"name\": \"a \\\"b\"",
+       "\"name\": \"gr\xC3\xB6\xC3\x9F"
+       "e\"",
+       "\"mean\": 2.5833333", "\"order\": 0.5", "\"value\": 2.25", "\"title\": \"Correlation\""});
   // Every line of a table ends in the same place, in letters rather than bytes.
-  const auto lines = split(stats("", input).out, '\n');
+  const auto lines = split(stats("", input).out);
   ASSERT_EQ(lines.size(), 14u);
   for (size_t i = 2; i < lines.size(); ++i) {
     const auto letters = std::ranges::count_if(lines[i], [](char c) { return (c & 0xC0) != 0x80; });
@@ -377,19 +330,14 @@ TEST(Stats, FormatsAgree) {
   }
 }
 
-// A mistake: nothing but one line that says what and where and what is allowed, and exit code 2.
 TEST(Stats, MistakesAreOneLineAndCode2) {
-  struct Case {
-    const char *arguments, *input;
-    Strings said;
-  };
   const std::string many = "a,b\n" + [] {
     std::string rows;
     for (int i = 0; i < 1100; ++i) rows += std::to_string(i) + ",1\n";
     return rows;
   }();
   const char* table = "a,b,t\n1,2,x\n3,,y\n5,-6,z\n";
-  const Case cases[] = {
+  const std::vector<Mistake> mistakes = {
       {"", "", {"holds no number"}},
       {"", "a,b\n", {"only names"}},
       {"", "a,b\nx,y\n", {"no column of numbers", "a ('x', line 2)"}},
@@ -427,21 +375,10 @@ TEST(Stats, MistakesAreOneLineAndCode2) {
       {"--precision q", table, {"--precision", "q"}},
       {"--bogus", table, {"--bogus"}},
       {"/no/such.csv", table, {""}},
-      {"--by a", many.c_str(), {"line 1002, column 1 (a)", "1000 groups"}},
+      {"--by a", many, {"line 1002, column 1 (a)", "1000 groups"}},
       {"--select a --by b", "a,b\n1,\n2,\n", {"no row is complete"}},
   };
-  for (const Case& c : cases) {
-    const Outcome run = stats(c.arguments, c.input);
-    EXPECT_EQ(run.code, 2) << c.arguments;
-    EXPECT_EQ(run.out, "") << c.arguments;
-    const auto lines = split(run.err, '\n');
-    ASSERT_FALSE(lines.empty()) << c.arguments;
-    EXPECT_EQ(lines.size(), 1u) << c.arguments << "\n" << run.err;
-    EXPECT_EQ(run.err.rfind("orv: ", 0), 0u) << run.err;
-    for (const std::string& text : c.said) {
-      EXPECT_NE(lines.back().find(text), std::string::npos) << text << " not in: " << run.err;
-    }
-  }
+  expect_mistakes(stats, mistakes);
 }
 
 }  // namespace

@@ -12,7 +12,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <functional>
-#include <numeric>
 #include <set>
 #include <string>
 #include <thread>
@@ -44,17 +43,16 @@ void sleep_oddly(int32_t item) {
   std::this_thread::sleep_for(std::chrono::microseconds(item * 7919 % 13 * 40));
 }
 
-/// Either table, with thread counts of the pool from one to more than there are processors.
-struct Table {
-  const char* name;
-  const SSThreadServices* services;
-  int32_t count;
-};
-std::vector<Table> tables() {
-  std::vector<Table> list = {{"serial", orv_threads_serial(), 1}};
-  for (const int32_t count : {1, 2, 3, 4, 8, 40})
-    list.push_back({"pool", orv_threads_pool(), count});
-  return list;
+/// Calls test(services, threads) for either table, the pool with one thread up to more than there
+/// are processors.
+template <class Test>
+void for_each_table(Test test) {
+  test(orv_threads_serial(), 1);
+  for (const int32_t count : {1, 2, 3, 4, 8, 40}) {
+    SCOPED_TRACE("pool of " + std::to_string(count));
+    orv_threads_set_count(count);
+    test(orv_threads_pool(), count);
+  }
 }
 
 class Threads : public testing::Test {
@@ -63,11 +61,8 @@ class Threads : public testing::Test {
 };
 
 TEST_F(Threads, RunEveryItemOnceWithThreadNumbersOfTheirOwn) {
-  for (const Table& table : tables()) {
-    const auto* const s = table.services;
-    const int32_t count = table.count;
-    orv_threads_set_count(count);
-    EXPECT_EQ(s->max_threads(), count) << table.name;
+  for_each_table([](const SSThreadServices* s, int32_t count) {
+    EXPECT_EQ(s->max_threads(), count);
     for (const Slot slot : {s->run_items, s->run_ascending}) {
       for (const int32_t items : {0, 1, 2, 7, 300}) {
         for (const int32_t asked : {0, 1, 3, 100}) {
@@ -80,19 +75,16 @@ TEST_F(Threads, RunEveryItemOnceWithThreadNumbersOfTheirOwn) {
             if (items < 10) sleep_oddly(item);
             --busy[thread];
           });
-          EXPECT_EQ(wrong, 0) << table.name << count << " items " << items << " asked " << asked;
-          for (const auto& n : times) ASSERT_EQ(n, 1) << table.name << count << " items " << items;
+          EXPECT_EQ(wrong, 0) << "items " << items << " asked " << asked;
+          for (const auto& n : times) ASSERT_EQ(n, 1) << "items " << items;
         }
       }
     }
-  }
+  });
 }
 
 TEST_F(Threads, RunEveryThreadIndexOnce) {
-  for (const Table& table : tables()) {
-    const auto* const s = table.services;
-    const int32_t count = table.count;
-    orv_threads_set_count(count);
+  for_each_table([](const SSThreadServices* s, int32_t count) {
     for (const int32_t asked : {0, 1, 2, 5, 8, 100}) {
       const int32_t expected = asked == 0 ? count : asked;
       std::vector<std::atomic<int>> times(expected);
@@ -101,59 +93,56 @@ TEST_F(Threads, RunEveryThreadIndexOnce) {
         ++times.at(index);
         if (zero != 0 || threads != expected) ++wrong;
       });
-      EXPECT_EQ(wrong, 0) << table.name << count << " asked " << asked;
-      for (const auto& n : times) ASSERT_EQ(n, 1) << table.name << count << " asked " << asked;
+      EXPECT_EQ(wrong, 0) << "asked " << asked;
+      for (const auto& n : times) ASSERT_EQ(n, 1) << "asked " << asked;
     }
-  }
+  });
 }
 
-TEST_F(Threads, GiveEachIndexAThreadOfItsOwn) {
-  orv_threads_set_count(6);
-  std::barrier all_there(6);  // would never open for fewer
-  run(orv_threads_pool()->run_threads, 6,
+/// How many threads meet inside a job of three; fewer would wait for ever.
+int distinct_threads() {
+  std::barrier all_there(3);
+  std::vector<std::thread::id> ids(3);
+  run(orv_threads_pool()->run_threads, 3, [&](int32_t t, int32_t, int32_t) {
+    ids[t] = std::this_thread::get_id();
+    all_there.arrive_and_wait();
+  });
+  return static_cast<int>(std::set(ids.begin(), ids.end()).size());
+}
+
+TEST_F(Threads, GiveEachItemAndIndexAThreadOfItsOwn) {
+  orv_threads_set_count(3);
+  EXPECT_EQ(distinct_threads(), 3);
+  std::barrier all_there(3);
+  run(orv_threads_pool()->run_items, 3, 0,
       [&](int32_t, int32_t, int32_t) { all_there.arrive_and_wait(); });
-  std::barrier again(6);
-  run(orv_threads_pool()->run_items, 6, 0,
-      [&](int32_t, int32_t, int32_t) { again.arrive_and_wait(); });
 }
 
 TEST_F(Threads, StartAscendingAndKeepTheOrder) {
-  constexpr int32_t items = 60;
-  std::vector<int32_t> expected(items);
-  std::iota(expected.begin(), expected.end(), 0);
-  for (const Table& table : tables()) {
-    const auto* const s = table.services;
-    const int32_t count = table.count;
-    orv_threads_set_count(count);
-    std::vector<int32_t> order;  // unguarded: run_in_order is the guard
-    std::atomic<int32_t> begun = 0, wrong = 0;
-    run(s->run_ascending, items, 0, [&](int32_t item, int32_t thread, int32_t threads) {
-      // An item begins when all below have been taken; as many as there are threads may overlap.
-      if (std::abs(begun++ - item) >= count) ++wrong;
-      sleep_oddly(item);
-      in_order(s, item, thread, threads, [&](int32_t i, int32_t t, int32_t n) {
-        if (i != item || t != thread || n != threads) ++wrong;
-        sleep_oddly(items - i);
-        order.push_back(i);
+  for_each_table([](const SSThreadServices* s, int32_t count) {
+    for (const bool some_leave_it_out : {false, true}) {
+      const auto leaves_it_out = [&](int32_t i) { return some_leave_it_out && i % 3 == 0; };
+      std::vector<int32_t> expected, order;  // unguarded: run_in_order is the guard
+      std::atomic<int32_t> begun = 0, wrong = 0;
+      for (int32_t i = 0; i < 60; ++i) {
+        if (!leaves_it_out(i)) expected.push_back(i);
+      }
+      run(s->run_ascending, 60, 0, [&](int32_t item, int32_t thread, int32_t threads) {
+        // An item begins when all below have been taken; as many as there are threads may overlap.
+        if (std::abs(begun++ - item) >= count) ++wrong;
+        sleep_oddly(item);
+        if (leaves_it_out(item)) return;
+        in_order(s, item, thread, threads, [&](int32_t i, int32_t t, int32_t n) {
+          if (i != item || t != thread || n != threads) ++wrong;
+          sleep_oddly(60 - i);
+          order.push_back(i);
+        });
+        if (item % 2 == 0) sleep_oddly(item);
       });
-      if (item % 3 == 0) sleep_oddly(item);
-    });
-    EXPECT_EQ(wrong, 0) << table.name << count;
-    EXPECT_EQ(order, expected) << table.name << count;
-  }
-}
-
-TEST_F(Threads, ItemsMayLeaveOutTheOrderedSection) {
-  orv_threads_set_count(4);
-  const auto* s = orv_threads_pool();
-  std::vector<int32_t> order;
-  run(s->run_ascending, 30, 0, [&](int32_t item, int32_t thread, int32_t threads) {
-    sleep_oddly(item);
-    if (item % 3 == 0) return;
-    in_order(s, item, thread, threads, [&](int32_t i, int32_t, int32_t) { order.push_back(i); });
+      EXPECT_EQ(wrong, 0) << some_leave_it_out;
+      EXPECT_EQ(order, expected) << some_leave_it_out;
+    }
   });
-  EXPECT_EQ(order.size(), 20u);
-  EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
 }
 
 TEST_F(Threads, JobsFromInsideAnItemStayOnItsThread) {
@@ -207,24 +196,13 @@ TEST_F(Threads, CountComesFromTheEnvironment) {
   cpu_set_t set;
   ASSERT_EQ(sched_getaffinity(0, sizeof set, &set), 0);
   const int32_t processors = CPU_COUNT(&set);
-  struct Case {
-    const char* text;
-    int32_t count;
-  };
-  const Case cases[] = {{"1", 1},
-                        {"3", 3},
-                        {"17", 17},
-                        {"1000", 256},
-                        {"99999999999", 256},
-                        {"0", processors},
-                        {"-2", processors},
-                        {"", processors},
-                        {"two", processors},
-                        {"3x", processors},
-                        {" 3", processors},
-                        {"+3", processors}};
+  std::vector<std::pair<std::string, int32_t>> cases = {
+      {"1", 1}, {"3", 3}, {"17", 17}, {"1000", 256}, {"99999999999", 256}};
+  for (const char* bad : {"0", "-2", "", "two", "3x", " 3", "+3"}) {
+    cases.emplace_back(bad, processors);
+  }
   for (const auto& [text, count] : cases) {
-    setenv("ORV_NUM_THREADS", text, 1);
+    setenv("ORV_NUM_THREADS", text.c_str(), 1);
     orv_threads_set_count(0);
     EXPECT_EQ(orv_threads_pool()->max_threads(), count) << "'" << text << "'";
   }
@@ -245,16 +223,6 @@ TEST_F(Threads, ComputeInTheCallersRounding) {
       [&](int32_t t, int32_t, int32_t) { modes[t] = std::fegetround(); });
   std::fesetround(FE_TONEAREST);
   EXPECT_EQ(modes, std::vector<int>(4, FE_UPWARD));
-}
-
-int distinct_threads() {
-  std::barrier all_there(3);
-  std::vector<std::thread::id> ids(3);
-  run(orv_threads_pool()->run_threads, 3, [&](int32_t t, int32_t, int32_t) {
-    ids[t] = std::this_thread::get_id();
-    all_there.arrive_and_wait();
-  });
-  return static_cast<int>(std::set(ids.begin(), ids.end()).size());
 }
 
 // The child has none of the pool's threads, and one of them was at work when it was made.

@@ -1,11 +1,9 @@
 // What the library allocates, and what happens when an allocation fails.
 #include <orv/qem.h>
-#include <orv/serv.h>
 #include <pthread.h>
 #include <signal.h>
 
 #include <thread>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -25,26 +23,6 @@ const struct {
     {"callback", [] { orv_qem_kernel_GetErrorCallBack(); }},
     {"input base", [] { orv_qem_kernel_SetInterfInputVectorPointer(nullptr); }},
 };
-
-TEST(Allocation, EachAllocatorFailsAtTheChosenCall) {
-  const struct {
-    void* (*allocate)(size_t, size_t);
-    void (*release)(void*);
-  } pairs[] = {{orv_serv_allocate, orv_serv_deallocate}, {orv_serv_orv_malloc, orv_serv_orv_free}};
-  for (const auto& p : pairs) {
-    for (int failing = 0; failing <= 3; ++failing) {
-      watch_allocations(failing);
-      void* blocks[3];
-      for (void*& block : blocks) block = p.allocate(100, 64);
-      for (void* block : blocks) p.release(block);
-      const Allocations seen = seen_allocations();
-      for (int i = 0; i < 3; ++i) EXPECT_EQ(blocks[i] == nullptr, i + 1 == failing);
-      EXPECT_EQ(seen.asked, 3);
-      EXPECT_EQ(seen.open, 0);
-      EXPECT_EQ(seen.bytes, 300u);
-    }
-  }
-}
 
 TEST(Allocation, EachThreadCellIsOneSmallBlock) {
   for (const auto& cell : cells) {
@@ -100,20 +78,14 @@ TEST(Allocation, WithoutMemoryForACellTheThreadEnds) {
 }
 
 TEST(Allocation, KernelsAllocateNothing) {
+  orv_qem_kernel_SetMode(QEM_ERRMODE_IGNORE);
+  orv_qem_kernel_SetErrStatus(0);
   for (const Kernel& kernel : all_slots()) {
     alignas(16) char a[50 * 16], r[50 * 16];
     for (char& byte : a) byte = 0x7F;  // NaN in every type
-    orv_qem_kernel_SetMode(QEM_ERRMODE_IGNORE);
-    orv_qem_kernel_SetErrStatus(0);
     watch_allocations();
-    switch (kernel.shape) {
-      case Shape::Unary:
-        kernel.unary<char>()(50, a, r);
-        break;
-      case Shape::Binary:
-        kernel.binary<char>()(50, a, a, r);
-        break;
-    }
+    kernel.shape == Shape::Unary ? kernel.unary<char>()(50, a, r)
+                                 : kernel.binary<char>()(50, a, a, r);
     EXPECT_EQ(seen_allocations().asked, 0) << kernel.name();
   }
 }

@@ -1,8 +1,10 @@
 #include "failing_allocator.hpp"
 
-#include <dlfcn.h>
 #include <orv/serv.h>
 #include <stdlib.h>
+
+#include <algorithm>
+#include <iterator>
 
 // The C library's own entries: looking malloc up by name would allocate. A compiler may make a
 // calloc of a malloc whose block is cleared.
@@ -29,60 +31,38 @@ bool allowed(size_t size) {
   return seen.asked != failing_number;
 }
 
+/// Puts `to` where `from` stands among the open blocks.
+bool replaced(void* from, void* to) {
+  void** const place = std::ranges::find(open_blocks, from);
+  if (place == std::end(open_blocks)) return false;
+  *place = to;
+  return true;
+}
+
 void* opened(void* block) {
   if (!watching || block == nullptr) return block;
-  for (void*& place : open_blocks) {
-    if (place != nullptr) continue;
-    place = block;
-    ++seen.open;
-    return block;
-  }
-  abort();  // more blocks than a test may hold at a time
+  if (!replaced(nullptr, block)) abort();  // more blocks than a test may hold at a time
+  ++seen.open;
+  return block;
 }
 
 /// Blocks from before watch_allocations() do not count.
 void closed(void* block) {
-  if (!watching || block == nullptr) return;
-  for (void*& place : open_blocks) {
-    if (place != block) continue;
-    place = nullptr;
-    --seen.open;
-    return;
-  }
+  if (watching && block != nullptr && replaced(block, nullptr)) --seen.open;
 }
 
-/// The function behind this program's one of the same name. What it calls in turn is not counted.
-template <class Call>
-auto unwatched(Call call) {
-  const bool before = watching;
-  watching = false;
-  const auto result = call();
-  watching = before;
-  return result;
-}
-
-using Allocate = void* (*)(size_t, size_t);
-using Release = void (*)(void*);
-
-void* allocate(const char* name, size_t size, size_t alignment) {
+void* allocate(size_t size, size_t alignment) {
   if (!allowed(size)) return nullptr;
-  return opened(unwatched(
-      [&] { return reinterpret_cast<Allocate>(dlsym(RTLD_NEXT, name))(size, alignment); }));
-}
-
-void release(const char* name, void* block) {
-  closed(block);
-  unwatched([&] {
-    reinterpret_cast<Release>(dlsym(RTLD_NEXT, name))(block);
-    return 0;
-  });
+  void* block = nullptr;
+  if (posix_memalign(&block, std::max(alignment, sizeof(void*)), size) != 0) return nullptr;
+  return opened(block);
 }
 
 }  // namespace
 
 void watch_allocations(int failing) {
   seen = {};
-  for (void*& place : open_blocks) place = nullptr;
+  std::ranges::fill(open_blocks, nullptr);
   failing_number = failing;
   watching = true;
 }
@@ -96,14 +76,10 @@ Allocations seen_allocations() {
 
 using namespace orv_test;
 
-void* orv_serv_allocate(size_t size, size_t alignment) {
-  return allocate("orv_serv_allocate", size, alignment);
-}
-void orv_serv_deallocate(void* pointer) { release("orv_serv_deallocate", pointer); }
-void* orv_serv_orv_malloc(size_t size, size_t alignment) {
-  return allocate("orv_serv_orv_malloc", size, alignment);
-}
-void orv_serv_orv_free(void* block) { release("orv_serv_orv_free", block); }
+void* orv_serv_allocate(size_t size, size_t alignment) { return allocate(size, alignment); }
+void orv_serv_deallocate(void* pointer) { free(pointer); }
+void* orv_serv_orv_malloc(size_t size, size_t alignment) { return allocate(size, alignment); }
+void orv_serv_orv_free(void* block) { free(block); }
 
 extern "C" void* malloc(size_t size) {
   return allowed(size) ? opened(__libc_malloc(size)) : nullptr;

@@ -56,12 +56,9 @@ template <class... Arguments>
 std::string line(int key, Arguments... arguments) {
   testing::internal::CaptureStderr();
   orv_serv_orv_print(1, key, static_cast<int>(sizeof...(arguments)), arguments...);
-  std::string text = testing::internal::GetCapturedStderr();
-  EXPECT_FALSE(text.empty());
-  if (text.empty()) return text;
-  EXPECT_EQ(text.find('\n'), text.size() - 1) << "key " << key;
-  text.pop_back();
-  return text;
+  const std::string text = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(text.find('\n') + 1, text.size()) << "key " << key;
+  return text.substr(0, text.find('\n'));
 }
 
 bool contains(const std::string& text, const char* part) {

@@ -1,7 +1,6 @@
 // Extremes bit for bit: zeros have signs, and NaNs are passed over.
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <random>
 
@@ -12,16 +11,6 @@ using namespace orv_test;
 namespace {
 
 constexpr uint64_t both = SS_EST_MIN | SS_EST_MAX;
-
-template <class T>
-using Bits = std::conditional_t<sizeof(T) == 8, uint64_t, uint32_t>;
-
-template <class T>
-std::vector<Bits<T>> bits(const std::vector<T>& x) {
-  std::vector<Bits<T>> b(x.size());
-  memcpy(b.data(), x.data(), x.size() * sizeof(T));
-  return b;
-}
 
 template <class T>
 struct Extremes {
@@ -58,7 +47,6 @@ Extremes<T> expected(int64_t p, int64_t n, const std::vector<T>& x, Extremes<T> 
 
 template <class T>
 class MinMax : public testing::Test {};
-using Precisions = testing::Types<double, float>;
 TYPED_TEST_SUITE(MinMax, Precisions);
 
 TYPED_TEST(MinMax, AgreesWithALoop) {

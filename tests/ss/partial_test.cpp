@@ -1,7 +1,6 @@
 // Partial covariance and correlation against elimination, one variable at a time, in long double.
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <random>
 
@@ -30,11 +29,8 @@ std::vector<long double> covariance(int64_t p) {
 template <class T>
 std::vector<T> stored(int64_t p, int64_t storage, const std::vector<long double>& c) {
   std::vector<T> out;
-  for (int64_t i = 0; i < p; ++i) {
-    for (int64_t j = storage == 2 ? i : 0; j < (storage == 1 ? i + 1 : p); ++j) {
-      out.push_back(static_cast<T>(c[i * p + j]));
-    }
-  }
+  for_each_stored(storage, p,
+                  [&](int64_t i, int64_t j) { out.push_back(static_cast<T>(c[i * p + j])); });
   return out;
 }
 
@@ -73,7 +69,6 @@ const std::vector<int64_t> role_lists[] = {
 
 template <class T>
 class Partial : public testing::Test {};
-using Precisions = testing::Types<double, float>;
 TYPED_TEST_SUITE(Partial, Precisions);
 
 TYPED_TEST(Partial, GivesCovarianceAndCorrelation) {
@@ -83,9 +78,10 @@ TYPED_TEST(Partial, GivesCovarianceAndCorrelation) {
     const auto m = static_cast<int64_t>(std::count(roles.begin(), roles.end(), 1));
     const auto c = covariance(p), truth = eliminated(c, p, roles);
     for (int way = 0; way < 36; ++way) {
-      const int64_t source_storage = way % 3, cov_storage = way / 3 % 3;
+      Choices choose{way};
+      const int64_t source_storage = choose(3), cov_storage = choose(3);
       const int64_t cor_storage = (cov_storage + 1) % 3;
-      const bool from_cor = way / 9 % 2 != 0, wide = way / 18 != 0;
+      const bool from_cor = choose(2), wide = choose(2);
       SCOPED_TRACE(testing::Message() << "p " << p << " way " << way);
       const auto source = stored<T>(p, source_storage, from_cor ? scaled(c, p, -0.5L) : c);
       std::vector<T> cov(m * m, 99), cor(m * m, 99);
@@ -142,22 +138,17 @@ TEST(PartialStatus, ChecksComeInTheirOrder) {
   const auto wrong_method = ~uint64_t{SS_METHOD_FAST};
   EXPECT_EQ(run(wrong_method), SS_BAD_METHOD);
   SSTask& task = *static_cast<SSTask*>(t);
-  const struct {
-    int32_t status;
-    void* field;
-  } checks[] = {{SS_NULL_COV, &task.cor},
-                {SS_NULL_STORAGE, &task.cor_storage},
-                {SS_NULL_PARTIAL_INDEX, &task.cov},  // the correlation takes its place
-                {SS_NULL_STORAGE, &task.cov_storage},
-                {SS_NULL_PARTIAL_INDEX, &task.partial_index_array},
-                {SS_NULL_PARTIAL_COV, &task.partial_cov},
-                {SS_NULL_STORAGE, &task.partial_cov_storage},
-                {SS_NULL_PARTIAL_COR, &task.partial_cor},
-                {SS_NULL_STORAGE, &task.partial_cor_storage}};
-  for (size_t i = std::size(checks); i-- > 0;) {  // each before all that are missing already
-    memset(checks[i].field, 0, sizeof(void*));
-    EXPECT_EQ(run(wrong_method), checks[i].status) << i;
-  }
+  expect_null_checks_in_order(
+      {{SS_NULL_COV, &task.cor},
+       {SS_NULL_STORAGE, &task.cor_storage},
+       {SS_NULL_PARTIAL_INDEX, &task.cov},  // the correlation takes its place
+       {SS_NULL_STORAGE, &task.cov_storage},
+       {SS_NULL_PARTIAL_INDEX, &task.partial_index_array},
+       {SS_NULL_PARTIAL_COV, &task.partial_cov},
+       {SS_NULL_STORAGE, &task.partial_cov_storage},
+       {SS_NULL_PARTIAL_COR, &task.partial_cor},
+       {SS_NULL_STORAGE, &task.partial_cor_storage}},
+      [&] { return run(wrong_method); });
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // Means and covariances of groups against two passes in long double, and bit for bit against a
 // plain loop in the order that the updates have.
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <random>
 
@@ -28,12 +27,21 @@ struct Data : Case {
       group.push_back(i < groups ? groups - 1 - i : static_cast<int64_t>(random() % groups));
       const T common = uniform();
       for (int64_t j = 0; j < p; ++j) x[place(i, j)] = 3 + j + common + uniform() * (j + 1);
-      weights.push_back(i < 2 * groups || i % 13 == 5 ? 0 : T(0.25) + uniform());
+      const bool zero = i < 2 * groups || i % 13 == 5;
+      weights.push_back(!weighted ? 1 : zero ? 0 : T(0.25) + uniform());
     }
     for (int64_t j = 0; j < p; ++j) mask.push_back(!masked || j % 3 != 1);
     for (int64_t g = 0; g < groups; ++g) wanted.push_back(g % 2 == 0);
   }
   int64_t place(int64_t i, int64_t j) const { return layout == SS_ROWS ? j * n + i : i * p + j; }
+  T at(int64_t i, int64_t j) const { return x[place(i, j)]; }
+  std::vector<int64_t> members(int64_t g) const {
+    std::vector<int64_t> of_group;
+    for (int64_t i = 0; i < n; ++i) {
+      if (group[i] == g) of_group.push_back(i);
+    }
+    return of_group;
+  }
   int64_t size() const { return storage == 0 ? p * p : p * (p + 1) / 2; }
 
   std::vector<T> x, weights;
@@ -52,22 +60,17 @@ template <class T>
 Sums<long double> two_passes(const Data<T>& d, int64_t group) {
   Sums<long double> s(d.p);
   long double squares = 0;
-  const auto each = [&](auto f) {
-    for (int64_t i = 0; i < d.n; ++i) {
-      if (d.group[i] == group) f(d.weighted ? d.weights[i] : 1.0L, &d.x[d.place(i, 0)]);
-    }
-  };
-  const int64_t step = d.layout == SS_ROWS ? d.n : 1;
-  each([&](long double w, const T* x) {
+  for (const int64_t i : d.members(group)) {
+    const long double w = d.weights[i];
     s.a += w, squares += w * w;
-    for (int64_t j = 0; j < d.p; ++j) s.mean[j] += w * x[j * step];
-  });
-  each([&](long double w, const T* x) {
-    const auto deviation = [&](int64_t j) { return x[j * step] - s.mean[j] / s.a; };
+    for (int64_t j = 0; j < d.p; ++j) s.mean[j] += w * d.at(i, j);
+  }
+  for (const int64_t i : d.members(group)) {
+    const auto deviation = [&](int64_t j) { return d.at(i, j) - s.mean[j] / s.a; };
     for (int64_t jk = 0; jk < d.p * d.p; ++jk) {
-      s.scatter[jk] += w * deviation(jk / d.p) * deviation(jk % d.p);
+      s.scatter[jk] += d.weights[i] * deviation(jk / d.p) * deviation(jk % d.p);
     }
-  });
+  }
   s.b = s.a - squares / s.a;
   return s;
 }
@@ -76,15 +79,15 @@ template <class T>
 Sums<T> updates(const Data<T>& d, int64_t group) {
   Sums<T> s(d.p);
   T squares = 0;
-  for (int64_t i = 0; i < d.n; ++i) {
-    const T w = d.weighted ? d.weights[i] : 1;
-    if (d.group[i] != group || (s.a == 0 && !(w > 0))) continue;
+  for (const int64_t i : d.members(group)) {
+    const T w = d.weights[i];
+    if (s.a == 0 && !(w > 0)) continue;
     const T r = 1 / (w + s.a);
-    const auto deviation = [&](int64_t j) { return d.x[d.place(i, j)] - s.mean[j]; };
+    const auto deviation = [&](int64_t j) { return d.at(i, j) - s.mean[j]; };
     for (int64_t jk = 0; jk < d.p * d.p; ++jk) {
       s.scatter[jk] += deviation(jk / d.p) * s.a * w * r * deviation(jk % d.p);
     }
-    for (int64_t j = 0; j < d.p; ++j) s.mean[j] = r * (s.a * s.mean[j] + w * d.x[d.place(i, j)]);
+    for (int64_t j = 0; j < d.p; ++j) s.mean[j] = r * (s.a * s.mean[j] + w * d.at(i, j));
     s.a += w, squares += w * w;
   }
   for (T& m : s.mean) m *= s.a;
@@ -109,13 +112,13 @@ struct Results : std::vector<R> {
 
 template <class R, class T, class OfScatter>
 void put(const Data<T>& d, const Sums<R>& s, R* mean, R* cov, OfScatter of_scatter) {
-  for (int64_t i = 0; i < d.p; ++i) {
-    if (d.mask[i] != 0) mean[i] = s.mean[i] / s.a;
-    for (int64_t j = d.storage == 2 ? i : 0; j < (d.storage == 1 ? i + 1 : d.p); ++j) {
-      if (d.mask[i] == 0 || d.mask[j] == 0) continue;
-      (d.storage == 0 ? cov[i * d.p + j] : *cov++) = of_scatter(s.scatter[i * d.p + j]);
-    }
+  for (int64_t j = 0; j < d.p; ++j) {
+    if (d.mask[j] != 0) mean[j] = s.mean[j] / s.a;
   }
+  for_each_stored(d.storage, d.p, [&](int64_t i, int64_t j) {
+    if (d.mask[i] == 0 || d.mask[j] == 0) return;
+    (d.storage == SS_MATRIX_FULL ? cov[i * d.p + j] : *cov++) = of_scatter(s.scatter[i * d.p + j]);
+  });
 }
 
 template <class R, class T>
@@ -161,7 +164,6 @@ struct Pooling {
 
 template <class T>
 class Pooled : public testing::Test {};
-using Precisions = testing::Types<double, float>;
 TYPED_TEST_SUITE(Pooled, Precisions);
 
 TYPED_TEST(Pooled, GivesMeansAndCovariances) {
@@ -171,9 +173,10 @@ TYPED_TEST(Pooled, GivesMeansAndCovariances) {
   for (Case c : shapes) {
     for (int way = 0; way < 48; ++way) {
       SCOPED_TRACE(testing::Message() << "p " << c.p << " way " << way);
-      c.layout = way % 2 != 0 ? SS_ROWS : SS_COLUMNS;
-      c.weighted = (way & 2) != 0, c.masked = (way & 4) != 0, c.wide = (way & 8) != 0;
-      c.storage = way / 16;
+      Choices choose{way};
+      c.layout = choose(2) ? SS_ROWS : SS_COLUMNS;
+      c.weighted = choose(2), c.masked = choose(2), c.wide = choose(2);
+      c.storage = choose(3);
       const Data<T> d(c);
       Pooling<T> found(d);
       ASSERT_EQ(found.run(), SS_OK);
@@ -237,22 +240,16 @@ TEST(PooledStatus, ChecksComeInTheirOrder) {
   const auto wrong_method = ~uint64_t{SS_METHOD_ONE_PASS};
   EXPECT_EQ(t.run(both, wrong_method), SS_BAD_METHOD);
   SSTask& task = *static_cast<SSTask*>(t.task);
-  const struct {
-    int32_t status;
-    void* field;
-  } checks[] = {{SS_BAD_STORAGE, &task.observation_storage},
-                {SS_NULL_GROUP_INDICES, &task.group_indices},
-                {SS_NULL_STORAGE, &task.pooled_cov_storage},
-                {SS_NULL_POOLED_COV, &task.pooled_cov},
-                {SS_NULL_POOLED_MEAN, &task.pooled_mean},
-                {SS_NULL_STORAGE, &task.group_cov_storage},
-                {SS_NULL_GROUP_INDICES, &task.group_output_indices},
-                {SS_NULL_GROUP_COV, &task.group_cov},
-                {SS_NULL_GROUP_MEANS, &task.group_means}};
-  for (size_t i = std::size(checks); i-- > 0;) {  // each before all that are missing already
-    memset(checks[i].field, 0, sizeof(void*));
-    EXPECT_EQ(t.run(both, wrong_method), checks[i].status) << i;
-  }
+  expect_null_checks_in_order({{SS_BAD_STORAGE, &task.observation_storage},
+                               {SS_NULL_GROUP_INDICES, &task.group_indices},
+                               {SS_NULL_STORAGE, &task.pooled_cov_storage},
+                               {SS_NULL_POOLED_COV, &task.pooled_cov},
+                               {SS_NULL_POOLED_MEAN, &task.pooled_mean},
+                               {SS_NULL_STORAGE, &task.group_cov_storage},
+                               {SS_NULL_GROUP_INDICES, &task.group_output_indices},
+                               {SS_NULL_GROUP_COV, &task.group_cov},
+                               {SS_NULL_GROUP_MEANS, &task.group_means}},
+                              [&] { return t.run(both, wrong_method); });
 }
 
 }  // namespace

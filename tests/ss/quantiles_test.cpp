@@ -95,7 +95,6 @@ class QuantilesTest : public testing::Test {
     EXPECT_EQ(x, random_data(p * n)) << "the data have changed";
   }
 };
-using Precisions = testing::Types<double, float>;
 TYPED_TEST_SUITE(QuantilesTest, Precisions);
 
 TYPED_TEST(QuantilesTest, FollowTheDefinition) {
@@ -103,19 +102,14 @@ TYPED_TEST(QuantilesTest, FollowTheDefinition) {
   orv_threads_set_count(3);
   const SSThreadServices* const services[] = {orv_threads_serial(), orv_threads_pool(),
                                               &Asked::services};
-  for (unsigned c = 0; c < 3 * 2 * 2 * 2 * 2 * 3 * 5; ++c) {
-    unsigned rest = c;
-    const auto take = [&rest](unsigned count) {
-      const unsigned value = rest % count;
-      rest /= count;
-      return value;
-    };
-    const auto& s = *services[take(3)];
-    const bool rows = take(2), masked = take(2), wide = take(2), sorted_rows = take(2);
-    const uint64_t estimates[] = {SS_EST_QUANTILES, SS_EST_ORDER_STATS, both};
-    const uint64_t asked = estimates[take(3)];
-    const auto& orders = this->order_lists()[take(5)];
-    SCOPED_TRACE("case " + std::to_string(c));
+  const uint64_t estimates[] = {SS_EST_QUANTILES, SS_EST_ORDER_STATS, both};
+  for (int c = 0; c < 3 * 2 * 2 * 2 * 2 * 3 * 5; ++c) {
+    Choices choose{c};
+    const auto& s = *services[choose(3)];
+    const bool rows = choose(2), masked = choose(2), wide = choose(2), sorted_rows = choose(2);
+    const uint64_t asked = estimates[choose(3)];
+    const auto& orders = this->order_lists()[choose(5)];
+    SCOPED_TRACE(c);
     const std::vector<int64_t> mask{0, 1, 0, 0, -1};
     for (const int n : {1, 2, 10, 701}) {
       this->check(5, n, rows, masked ? mask : std::vector<int64_t>(), wide, asked, sorted_rows,

@@ -5,13 +5,17 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstring>
 #include <initializer_list>
+#include <type_traits>
 #include <vector>
 
 #include "orv/ss.h"
 #include "orv/threads.h"
 
 namespace orv_test {
+
+using Precisions = testing::Types<double, float>;
 
 /// The entries for floating type T.
 template <class T>
@@ -83,5 +87,47 @@ class Task {
   SSTask* task_ = nullptr;
   std::vector<std::vector<int32_t>> kept_;
 };
+
+/// Tells zeros by their signs, and NaNs apart.
+template <class T>
+auto bits(const std::vector<T>& x) {
+  std::vector<std::conditional_t<sizeof(T) == 8, uint64_t, uint32_t>> words(x.size());
+  if (!x.empty()) std::memcpy(words.data(), x.data(), x.size() * sizeof(T));
+  return words;
+}
+
+/// Takes the number of a case apart into choices.
+struct Choices {
+  int rest;
+  int operator()(int count) {
+    const int choice = rest % count;
+    rest /= count;
+    return choice;
+  }
+};
+
+/// Calls f(i, j) for the elements of a symmetric matrix that are stored, in their order.
+template <class F>
+void for_each_stored(int64_t storage, int64_t p, F f) {
+  for (int64_t i = 0; i < p; ++i) {
+    const int64_t end = storage == SS_MATRIX_LOWER_PACKED ? i + 1 : p;
+    for (int64_t j = storage == SS_MATRIX_UPPER_PACKED ? i : 0; j < end; ++j) f(i, j);
+  }
+}
+
+/// What a call returns for a field that is null.
+struct NullCheck {
+  int32_t status;
+  void* field;
+};
+
+/// Clears the fields from the last one on: each is reported before all that are null already.
+template <class Run>
+void expect_null_checks_in_order(const std::vector<NullCheck>& checks, Run run) {
+  for (size_t i = checks.size(); i-- > 0;) {
+    std::memset(checks[i].field, 0, sizeof(void*));
+    EXPECT_EQ(run(), checks[i].status) << i;
+  }
+}
 
 }  // namespace orv_test

@@ -8,51 +8,53 @@
 namespace orv_test {
 namespace {
 
-/// What a constructor sees: null where a pointer is not set.
-struct NewTaskCase {
-  const char* what;
-  const int64_t *p, *n, *layout;
-  bool data;
-  int32_t status;
-};
+/// A record of zeros, between its fields too.
+const SSTask empty = [] {
+  SSTask task;
+  std::memset(&task, 0, sizeof task);
+  return task;
+}();
 
-TEST(Task, ConstructorsCheckInOrder) {
+template <class T>
+class TaskTest : public testing::Test {};
+TYPED_TEST_SUITE(TaskTest, Precisions);
+
+TYPED_TEST(TaskTest, ConstructorsCheckInOrder) {
   static const int64_t one = 1, zero = 0, minus = -1, high = int64_t{1} << 32, rows = SS_ROWS,
                        both = SS_ROWS | SS_COLUMNS;
-  const NewTaskCase cases[] = {
-      {"no dimension", nullptr, nullptr, nullptr, true, SS_BAD_DIMENSION},
-      {"dimension 0", &zero, &one, &rows, true, SS_BAD_DIMENSION},
-      {"negative dimension", &minus, &one, &rows, true, SS_BAD_DIMENSION},
-      {"storage missing, count bad", &one, &zero, nullptr, true, SS_NULL_STORAGE},
-      {"storage unknown, count bad", &one, &zero, &both, true, SS_BAD_STORAGE},
-      {"count missing", &one, nullptr, &rows, true, SS_BAD_OBSERVATION_COUNT},
-      {"count 0", &one, &zero, &rows, true, SS_BAD_OBSERVATION_COUNT},
-      {"count negative", &one, &minus, &rows, true, SS_BAD_OBSERVATION_COUNT},
-      {"no data: nothing else is looked at", &one, nullptr, nullptr, false, SS_OK},
-      {"all good", &one, &one, &rows, true, SS_OK},
+  const TypeParam x = 0;
+  const struct {
+    const char* what;
+    const int64_t *p, *n, *layout;
+    const TypeParam* data;
+    int32_t status;
+  } cases[] = {
+      {"no dimension", nullptr, nullptr, nullptr, &x, SS_BAD_DIMENSION},
+      {"dimension 0", &zero, &one, &rows, &x, SS_BAD_DIMENSION},
+      {"negative dimension", &minus, &one, &rows, &x, SS_BAD_DIMENSION},
+      {"storage missing, count bad", &one, &zero, nullptr, &x, SS_NULL_STORAGE},
+      {"storage unknown, count bad", &one, &zero, &both, &x, SS_BAD_STORAGE},
+      {"count missing", &one, nullptr, &rows, &x, SS_BAD_OBSERVATION_COUNT},
+      {"count 0", &one, &zero, &rows, &x, SS_BAD_OBSERVATION_COUNT},
+      {"count negative", &one, &minus, &rows, &x, SS_BAD_OBSERVATION_COUNT},
+      {"no data: nothing else is looked at", &one, nullptr, nullptr, nullptr, SS_OK},
+      {"all good", &one, &one, &rows, &x, SS_OK},
   };
-  const double x = 0;
-  const float y = 0;
-  for (const NewTaskCase& c : cases) {
+  SSTask* task = nullptr;
+  const auto create = [&task](const auto& c, bool wide) {
+    return Entries<TypeParam>::new_task(&task, c.p, c.n, c.layout, c.data, nullptr, nullptr, wide);
+  };
+  for (const auto& c : cases) {
     for (const bool wide : {false, true}) {
-      SSTask* task = nullptr;
-      EXPECT_EQ(
-          __zokdSSNewTask(&task, c.p, c.n, c.layout, c.data ? &x : nullptr, nullptr, nullptr, wide),
-          c.status)
-          << c.what << (wide ? ", 64-bit" : ", 32-bit");
-      if (task != nullptr) __zokSSDeleteTask(&task);
-      EXPECT_EQ(
-          __zoksSSNewTask(&task, c.p, c.n, c.layout, c.data ? &y : nullptr, nullptr, nullptr, wide),
-          c.status)
-          << c.what;
+      EXPECT_EQ(create(c, wide), c.status) << c.what << (wide ? ", 64-bit" : ", 32-bit");
       if (task != nullptr) __zokSSDeleteTask(&task);
     }
   }
   // The width decides what is read: the low word alone is 0.
-  SSTask* task = nullptr;
-  EXPECT_EQ(__zokdSSNewTask(&task, &high, nullptr, nullptr, nullptr, nullptr, nullptr, 0),
-            SS_BAD_DIMENSION);
-  EXPECT_EQ(__zokdSSNewTask(&task, &high, nullptr, nullptr, nullptr, nullptr, nullptr, 1), SS_OK);
+  auto half = cases[8];
+  half.p = &high;
+  EXPECT_EQ(create(half, false), SS_BAD_DIMENSION);
+  EXPECT_EQ(create(half, true), SS_OK);
   EXPECT_EQ(reinterpret_cast<uintptr_t>(task) % 128, 0u);
   __zokSSDeleteTask(&task);
 }
@@ -62,8 +64,7 @@ TEST(Task, ConstructorsSetTheirFieldsOnly) {
   const double x[6] = {}, w[3] = {};
   SSTask* task = nullptr;
   ASSERT_EQ(__zokdSSNewTask(&task, &p, &n, &layout, x, w, mask, 0), SS_OK);
-  SSTask expected;
-  std::memset(&expected, 0, sizeof expected);
+  SSTask expected = empty;
   expected.creation_tag = 2;
   expected.is_double = 1;
   expected.dimension = &p;
@@ -98,76 +99,75 @@ struct ParameterCase {
   size_t offset;
   int32_t null_status;
 };
-#define FIELD(name) offsetof(SSTask, name)
+#define F(name) offsetof(SSTask, name)
 const ParameterCase parameter_cases[] = {
-    {1, 'i', FIELD(dimension), -4001},
-    {2, 'i', FIELD(observation_count), -4002},
-    {3, 'f', FIELD(observations), -4032},
-    {4, 'i', FIELD(observation_storage), -4044},
-    {5, 'i', FIELD(variable_mask), -4004},
-    {6, 'f', FIELD(weights), -4005},
-    {7, 'f', FIELD(mean), -4006},
-    {8, 'f', FIELD(raw_moment_2), -4007},
-    {9, 'f', FIELD(raw_moment_3), -4008},
-    {10, 'f', FIELD(raw_moment_4), -4009},
-    {11, 'f', FIELD(central_moment_2), -4010},
-    {12, 'f', FIELD(central_moment_3), -4011},
-    {13, 'f', FIELD(central_moment_4), -4012},
-    {14, 'f', FIELD(kurtosis), -4013},
-    {15, 'f', FIELD(skewness), -4014},
-    {16, 'f', FIELD(minimum), -4015},
-    {17, 'f', FIELD(maximum), -4016},
-    {18, 'f', FIELD(variation), -4017},
-    {19, 'f', FIELD(cov), -4018},
-    {20, 'i', FIELD(cov_storage), -4044},
-    {21, 'f', FIELD(cor), -4019},
-    {22, 'i', FIELD(cor_storage), -4044},
-    {23, 'f', FIELD(accumulated_weights), -4020},
-    {24, 'i', FIELD(quant_order_count), -4022},
-    {25, 'f', FIELD(quant_orders), -4021},
-    {26, 'f', FIELD(quantiles), -4023},
-    {27, 'f', FIELD(order_stats), -4024},
-    {28, 'i', FIELD(group_indices), -4038},
-    {29, 'i', FIELD(pooled_cov_storage), -4044},
-    {30, 'f', FIELD(pooled_mean), -4035},
-    {31, 'f', FIELD(pooled_cov), -4034},
-    {32, 'i', FIELD(group_output_indices), -4038},
-    {33, 'f', FIELD(group_means), -4037},
-    {34, 'i', FIELD(group_cov_storage), -4044},
-    {35, 'f', FIELD(group_cov), -4036},
-    {36, 'i', FIELD(robust_cov_storage), -4044},
-    {37, 'i', FIELD(robust_param_count), -4043},
-    {38, 'f', FIELD(robust_params), -4042},
-    {39, 'f', FIELD(robust_cov), -4028},
-    {40, 'f', FIELD(robust_mean), -4027},
-    {41, 'i', FIELD(outlier_param_count), -4040},
-    {42, 'f', FIELD(outlier_params), -4039},
-    {43, 'f', FIELD(outlier_weights), -4041},
-    {44, 'i', FIELD(order_stats_storage), -4044},
-    {45, 'i', FIELD(partial_index_array), -4045},
-    {46, 'f', FIELD(partial_cov), -4046},
-    {47, 'i', FIELD(partial_cov_storage), -4044},
-    {48, 'f', FIELD(partial_cor), -4047},
-    {49, 'i', FIELD(partial_cor_storage), -4044},
-    {50, 'i', FIELD(missing_param_count), -4049},
-    {51, 'f', FIELD(missing_params), -4048},
-    {52, 'i', FIELD(init_estimates_count), -4052},
-    {53, 'f', FIELD(init_estimates), -4053},
-    {54, 'i', FIELD(simulated_count), -4055},
-    {55, 'f', FIELD(simulated_values), -4054},
-    {56, 'i', FIELD(estimates_count), -4056},
-    {57, 'f', FIELD(estimates), -4057},
-    {58, 'i', FIELD(prior_count), -4061},
-    {59, 'f', FIELD(prior), -4062},
-    {60, 'f', FIELD(parametrized_cor), -4071},
-    {61, 'i', FIELD(parametrized_cor_storage), -4044},
-    {62, 'i', FIELD(stream_param_count), -4066},
-    {63, 'f', FIELD(stream_params), -4065},
-    {64, 'i', FIELD(stream_order_count), -4069},
-    {65, 'f', FIELD(stream_orders), -4068},
-    {66, 'f', FIELD(stream_quantiles), -4070},
+    {1, 'i', F(dimension), -4001},
+    {2, 'i', F(observation_count), -4002},
+    {3, 'f', F(observations), -4032},
+    {4, 'i', F(observation_storage), -4044},
+    {5, 'i', F(variable_mask), -4004},
+    {6, 'f', F(weights), -4005},
+    {7, 'f', F(mean), -4006},
+    {8, 'f', F(raw_moment_2), -4007},
+    {9, 'f', F(raw_moment_3), -4008},
+    {10, 'f', F(raw_moment_4), -4009},
+    {11, 'f', F(central_moment_2), -4010},
+    {12, 'f', F(central_moment_3), -4011},
+    {13, 'f', F(central_moment_4), -4012},
+    {14, 'f', F(kurtosis), -4013},
+    {15, 'f', F(skewness), -4014},
+    {16, 'f', F(minimum), -4015},
+    {17, 'f', F(maximum), -4016},
+    {18, 'f', F(variation), -4017},
+    {19, 'f', F(cov), -4018},
+    {20, 'i', F(cov_storage), -4044},
+    {21, 'f', F(cor), -4019},
+    {22, 'i', F(cor_storage), -4044},
+    {23, 'f', F(accumulated_weights), -4020},
+    {24, 'i', F(quant_order_count), -4022},
+    {25, 'f', F(quant_orders), -4021},
+    {26, 'f', F(quantiles), -4023},
+    {27, 'f', F(order_stats), -4024},
+    {28, 'i', F(group_indices), -4038},
+    {29, 'i', F(pooled_cov_storage), -4044},
+    {30, 'f', F(pooled_mean), -4035},
+    {31, 'f', F(pooled_cov), -4034},
+    {32, 'i', F(group_output_indices), -4038},
+    {33, 'f', F(group_means), -4037},
+    {34, 'i', F(group_cov_storage), -4044},
+    {35, 'f', F(group_cov), -4036},
+    {36, 'i', F(robust_cov_storage), -4044},
+    {37, 'i', F(robust_param_count), -4043},
+    {38, 'f', F(robust_params), -4042},
+    {39, 'f', F(robust_cov), -4028},
+    {40, 'f', F(robust_mean), -4027},
+    {41, 'i', F(outlier_param_count), -4040},
+    {42, 'f', F(outlier_params), -4039},
+    {43, 'f', F(outlier_weights), -4041},
+    {44, 'i', F(order_stats_storage), -4044},
+    {45, 'i', F(partial_index_array), -4045},
+    {46, 'f', F(partial_cov), -4046},
+    {47, 'i', F(partial_cov_storage), -4044},
+    {48, 'f', F(partial_cor), -4047},
+    {49, 'i', F(partial_cor_storage), -4044},
+    {50, 'i', F(missing_param_count), -4049},
+    {51, 'f', F(missing_params), -4048},
+    {52, 'i', F(init_estimates_count), -4052},
+    {53, 'f', F(init_estimates), -4053},
+    {54, 'i', F(simulated_count), -4055},
+    {55, 'f', F(simulated_values), -4054},
+    {56, 'i', F(estimates_count), -4056},
+    {57, 'f', F(estimates), -4057},
+    {58, 'i', F(prior_count), -4061},
+    {59, 'f', F(prior), -4062},
+    {60, 'f', F(parametrized_cor), -4071},
+    {61, 'i', F(parametrized_cor_storage), -4044},
+    {62, 'i', F(stream_param_count), -4066},
+    {63, 'f', F(stream_params), -4065},
+    {64, 'i', F(stream_order_count), -4069},
+    {65, 'f', F(stream_orders), -4068},
+    {66, 'f', F(stream_quantiles), -4070},
 };
-#undef FIELD
 
 using Bytes = std::vector<unsigned char>;
 Bytes bytes_of(const SSTask& task) {
@@ -182,73 +182,60 @@ Bytes with_field(Bytes record, size_t offset, const void* address) {
 }
 
 TEST(Task, EditorsSetTheFieldOfTheirParameter) {
-  const double d = 0;
-  const auto* s = reinterpret_cast<const float*>(&d);
-  SSTask empty;
-  std::memset(&empty, 0, sizeof empty);
-  for (const ParameterCase& c : parameter_cases) {
-    SCOPED_TRACE(c.number);
-    const bool integers = c.editor == 'i';
-    const Bytes before = bytes_of(empty), after = with_field(before, c.offset, &d);
-    SSTask by_d = empty, by_s = empty, by_i = empty;
-    EXPECT_EQ(__zokdSSEditTask(&by_d, c.number, nullptr), integers ? -3 : c.null_status);
-    EXPECT_EQ(__zoksSSEditTask(&by_s, c.number, nullptr), integers ? -3 : c.null_status);
-    EXPECT_EQ(__zokiSSEditTask(&by_i, c.number, nullptr), integers ? c.null_status : -3);
-    EXPECT_EQ(__zokdSSEditTask(&by_d, c.number, &d), integers ? -3 : 0);
-    EXPECT_EQ(__zoksSSEditTask(&by_s, c.number, s), integers ? -3 : 0);
-    EXPECT_EQ(__zokiSSEditTask(&by_i, c.number, &d), integers ? 0 : -3);
-    EXPECT_EQ(bytes_of(by_d), integers ? before : after);
-    EXPECT_EQ(bytes_of(by_s), integers ? before : after);
-    EXPECT_EQ(bytes_of(by_i), integers ? after : before);
-    // A null array leaves the field as it is.
-    (integers ? __zokiSSEditTask(&by_i, c.number, nullptr)
-              : __zokdSSEditTask(&by_d, c.number, nullptr));
-    EXPECT_EQ(bytes_of(integers ? by_i : by_d), after);
-  }
-  for (const int64_t unknown : {int64_t{0}, int64_t{67}, int64_t{-1}, (int64_t{1} << 32) + 7}) {
-    EXPECT_EQ(__zokdSSEditTask(&empty, unknown, &d), -3) << unknown;
-    EXPECT_EQ(__zoksSSEditTask(&empty, unknown, s), -3) << unknown;
-    EXPECT_EQ(__zokiSSEditTask(&empty, unknown, &d), -3) << unknown;
-  }
-  EXPECT_EQ(__zokdSSEditTask(nullptr, 67, nullptr), SS_NULL_TASK);
-  EXPECT_EQ(__zoksSSEditTask(nullptr, 7, nullptr), SS_NULL_TASK);
-  EXPECT_EQ(__zokiSSEditTask(nullptr, 1, nullptr), SS_NULL_TASK);
+  const double place = 0;
+  const auto check = [&]<class Array>(char kind, int32_t (*edit)(SSTask*, int64_t, const Array*)) {
+    const auto* array = reinterpret_cast<const Array*>(&place);
+    SSTask task = empty;
+    for (const int64_t unknown : {int64_t{0}, int64_t{67}, int64_t{-1}, (int64_t{1} << 32) + 7}) {
+      EXPECT_EQ(edit(&task, unknown, array), -3) << unknown;
+    }
+    EXPECT_EQ(edit(nullptr, 67, nullptr), SS_NULL_TASK);
+    for (const auto& [number, editor, offset, null_status] : parameter_cases) {
+      SCOPED_TRACE(testing::Message() << kind << number);
+      const bool takes_it = editor == kind;
+      task = empty;
+      EXPECT_EQ(edit(&task, number, nullptr), takes_it ? null_status : -3);
+      EXPECT_EQ(bytes_of(task), bytes_of(empty));
+      EXPECT_EQ(edit(&task, number, array), takes_it ? 0 : -3);
+      edit(&task, number, nullptr);  // leaves the field as it is
+      EXPECT_EQ(bytes_of(task), with_field(bytes_of(empty), offset, takes_it ? array : nullptr));
+    }
+  };
+  check('f', __zokdSSEditTask);
+  check('f', __zoksSSEditTask);
+  check('i', __zokiSSEditTask);
 }
 
-/// Calls a grouped editor with the addresses `at`, `at` + 1, ...; or with null for all.
+/// A grouped editor sets these fields, in the order of its arguments, and leaves alone those for
+/// which it gets null.
 template <class... Args>
-int32_t call(int32_t (*editor)(SSTask*, Args*...), SSTask* task, char* at) {
-  const auto next = [&]() -> void* { return at == nullptr ? nullptr : at++; };
-  const std::tuple<Args*...> arguments{static_cast<Args*>(next())...};  // in this order
-  return std::apply([&](Args*... a) { return editor(task, a...); }, arguments);
-}
-
-/// Both twins of a grouped editor set these fields, in the order of their arguments.
-template <class D, class S>
-void expect_group(const char* name, D by_d, S by_s, std::initializer_list<size_t> offsets) {
-  SCOPED_TRACE(name);
+void expect_sets(int32_t (*editor)(SSTask*, Args*...), std::initializer_list<size_t> offsets) {
   static char places[16];
-  SSTask empty;
-  std::memset(&empty, 0, sizeof empty);
   Bytes expected = bytes_of(empty);
   char* place = places;
   for (const size_t offset : offsets) expected = with_field(expected, offset, place++);
-  SSTask d = empty, s = empty;
-  EXPECT_EQ(call(by_d, &d, nullptr), SS_OK);
-  EXPECT_EQ(bytes_of(d), bytes_of(empty));
-  EXPECT_EQ(call(by_d, &d, places), SS_OK);
-  EXPECT_EQ(call(by_s, &s, places), SS_OK);
-  EXPECT_EQ(bytes_of(d), expected);
-  EXPECT_EQ(bytes_of(s), expected);
-  EXPECT_EQ(call(by_d, &d, nullptr), SS_OK);
-  EXPECT_EQ(bytes_of(d), expected);
-  EXPECT_EQ(call(by_d, nullptr, places), SS_NULL_TASK);
-  EXPECT_EQ(call(by_s, nullptr, nullptr), SS_NULL_TASK);
+  place = places;
+  const auto next = [&]() -> void* { return place++; };
+  const std::tuple<Args*...> arguments{static_cast<Args*>(next())...};  // in this order
+  SSTask task = empty;
+  EXPECT_EQ(editor(&task, static_cast<Args*>(nullptr)...), SS_OK);
+  EXPECT_EQ(bytes_of(task), bytes_of(empty));
+  EXPECT_EQ(std::apply(editor, std::tuple_cat(std::tuple(&task), arguments)), SS_OK);
+  EXPECT_EQ(bytes_of(task), expected);
+  EXPECT_EQ(editor(&task, static_cast<Args*>(nullptr)...), SS_OK);
+  EXPECT_EQ(bytes_of(task), expected);
+  EXPECT_EQ(editor(nullptr, static_cast<Args*>(nullptr)...), SS_NULL_TASK);
+}
+
+template <class D, class S>
+void expect_group(const char* name, D by_d, S by_s, std::initializer_list<size_t> offsets) {
+  SCOPED_TRACE(name);
+  expect_sets(by_d, offsets);
+  expect_sets(by_s, offsets);
 }
 
 TEST(Task, GroupedEditorsSetWhatIsGiven) {
 #define GROUP(name) #name, __zokdSS##name, __zoksSS##name
-#define F(name) offsetof(SSTask, name)
   expect_group(GROUP(EditMoments), {F(mean), F(raw_moment_2), F(raw_moment_3), F(raw_moment_4),
                                     F(central_moment_2), F(central_moment_3), F(central_moment_4)});
   expect_group(GROUP(EditCovCor), {F(mean), F(cov), F(cov_storage), F(cor), F(cor_storage)});
