@@ -6,7 +6,6 @@
 // "ours/covariance_one_pass" by updates. Results are checked against plain loops first, and a
 // contender that fails is not timed.
 #include <benchmark/benchmark.h>
-#include <orv/sort.h>
 #include <orv/ss.h>
 #include <orv/threads.h>
 #include <stdio.h>
@@ -97,26 +96,19 @@ LazyTruth lazy_truth(const Table<T>& t) {
 
 template <class T>
 struct Entries;
-template <>
-struct Entries<double> {
-  static constexpr auto new_task = __zokdSSNewTask;
-  static constexpr auto edit = __zokdSSEditTask;
-  static constexpr auto basic = _zokdSSBasic;
-  static constexpr auto minmax = _zokdSSMinmax;
-  static constexpr auto pooled = _zokdSSPooledCovariance;
-  static constexpr auto quantiles = _zokdSSQuantiles;
-  static constexpr auto radix = p8_tebsSortRadixAscend_64f_I;
-};
-template <>
-struct Entries<float> {
-  static constexpr auto new_task = __zoksSSNewTask;
-  static constexpr auto edit = __zoksSSEditTask;
-  static constexpr auto basic = _zoksSSBasic;
-  static constexpr auto minmax = _zoksSSMinmax;
-  static constexpr auto pooled = _zoksSSPooledCovariance;
-  static constexpr auto quantiles = _zoksSSQuantiles;
-  static constexpr auto radix = p8_tebsSortRadixAscend_32f_I;
-};
+#define ORV_ENTRIES(T, t)                                       \
+  template <>                                                   \
+  struct Entries<T> {                                           \
+    static constexpr auto new_task = __zok##t##SSNewTask;       \
+    static constexpr auto edit = __zok##t##SSEditTask;          \
+    static constexpr auto basic = _zok##t##SSBasic;             \
+    static constexpr auto minmax = _zok##t##SSMinmax;           \
+    static constexpr auto pooled = _zok##t##SSPooledCovariance; \
+    static constexpr auto quantiles = _zok##t##SSQuantiles;     \
+  };
+ORV_ENTRIES(double, d)
+ORV_ENTRIES(float, s)
+#undef ORV_ENTRIES
 
 /// A result, and what it must be.
 struct Result {
@@ -292,21 +284,6 @@ void add_table(int32_t p, bool rows) {
   }
 }
 
-/// The sorter itself, on a copy as its peer has one.
-template <class T>
-void add_radix_sort() {
-  const Table<T> table{numbers<T>(), 1, one_column, false};
-  const LazyTruth truth = lazy_truth(table);
-  const auto x = std::make_shared<std::vector<T>>(one_column);
-  const auto work = std::make_shared<std::vector<T>>(one_column);
-  const auto run = [=] {
-    memcpy(x->data(), table.x, one_column * sizeof(T));
-    Entries<T>::radix(x->data(), work->data(), one_column);
-  };
-  add({"ours/radix_sort", run, [=] { return near(x->data(), truth().sorted); }},
-      std::string(sizeof(T) == 8 ? "/d" : "/s") + "/columns/1/1", one_column);
-}
-
 void add_all() {
   for (const std::string& name : missing_statistics_peers()) {
     fprintf(stderr, "left out, not installed for this word size: %s\n", name.c_str());
@@ -319,8 +296,6 @@ void add_all() {
   }
   add_table<double>(1, false);
   add_table<float>(1, false);
-  add_radix_sort<double>();
-  add_radix_sort<float>();
 }
 
 }  // namespace

@@ -49,7 +49,7 @@ struct Job {
 };
 
 /// The job that this thread is inside of. A pointer fits into the room that every program keeps for
-/// libraries that are loaded later; elsewhere leak checkers would not find it.
+/// libraries that are loaded later; placed elsewhere, LeakSanitizer crashed on it.
 [[gnu::tls_model("initial-exec")]] thread_local Job* current = nullptr;
 
 void Job::work(int32_t thread) {

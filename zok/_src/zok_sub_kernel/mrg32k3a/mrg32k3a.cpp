@@ -154,9 +154,16 @@ using namespace orv;
 int32_t __zokBRngMRG32K3AInitStream(int32_t method, StreamState* stream, int32_t n,
                                     const uint32_t* params) {
   auto& state = state_of<State>(stream);
-  if (method == leapfrog_stream) return refuse_method(method);
-  return begin_stream(
-      method, [&] { initialise(state, n, params); }, [] {}, [&] { skip_ahead(state, params); });
+  switch (method) {
+    case seed_stream:
+      initialise(state, n, params);
+      return RNG_OK;
+    case skip_ahead_stream:
+      skip_ahead(state, params);
+      return RNG_OK;
+    default:
+      return refuse_method(method);
+  }
 }
 
 int32_t __zoksBRngMRG32K3A(StreamState* stream, int32_t n, float* r, float a, float b) {
