@@ -39,17 +39,19 @@ CsvReader::~CsvReader() {
   close(file_);
 }
 
-/// What comes next, or nothing at the end.
+/// What comes next, or nothing at the end. A pipe may bring less than the byte order mark at once.
 std::string_view CsvReader::read_some() {
+  constexpr std::string_view mark = "\xEF\xBB\xBF";
   const bool at_start = bytes_ == 0;
-  ssize_t size;
-  do {
-    size = read(file_, buffer_.data(), buffer_.size());
-  } while (size < 0 && errno == EINTR);
-  if (size < 0) throw_unreadable(name_);
-  bytes_ += size;
-  std::string_view text(buffer_.data(), static_cast<size_t>(size));
-  if (at_start && text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);  // byte order mark
+  size_t size = 0;
+  for (ssize_t got = 1; got != 0 && size < (at_start ? mark.size() : 1);) {
+    got = read(file_, buffer_.data() + size, buffer_.size() - size);
+    if (got < 0 && errno != EINTR) throw_unreadable(name_);
+    if (got > 0) size += static_cast<size_t>(got);
+  }
+  bytes_ += static_cast<int64_t>(size);
+  std::string_view text(buffer_.data(), size);
+  if (at_start && text.starts_with(mark)) text.remove_prefix(mark.size());
   return text;
 }
 
