@@ -6,6 +6,7 @@
 #include <sleef.h>
 #include <string.h>
 
+#include <cmath>
 #include <functional>
 
 #ifdef __x86_64__
@@ -48,6 +49,24 @@ void vectors(int32_t n, const T* a, T* r) {
   for (int32_t k = 0; i + k < n; ++k) r[i + k] = rest[k];
 }
 
+/// Sine and cosine by one call of a library.
+template <class T, class V, auto f>
+void sines_and_cosines(int32_t n, const T* a, T* r) {
+  constexpr int32_t lanes = sizeof(V) / sizeof(T);
+  for (int32_t i = 0; i < n; i += lanes) {
+    T x[lanes], sine[lanes], cosine[lanes];
+    for (int32_t k = 0; k < lanes; ++k) x[k] = a[i + k < n ? i + k : i];
+    V v;
+    memcpy(&v, x, sizeof v);
+    const auto both = f(v);
+    memcpy(sine, &both.x, sizeof sine);
+    memcpy(cosine, &both.y, sizeof cosine);
+    for (int32_t k = 0; k < lanes && i + k < n; ++k) {
+      r[2 * (i + k)] = cosine[k], r[2 * (i + k) + 1] = sine[k];
+    }
+  }
+}
+
 // ---- Loops as an application would write them --------------------------------------------------
 
 template <class T, class Op>
@@ -58,10 +77,28 @@ template <class T, class Op>
 void binary_loop(int32_t n, const T* a, const T* b, T* r) {
   for (int32_t i = 0; i < n; ++i) r[i] = Op()(a[i], b[i]);
 }
+template <class T>
+void modf_loop(int32_t n, const T* a, T* whole, T* rest) {
+  for (int32_t i = 0; i < n; ++i) rest[i] = std::modf(a[i], whole + i);
+}
+template <class T, class C>
+void cis_loop(int32_t n, const T* a, C* r) {
+  for (int32_t i = 0; i < n; ++i) r[i] = {std::cos(a[i]), std::sin(a[i])};
+}
+template <class T>
+void pack_loop(int64_t n, const T* a, int64_t incr, T* y, int32_t) {
+  for (int64_t i = 0; i < n; ++i) y[i] = a[i * incr];
+}
+template <class T>
+void unpack_loop(int64_t n, const T* a, T* y, int64_t incr, int32_t) {
+  for (int64_t i = 0; i < n; ++i) y[i * incr] = a[i];
+}
 
 struct Absolute {
-  float operator()(float x) const { return fabsf(x); }
-  double operator()(double x) const { return fabs(x); }
+  template <class T>
+  T operator()(T x) const {
+    return std::fabs(x);
+  }
 };
 struct Square {
   template <class T>
@@ -75,80 +112,93 @@ struct Conjugate {
     return {x.re, -x.im};
   }
 };
+struct ComplexSum {
+  template <class T>
+  T operator()(T x, T y) const {
+    return {x.re + y.re, x.im + y.im};
+  }
+};
+struct ComplexProduct {
+  template <class T>
+  T operator()(T x, T y) const {
+    return {x.re * y.re - x.im * y.im, x.re * y.im + x.im * y.re};
+  }
+};
 
-template <class T>
-std::vector<Function<T>> arithmetic() {
+template <class F>
+std::vector<Contender> loop(F* f) {
+  return {{"loop", orv_call::of(f)}};
+}
+
+/// Arithmetic and moves of real numbers T, and of complex ones C of them.
+template <class T, class C>
+std::vector<Function> arithmetic(char real, char complex) {
   return {
-      {"Abs", -10, 10, {{"loop", unary_loop<T, Absolute>}}},
-      {"Sqr", -10, 10, {{"loop", unary_loop<T, Square>}}},
-      {"Add", -10, 10, {{"loop", nullptr, binary_loop<T, std::plus<T>>}}},
-      {"Sub", -10, 10, {{"loop", nullptr, binary_loop<T, std::minus<T>>}}},
-      {"Mul", -10, 10, {{"loop", nullptr, binary_loop<T, std::multiplies<T>>}}},
+      {real, "Abs", -10, 10, loop(unary_loop<T, Absolute>)},
+      {real, "Sqr", -10, 10, loop(unary_loop<T, Square>)},
+      {real, "Add", -10, 10, loop(binary_loop<T, std::plus<T>>)},
+      {real, "Sub", -10, 10, loop(binary_loop<T, std::minus<T>>)},
+      {real, "Mul", -10, 10, loop(binary_loop<T, std::multiplies<T>>)},
+      {real, "Div", -10, 10, loop(binary_loop<T, std::divides<T>>)},
+      {real, "Modf", -1000, 1000, loop(modf_loop<T>)},
+      {real, "PackI", -10, 10, loop(pack_loop<T>)},
+      {real, "UnpackI", -10, 10, loop(unpack_loop<T>)},
+      {complex, "Conj", -10, 10, loop(unary_loop<C, Conjugate>)},
+      {complex, "Add", -10, 10, loop(binary_loop<C, ComplexSum>)},
+      {complex, "Mul", -10, 10, loop(binary_loop<C, ComplexProduct>)},
   };
 }
 
 // ---- Rows of functions that other libraries have -----------------------------------------------
 
 // clang-format off
-#define SCALAR_d(name) {"libm", scalar<double, name>}
-#define SCALAR_s(name) {"libm", scalar<float, name##f>}
-#define SLEEF_d(name, u) {"sleef_" #u, vectors<double, __m256d, Sleef_##name##d4_##u##avx>}
-#define SLEEF_s(name, u) {"sleef_" #u, vectors<float, __m256, Sleef_##name##f8_##u##avx>}
+#define SCALAR_d(name) {"libm", orv_call::of(scalar<double, name>)}
+#define SCALAR_s(name) {"libm", orv_call::of(scalar<float, name##f>)}
+#define SLEEF_d(name, u) {"sleef_" #u, orv_call::of(vectors<double, __m256d, Sleef_##name##d4_##u##avx>)}
+#define SLEEF_s(name, u) {"sleef_" #u, orv_call::of(vectors<float, __m256, Sleef_##name##f8_##u##avx>)}
 #ifdef __x86_64__
-#define LIBMVEC_d(name) , {"libmvec", vectors<double, __m256d, _ZGVcN4v_##name>}
-#define LIBMVEC_s(name) , {"libmvec", vectors<float, __m256, _ZGVcN8v_##name##f>}
+#define LIBMVEC_d(name) , {"libmvec", orv_call::of(vectors<double, __m256d, _ZGVcN4v_##name>)}
+#define LIBMVEC_s(name) , {"libmvec", orv_call::of(vectors<float, __m256, _ZGVcN8v_##name##f>)}
 #else
 #define LIBMVEC_d(name)
 #define LIBMVEC_s(name)
 #endif
 #define PEERS(t, name) SCALAR_##t(name), SLEEF_##t(name, u10) LIBMVEC_##t(name)
 
-#define TRANSCENDENTAL(t)                                   \
-  {"Exp", -30, 30, {PEERS(t, exp)}},                        \
-  {"Expm1", -5, 5, {PEERS(t, expm1)}},                      \
-  {"Ln", 0.01, 100, {PEERS(t, log), SLEEF_##t(log, u35)}},  \
-  {"Log10", 0.01, 100, {PEERS(t, log10)}},                  \
-  {"Log1p", -0.9, 10, {PEERS(t, log1p)}}
+const Function transcendental[] = {
+#define FUNCTIONS(t)                                              \
+  {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                       \
+  {#t[0], "Expm1", -5, 5, {PEERS(t, expm1)}},                     \
+  {#t[0], "Ln", 0.01, 100, {PEERS(t, log), SLEEF_##t(log, u35)}}, \
+  {#t[0], "Log10", 0.01, 100, {PEERS(t, log10)}},                 \
+  {#t[0], "Log1p", -0.9, 10, {PEERS(t, log1p)}},
+  FUNCTIONS(s) FUNCTIONS(d)
+  {'c', "CIS", -100, 100,
+   {{"libm", orv_call::of(cis_loop<float, QemComplexFloat>)},
+    {"sleef_u10", orv_call::of(sines_and_cosines<float, __m256, Sleef_sincosf8_u10avx>)}}},
+  {'z', "CIS", -100, 100,
+   {{"libm", orv_call::of(cis_loop<double, QemComplexDouble>)},
+    {"sleef_u10", orv_call::of(sines_and_cosines<double, __m256d, Sleef_sincosd4_u10avx>)}}},
+};
 // clang-format on
 
-template <class T>
-std::vector<Function<T>> rows();
-
-template <>
-std::vector<Function<float>> rows() {
-  std::vector<Function<float>> all = {TRANSCENDENTAL(s)};
-  for (auto& row : arithmetic<float>()) all.push_back(row);
-  return all;
-}
-template <>
-std::vector<Function<double>> rows() {
-  std::vector<Function<double>> all = {TRANSCENDENTAL(d)};
-  for (auto& row : arithmetic<double>()) all.push_back(row);
-  return all;
-}
-template <>
-std::vector<Function<QemComplexFloat>> rows() {
-  return {{"Conj", -10, 10, {{"loop", unary_loop<QemComplexFloat, Conjugate>}}}};
-}
-template <>
-std::vector<Function<QemComplexDouble>> rows() {
-  return {{"Conj", -10, 10, {{"loop", unary_loop<QemComplexDouble, Conjugate>}}}};
+const std::vector<Function>& all_functions() {
+  static const auto list = [] {
+    std::vector<Function> all(std::begin(transcendental), std::end(transcendental));
+    for (auto& row : arithmetic<float, QemComplexFloat>('s', 'c')) all.push_back(row);
+    for (auto& row : arithmetic<double, QemComplexDouble>('d', 'z')) all.push_back(row);
+    return all;
+  }();
+  return list;
 }
 
 }  // namespace
 
-template <class T>
-const Function<T>* find_function(const std::string& name) {
-  static const std::vector<Function<T>> all = rows<T>();
-  for (const Function<T>& row : all) {
-    if (row.name == name) return &row;
+const Function* find_function(char type, const std::string& name) {
+  for (const Function& row : all_functions()) {
+    if (row.type == type && row.name == name) return &row;
   }
   return nullptr;
 }
-
-template const Function<float>* find_function(const std::string&);
-template const Function<double>* find_function(const std::string&);
-template const Function<QemComplexFloat>* find_function(const std::string&);
-template const Function<QemComplexDouble>* find_function(const std::string&);
 
 }  // namespace orv_bench

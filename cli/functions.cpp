@@ -14,13 +14,11 @@ namespace orv_cli {
 namespace {
 
 template <class Kernel>
-std::array<Function::Kernel, 3> table_of(const Kernel (&table)[3]) {
-  return {reinterpret_cast<Function::Kernel>(table[LA]),
-          reinterpret_cast<Function::Kernel>(table[HA]),
-          reinterpret_cast<Function::Kernel>(table[EP])};
+std::array<orv_call::Kernel, 3> table_of(const Kernel (&table)[3]) {
+  return {orv_call::of(table[LA]), orv_call::of(table[HA]), orv_call::of(table[EP])};
 }
 
-#define ORV_ROW(t, F, shape, ready, table, la, ha, ep, cost_la, cost_ha, cost_ep) \
+#define ORV_ROW(t, F, shape, ready, table, la, ha, ep, cost_la, cost_ha, cost_ep, frames) \
   {#t[0], #F, #shape, ready, {#la, #ha, #ep}, {cost_la, cost_ha, cost_ep}, table},
 #define ORV_READY(t, F, shape, ...) \
   ORV_ROW(t, F, shape, true, table_of(orv_qem_kernel_##t##F##_ttab), __VA_ARGS__)
@@ -29,7 +27,7 @@ const Function all_functions[] = {
 #include "qem/_bt_gen_ia32/functions.def"
 };
 
-#define ORV_DESCRIPTION(F, computes, status_codes) {#F, computes, status_codes},
+#define ORV_DESCRIPTION(types, F, computes, status_codes) {#types, #F, computes, status_codes},
 constexpr Description descriptions[] = {
 #include "qem/_bt_gen_ia32/descriptions.def"
 };
@@ -122,8 +120,10 @@ const Function& find_ready_function(std::string_view text, char type) {
   return **chosen;
 }
 
-const Description* description(std::string_view name) {
-  const auto* found = std::ranges::find(descriptions, name, &Description::name);
+const Description* description(const Function& f) {
+  const auto* found = std::ranges::find_if(descriptions, [&](const Description& d) {
+    return d.name == f.name && d.types.find(f.type) != d.types.npos;
+  });
   return found == std::end(descriptions) ? nullptr : found;
 }
 

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "qem/_bt_gen_ia32/call.hpp"
+
 namespace orv_cli {
 
 /// Slots of a function's tables.
@@ -16,22 +18,20 @@ inline constexpr std::array levels = {LA, HA, EP};
 inline constexpr std::array<std::string_view, 3> level_names = {"LA", "HA", "EP"};
 
 struct Function {
-  using Kernel = void (*)();
-
   char type;  // s, d, c, z
   std::string_view name;
   std::string_view shape;  // "Unary", ...: the arguments of a kernel
   bool ready;
   std::array<std::string_view, 3> kernels;
   std::array<float, 3> costs;
-  std::array<Kernel, 3> table;  // orv_qem_kernel_<t><F>_ttab; empty unless ready
+  std::array<orv_call::Kernel, 3> table;  // orv_qem_kernel_<t><F>_ttab; empty unless ready
 
   std::string full_name() const { return type + std::string(name); }  // "dExp"
   bool is_complex() const { return type == 'c' || type == 'z'; }
 };
 
 struct Description {
-  std::string_view name, computes, status_codes;
+  std::string_view types, name, computes, status_codes;
 };
 
 std::span<const Function> functions();
@@ -43,7 +43,7 @@ std::vector<const Function*> find_functions(std::string_view text);
 /// The ready one of them with the given type; 0 takes d or z, else the first.
 const Function& find_ready_function(std::string_view text, char type);
 
-const Description* description(std::string_view name);
+const Description* description(const Function& function);
 
 /// Largest error in ulp that is recorded for a level.
 std::optional<double> recorded_error(const Function& function, Level level);

@@ -52,7 +52,7 @@ Costs are relative, for an element. Errors are the largest recorded, in units in
 
 void print_details(const Function& f) {
   fmt::print("{}", f.full_name());
-  if (const Description* d = description(f.name)) {
+  if (const Description* d = description(f)) {
     fmt::print(": {}\n  status codes     {}\n", d->computes, d->status_codes);
   } else {
     fmt::print("\n");

@@ -10,7 +10,6 @@
 #include <cstdlib>
 #include <iterator>
 #include <memory>
-#include <type_traits>
 
 #include "columns.hpp"
 #include "commands.hpp"
@@ -34,13 +33,10 @@ struct Options {
 constexpr int32_t chunk_size = 1 << 15;
 
 template <class T>
-using Complex = std::conditional_t<std::is_same_v<T, float>, QemComplexFloat, QemComplexDouble>;
-
-template <class T>
 struct Chunk {
-  std::vector<T> a, b, r;      // complex: real and imaginary parts in turn
-  std::vector<int64_t> lines;  // of each element
-  int64_t start = 0;           // its first element's place among all
+  std::vector<T> in[2], out[2];  // complex: real and imaginary parts in turn
+  std::vector<int64_t> lines;    // of each element
+  int64_t start = 0;             // its first element's place among all
 
   int32_t size() const { return static_cast<int32_t>(lines.size()); }
 };
@@ -49,11 +45,6 @@ struct Chunk {
 template <class T>
 std::string text_of(T value) {
   return std::isnan(value) ? "nan" : fmt::format("{}", value);
-}
-
-template <class T>
-std::string text_of(T re, T im) {
-  return text_of(re) + "," + text_of(im);
 }
 
 // ---- Mode ---------------------------------------------------------------------------------------
@@ -108,12 +99,12 @@ size_t local_index(int32_t index) {
 
 int32_t list_error(QemErrorContext* record) {
   const Function& f = *reporting.function;
-  const bool single = f.type == 's' || f.type == 'c';
-  const auto show = [&](double re, double im) {
-    if (f.is_complex()) {
-      return single ? text_of(static_cast<float>(re), static_cast<float>(im)) : text_of(re, im);
-    }
-    return single ? text_of(static_cast<float>(re)) : text_of(re);
+  const orv_call::Signature& signature = f.table[LA].signature;
+  const auto show = [&](int parts, double re, double im) {
+    const auto text = [&](double x) {
+      return signature.is_float ? text_of(static_cast<float>(x)) : text_of(x);
+    };
+    return parts == 2 ? text(re) + "," + text(im) : text(re);
   };
   const size_t local = local_index(record->index);
   // func_name goes by reference to a packed record: take it as a plain address
@@ -121,7 +112,8 @@ int32_t list_error(QemErrorContext* record) {
   const std::string line = fmt::format(
       "{}: code {} ({}), index {}, line {}, argument {}, result {}\n", name, record->code,
       word_of(record->code), reporting.start + local, (*reporting.lines)[local],
-      show(record->arg1, record->arg1_im), show(record->res1, record->res1_im));
+      show(signature.input_parts, record->arg1, record->arg1_im),
+      show(signature.result_parts, record->res1, record->res1_im));
   std::fputs(line.c_str(), stderr);
   return 0;  // the other routes of the mode word run, too
 }
@@ -139,80 +131,79 @@ void note_status() {
 
 // ---- The run ------------------------------------------------------------------------------------
 
-template <class... Args>
-void call(Function::Kernel kernel, int32_t n, Args... vectors) {
-  reinterpret_cast<void (*)(int32_t, Args...)>(kernel)(n, vectors...);
-}
-
 template <class T>
-void apply(const Function& f, int32_t slot, Chunk<T>& chunk) {
-  using C = Complex<T>;
-  const T* a = chunk.a.data();
-  chunk.r.resize(chunk.a.size());
-  T* r = chunk.r.data();
-  const int32_t n = chunk.size();
+void apply(const orv_call::Kernel& kernel, Chunk<T>& chunk) {
+  const orv_call::Signature& signature = kernel.signature;
+  for (int j = 0; j < signature.results; ++j) {
+    chunk.out[j].resize(static_cast<size_t>(chunk.size()) * signature.result_parts);
+  }
+  const T* a = chunk.in[0].data();
   // The library counts from this base. It is an address to compare with, never read.
-  const uintptr_t before =
-      static_cast<uintptr_t>(chunk.start) * (f.is_complex() ? 2 : 1) * sizeof(T);
+  const uintptr_t before = static_cast<uintptr_t>(chunk.start) * signature.input_parts * sizeof(T);
   orv_qem_kernel_SetInterfInputVectorPointer(
       reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(a) - before));
-  if (f.is_complex()) {
-    call(f.table[slot], n, reinterpret_cast<const C*>(a), reinterpret_cast<C*>(r));
-  } else if (f.shape == "Binary") {
-    call(f.table[slot], n, a, static_cast<const T*>(chunk.b.data()), r);
-  } else {
-    call(f.table[slot], n, a, r);
-  }
+  kernel({.n = chunk.size(),
+          .inputs = {a, chunk.in[1].data()},
+          .results = {chunk.out[0].data(), chunk.out[1].data()}});
   orv_qem_kernel_SetInterfInputVectorPointer(nullptr);
 }
 
 /// Fills the chunk behind the one before; false if nothing is left.
 template <class T>
-bool read(ColumnReader& reader, bool interleave, Chunk<T>& chunk) {
+bool read(ColumnReader& reader, const orv_call::Signature& signature, Chunk<T>& chunk) {
   chunk.start += chunk.size();
-  chunk.a.clear(), chunk.b.clear(), chunk.lines.clear();
+  chunk.in[0].clear(), chunk.in[1].clear(), chunk.lines.clear();
   for (std::vector<Cell> cells; chunk.size() < chunk_size && reader.next(cells);) {
     chunk.lines.push_back(cells[0].line);
-    chunk.a.push_back(reader.number<T>(cells[0]));
-    if (cells.size() > 1) (interleave ? chunk.a : chunk.b).push_back(reader.number<T>(cells[1]));
+    chunk.in[0].push_back(reader.number<T>(cells[0]));
+    if (cells.size() > 1) chunk.in[signature.inputs - 1].push_back(reader.number<T>(cells[1]));
   }
   return chunk.size() > 0;
 }
 
+/// A line for each element, with the parts of its results.
 template <class T>
-void print(const std::vector<T>& r, bool interleaved) {
+void print(const Chunk<T>& chunk, const orv_call::Signature& signature) {
   fmt::memory_buffer text;
   const auto out = std::back_inserter(text);
-  for (size_t i = 0; i < r.size(); i += interleaved ? 2 : 1) {
-    fmt::format_to(out, "{}\n", interleaved ? text_of(r[i], r[i + 1]) : text_of(r[i]));
+  const size_t parts = signature.result_parts;
+  for (size_t i = 0; i < chunk.lines.size(); ++i) {
+    for (int j = 0; j < signature.results; ++j) {
+      for (size_t part = 0; part < parts; ++part) {
+        const bool last = j == signature.results - 1 && part == parts - 1;
+        fmt::format_to(out, "{}{}", text_of(chunk.out[j][i * parts + part]), last ? '\n' : ',');
+      }
+    }
   }
   write(text.data(), text.size());
 }
 
 template <class T>
 void run(const Function& f, int32_t slot, ColumnReader& reader) {
-  const bool complex = f.is_complex();
+  const orv_call::Kernel& kernel = f.table[slot];
   Progress progress(reader.file().bytes_in_all());
   Chunk<T> chunk;
-  while (read(reader, complex, chunk)) {
+  while (read(reader, kernel.signature, chunk)) {
     reporting = {&f, chunk.start, &chunk.lines};
-    apply(f, slot, chunk);
-    print(chunk.r, complex);
+    apply(kernel, chunk);
+    print(chunk, kernel.signature);
     progress.update(reader.file().bytes_read());
   }
 }
 
 /// The columns that the function's arguments are taken from; none means a list.
 std::vector<std::string> argument_columns(const Function& f, const Options& options) {
-  const bool binary = f.shape == "Binary" && !f.is_complex();
-  if (f.shape != "Unary" && !binary) {
-    throw Error("{} takes {} arguments; orv math applies unary functions and real binary ones",
-                f.full_name(), f.shape);
+  const orv_call::Signature& signature = f.table[LA].signature;
+  const int columns = signature.inputs * signature.input_parts;
+  if (columns > 2 || signature.scalars > 0 || signature.moves_elements()) {
+    throw Error(
+        "{} takes {} arguments; orv math applies functions of one vector, or of two real ones",
+        f.full_name(), f.shape);
   }
-  const bool two = binary || f.is_complex();
+  const bool two = columns == 2;
   if (two && (options.column.empty() || options.second.empty())) {
     throw Error("{} takes two columns{}; give --column and --second", f.full_name(),
-                binary ? "" : ", real and imaginary parts");
+                signature.inputs == 2 ? "" : ", real and imaginary parts");
   }
   if (!two && !options.second.empty()) {
     throw Error("--second {}: {} takes one column", in_quotes(options.second), f.full_name());
@@ -233,7 +224,7 @@ void math(const Options& options) {
   ColumnReader reader(options.file, argument_columns(f, options), header_of(options.header),
                       missing_of(options.missing));
   if (options.errors) orv_qem_kernel_SetErrorCallBack(list_error);
-  if (f.type == 's' || f.type == 'c') {
+  if (f.table[slot].signature.is_float) {
     run<float>(f, slot, reader);
   } else {
     run<double>(f, slot, reader);
@@ -248,7 +239,7 @@ read; white space or commas part them. Blank lines are passed over. A cell is mi
 empty or NA; the words nan and inf are numbers.
 
 Output: a result a line on standard output, with the fewest digits that read back as the same
-number; complex results as "re,im".
+number; the two numbers of a complex result, and two results, with a comma between them.
 
 Levels: la below 4 ulp, ha below 1 ulp, ep about half the bits. ulp: unit in the last place.
 

@@ -116,11 +116,12 @@ void measure_speed(std::vector<Measurement<T>>& list, const std::vector<T>& x, i
 /// The three levels, then the C library.
 template <class T>
 std::vector<Measurement<T>> candidates(const Function& f, const Reference& reference) {
-  using Kernel = void (*)(int32_t, const T*, T*);
   std::vector<Measurement<T>> list;
   for (const Level level : levels) {
     list.push_back({std::string(level_names[level]), std::string(f.kernels[level]),
-                    reinterpret_cast<Kernel>(f.table[level])});
+                    [kernel = f.table[level]](int32_t n, const T* a, T* r) {
+                      kernel({.n = n, .inputs = {a}, .results = {r}});
+                    }});
   }
   const auto add = [&](auto plain, const char* suffix) {
     list.push_back({"", fmt::format("C library {}{}", reference.c_name, suffix),

@@ -15,6 +15,7 @@ class Function(NamedTuple):
     shape: str
     kernels: tuple
     costs: tuple
+    frames: str
 
     @property
     def stub_suffixes(self):
@@ -31,15 +32,29 @@ def _rows(file, macro):
 
 def functions():
     return [
-        Function(macro == "ORV_READY", t, f, shape, tuple(rest[:3]), tuple(rest[3:]))
+        Function(macro == "ORV_READY", t, f, shape, tuple(rest[:3]), tuple(rest[3:6]), rest[6])
         for macro, (t, f, shape, *rest) in _rows("functions.def", "ORV_READY|ORV_PLANNED")
     ]
 
 
+def shapes():
+    """name -> (what it computes, a kernel's parameters for elements T with parts R, a stub's)"""
+    text = (LISTS / "shapes.def").read_text()
+    kernels = re.findall(r"// (.*)\n#define ORV_KERNEL_(\w+)\(T, R\) (.*)", text)
+    stubs = dict(re.findall(r"#define ORV_STUB_(\w+)\(T, R\) (.*)", text))
+    return {name: (what, kernel, kernel if stubs[name].startswith("ORV_KERNEL_") else stubs[name])
+            for what, name, kernel in kernels}
+
+
+def parameters(text, element, part):
+    """A shape's parameters for one type."""
+    return re.sub(r"\b[TR]\b", lambda match: {"T": element, "R": part}[match[0]], text)
+
+
 def descriptions():
-    """name -> (what it computes, status codes)"""
-    return {row[0]: (row[1].strip('"'), row[2].strip('"'))
-            for _, row in _rows("descriptions.def", "ORV_DESCRIPTION")}
+    """(type, name) -> (what it computes, status codes)"""
+    return {(t, row[1]): (row[2].strip('"'), row[3].strip('"'))
+            for _, row in _rows("descriptions.def", "ORV_DESCRIPTION") for t in row[0]}
 
 
 def accuracy():

@@ -177,25 +177,6 @@ extern ORV_API const double orv_qem_core_logl_table_256[256][2];
 /** High, then low part of 2^((j - 128)/256). */
 extern ORV_API const double orv_qem_core_expl_table_256[257][2];
 
-/* ---- Shapes of kernels ---------------------------------------------------------------------- */
-
-/* `n` counts elements; at 0 or below nothing is read or written. Vectors need no alignment. An
- * output may be the same vector as an input; other overlap is allowed where a function says so. */
-
-/** r[i] = f(a[i]) */
-typedef void (*QemUnary_s)(int32_t n, const float* a, float* r);
-typedef void (*QemUnary_d)(int32_t n, const double* a, double* r);
-typedef void (*QemUnary_c)(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
-typedef void (*QemUnary_z)(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
-
-/** r[i] = f(a[i], b[i]) */
-typedef void (*QemBinary_s)(int32_t n, const float* a, const float* b, float* r);
-typedef void (*QemBinary_d)(int32_t n, const double* a, const double* b, double* r);
-typedef void (*QemBinary_c)(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b,
-                            QemComplexFloat* r);
-typedef void (*QemBinary_z)(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b,
-                            QemComplexDouble* r);
-
 #ifdef __cplusplus
 }
 #endif

@@ -1,6 +1,12 @@
 /* Made by tools/make_functions_header.py from the lists in qem/_bt_gen_ia32; do not edit.
  *
- * For each function: the table of its kernels and of their relative costs, in the order LA, HA, EP;
+ * First the shapes of kernels, each for its types. `n` counts elements; at 0 or below nothing is read
+ * or written. Vectors need no alignment. An output may be the same vector as an input; other overlap
+ * is allowed where a function says so. With `narrow` 1, as stubs have it, kernels that move data take
+ * the low halves of n and incr, and index and mask vectors of 32-bit integers; with any other value
+ * all of these have 64 bits.
+ *
+ * Then for each function: the table of its kernels and of their relative costs, in the order LA, HA, EP;
  * a stub for each level (the plain name is HA); and the kernels themselves, which carry the
  * instruction set they need in their name: G9 AVX, N8 and P8 SSE4.1, V8 SSE3, W7 SSE2.
  *
@@ -15,6 +21,64 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/** r[i] = f(a[i]) */
+typedef void (*QemUnary_s)(int32_t n, const float* a, float* r);
+typedef void (*QemUnary_d)(int32_t n, const double* a, double* r);
+typedef void (*QemUnary_c)(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+typedef void (*QemUnary_z)(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** r[i] = f(a[i], b[i]) */
+typedef void (*QemBinary_s)(int32_t n, const float* a, const float* b, float* r);
+typedef void (*QemBinary_d)(int32_t n, const double* a, const double* b, double* r);
+typedef void (*QemBinary_c)(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+typedef void (*QemBinary_z)(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+
+/** r[i] = f(a[i], b), one second argument for all elements */
+typedef void (*QemScalarSecond_s)(int32_t n, const float* a, float b, float* r);
+typedef void (*QemScalarSecond_d)(int32_t n, const double* a, double b, double* r);
+typedef void (*QemScalarSecond_c)(int32_t n, const QemComplexFloat* a, QemComplexFloat b, QemComplexFloat* r);
+typedef void (*QemScalarSecond_z)(int32_t n, const QemComplexDouble* a, QemComplexDouble b, QemComplexDouble* r);
+
+/** r1[i], r2[i] = f(a[i]) */
+typedef void (*QemTwoResults_s)(int32_t n, const float* a, float* r1, float* r2);
+typedef void (*QemTwoResults_d)(int32_t n, const double* a, double* r1, double* r2);
+
+/** r[i] = f(a[i]), a real number of a complex one */
+typedef void (*QemComplexToReal_c)(int32_t n, const QemComplexFloat* a, float* r);
+typedef void (*QemComplexToReal_z)(int32_t n, const QemComplexDouble* a, double* r);
+
+/** r[i] = f(a[i]), a complex number of a real one */
+typedef void (*QemRealToComplex_c)(int32_t n, const float* a, QemComplexFloat* r);
+typedef void (*QemRealToComplex_z)(int32_t n, const double* a, QemComplexDouble* r);
+
+/** r[i] = (scalea a[i] + shifta)/(scaleb b[i] + shiftb) */
+typedef void (*QemFractionalLinear_s)(int32_t n, const float* a, const float* b, float scalea, float shifta, float scaleb, float shiftb, float* r);
+typedef void (*QemFractionalLinear_d)(int32_t n, const double* a, const double* b, double scalea, double shifta, double scaleb, double shiftb, double* r);
+
+/** y[i] = a[i incr] */
+typedef void (*QemStridedPack_s)(int64_t n, const float* a, int64_t incr, float* y, int32_t narrow);
+typedef void (*QemStridedPack_d)(int64_t n, const double* a, int64_t incr, double* y, int32_t narrow);
+
+/** y[i incr] = a[i] */
+typedef void (*QemStridedUnpack_s)(int64_t n, const float* a, float* y, int64_t incr, int32_t narrow);
+typedef void (*QemStridedUnpack_d)(int64_t n, const double* a, double* y, int64_t incr, int32_t narrow);
+
+/** y[i] = a[ia[i]] */
+typedef void (*QemIndexedPack_s)(int64_t n, const float* a, const void* ia, float* y, int32_t narrow);
+typedef void (*QemIndexedPack_d)(int64_t n, const double* a, const void* ia, double* y, int32_t narrow);
+
+/** y[iy[i]] = a[i] */
+typedef void (*QemIndexedUnpack_s)(int64_t n, const float* a, float* y, const void* iy, int32_t narrow);
+typedef void (*QemIndexedUnpack_d)(int64_t n, const double* a, double* y, const void* iy, int32_t narrow);
+
+/** y[k++] = a[i] where ma[i] is not 0 */
+typedef void (*QemMaskedPack_s)(int64_t n, const float* a, const void* ma, float* y, int32_t narrow);
+typedef void (*QemMaskedPack_d)(int64_t n, const double* a, const void* ma, double* y, int32_t narrow);
+
+/** y[i] = a[k++] where my[i] is not 0 */
+typedef void (*QemMaskedUnpack_s)(int64_t n, const float* a, float* y, const void* my, int32_t narrow);
+typedef void (*QemMaskedUnpack_d)(int64_t n, const double* a, double* y, const void* my, int32_t narrow);
 
 /** sAbs: absolute value; float.
  *  Status codes: none. */
@@ -35,6 +99,18 @@ ORV_API void _qemsAdd_HA(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsAdd(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsAdd_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAdd_G9HAynn(int32_t n, const float* a, const float* b, float* r);
+
+/** sDiv: quotient; float.
+ *  Status codes: 2 zero divisor. */
+extern ORV_API const QemBinary_s orv_qem_kernel_sDiv_ttab[3];
+extern ORV_API const float orv_qem_kernel_sDiv_ctab[3];
+ORV_API void _qemsDiv_21(int32_t n, const float* a, const float* b, float* r);
+ORV_API void _qemsDiv_HA(int32_t n, const float* a, const float* b, float* r);
+ORV_API void _qemsDiv(int32_t n, const float* a, const float* b, float* r);
+ORV_API void _qemsDiv_11(int32_t n, const float* a, const float* b, float* r);
+ORV_API void orv_qem_kernel_sDiv_G9LAynn(int32_t n, const float* a, const float* b, float* r);
+ORV_API void orv_qem_kernel_sDiv_G9HAynn(int32_t n, const float* a, const float* b, float* r);
+ORV_API void orv_qem_kernel_sDiv_G9EPnnn(int32_t n, const float* a, const float* b, float* r);
 
 /** sExp: e^x; float.
  *  Largest error: LA 1.97, HA 0.569, EP 123 ulp.
@@ -99,6 +175,16 @@ ORV_API void orv_qem_kernel_sLog1p_G9LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sLog1p_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sLog1p_G9EPnnn(int32_t n, const float* a, float* r);
 
+/** sModf: integral part towards zero and fractional part, both with x's sign; float.
+ *  Status codes: none. */
+extern ORV_API const QemTwoResults_s orv_qem_kernel_sModf_ttab[3];
+extern ORV_API const float orv_qem_kernel_sModf_ctab[3];
+ORV_API void _qemsModf_21(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void _qemsModf_HA(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void _qemsModf(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void _qemsModf_11(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void orv_qem_kernel_sModf_W7HAynn(int32_t n, const float* a, float* r1, float* r2);
+
 /** sMul: product; under overlap as if element by element, ascending; float.
  *  Status codes: none. */
 extern ORV_API const QemBinary_s orv_qem_kernel_sMul_ttab[3];
@@ -108,6 +194,16 @@ ORV_API void _qemsMul_HA(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsMul(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsMul_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sMul_G9HAynn(int32_t n, const float* a, const float* b, float* r);
+
+/** sPackI: elements at a distance, which may be 0 or negative, to a dense vector; float.
+ *  Status codes: none. */
+extern ORV_API const QemStridedPack_s orv_qem_kernel_sPackI_ttab[3];
+extern ORV_API const float orv_qem_kernel_sPackI_ctab[3];
+ORV_API void _qemsPackI_21(int64_t n, const float* a, int64_t incr, float* y);
+ORV_API void _qemsPackI_HA(int64_t n, const float* a, int64_t incr, float* y);
+ORV_API void _qemsPackI(int64_t n, const float* a, int64_t incr, float* y);
+ORV_API void _qemsPackI_11(int64_t n, const float* a, int64_t incr, float* y);
+ORV_API void orv_qem_kernel_sPackI_PXHAynn(int64_t n, const float* a, int64_t incr, float* y, int32_t narrow);
 
 /** sSqr: square; under overlap as if element by element, ascending; float.
  *  Status codes: none. */
@@ -129,6 +225,16 @@ ORV_API void _qemsSub(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsSub_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sSub_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
+/** sUnpackI: a dense vector to elements at a distance, which may be 0 or negative; float.
+ *  Status codes: none. */
+extern ORV_API const QemStridedUnpack_s orv_qem_kernel_sUnpackI_ttab[3];
+extern ORV_API const float orv_qem_kernel_sUnpackI_ctab[3];
+ORV_API void _qemsUnpackI_21(int64_t n, const float* a, float* y, int64_t incr);
+ORV_API void _qemsUnpackI_HA(int64_t n, const float* a, float* y, int64_t incr);
+ORV_API void _qemsUnpackI(int64_t n, const float* a, float* y, int64_t incr);
+ORV_API void _qemsUnpackI_11(int64_t n, const float* a, float* y, int64_t incr);
+ORV_API void orv_qem_kernel_sUnpackI_PXHAynn(int64_t n, const float* a, float* y, int64_t incr, int32_t narrow);
+
 /** dAbs: absolute value; double.
  *  Status codes: none. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dAbs_ttab[3];
@@ -148,6 +254,17 @@ ORV_API void _qemdAdd_HA(int32_t n, const double* a, const double* b, double* r)
 ORV_API void _qemdAdd(int32_t n, const double* a, const double* b, double* r);
 ORV_API void _qemdAdd_26(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dAdd_G9HAynn(int32_t n, const double* a, const double* b, double* r);
+
+/** dDiv: quotient; double.
+ *  Status codes: 2 zero divisor. */
+extern ORV_API const QemBinary_d orv_qem_kernel_dDiv_ttab[3];
+extern ORV_API const float orv_qem_kernel_dDiv_ctab[3];
+ORV_API void _qemdDiv_50(int32_t n, const double* a, const double* b, double* r);
+ORV_API void _qemdDiv_HA(int32_t n, const double* a, const double* b, double* r);
+ORV_API void _qemdDiv(int32_t n, const double* a, const double* b, double* r);
+ORV_API void _qemdDiv_26(int32_t n, const double* a, const double* b, double* r);
+ORV_API void orv_qem_kernel_dDiv_G9LAynn(int32_t n, const double* a, const double* b, double* r);
+ORV_API void orv_qem_kernel_dDiv_G9HAynn(int32_t n, const double* a, const double* b, double* r);
 
 /** dExp: e^x; double.
  *  Largest error: LA 3.17, HA 0.527, EP 5.97e+07 ulp.
@@ -213,6 +330,16 @@ ORV_API void orv_qem_kernel_dLog1p_V8LAynn(int32_t n, const double* a, double* r
 ORV_API void orv_qem_kernel_dLog1p_V8HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dLog1p_V8EPnnn(int32_t n, const double* a, double* r);
 
+/** dModf: integral part towards zero and fractional part, both with x's sign; double.
+ *  Status codes: none. */
+extern ORV_API const QemTwoResults_d orv_qem_kernel_dModf_ttab[3];
+extern ORV_API const float orv_qem_kernel_dModf_ctab[3];
+ORV_API void _qemdModf_50(int32_t n, const double* a, double* r1, double* r2);
+ORV_API void _qemdModf_HA(int32_t n, const double* a, double* r1, double* r2);
+ORV_API void _qemdModf(int32_t n, const double* a, double* r1, double* r2);
+ORV_API void _qemdModf_26(int32_t n, const double* a, double* r1, double* r2);
+ORV_API void orv_qem_kernel_dModf_W7HAynn(int32_t n, const double* a, double* r1, double* r2);
+
 /** dMul: product; under overlap as if element by element, ascending; double.
  *  Status codes: none. */
 extern ORV_API const QemBinary_d orv_qem_kernel_dMul_ttab[3];
@@ -222,6 +349,16 @@ ORV_API void _qemdMul_HA(int32_t n, const double* a, const double* b, double* r)
 ORV_API void _qemdMul(int32_t n, const double* a, const double* b, double* r);
 ORV_API void _qemdMul_26(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dMul_G9HAynn(int32_t n, const double* a, const double* b, double* r);
+
+/** dPackI: elements at a distance, which may be 0 or negative, to a dense vector; double.
+ *  Status codes: none. */
+extern ORV_API const QemStridedPack_d orv_qem_kernel_dPackI_ttab[3];
+extern ORV_API const float orv_qem_kernel_dPackI_ctab[3];
+ORV_API void _qemdPackI_50(int64_t n, const double* a, int64_t incr, double* y);
+ORV_API void _qemdPackI_HA(int64_t n, const double* a, int64_t incr, double* y);
+ORV_API void _qemdPackI(int64_t n, const double* a, int64_t incr, double* y);
+ORV_API void _qemdPackI_26(int64_t n, const double* a, int64_t incr, double* y);
+ORV_API void orv_qem_kernel_dPackI_PXHAynn(int64_t n, const double* a, int64_t incr, double* y, int32_t narrow);
 
 /** dSqr: square; under overlap as if element by element, ascending; double.
  *  Status codes: none. */
@@ -243,6 +380,26 @@ ORV_API void _qemdSub(int32_t n, const double* a, const double* b, double* r);
 ORV_API void _qemdSub_26(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dSub_G9HAynn(int32_t n, const double* a, const double* b, double* r);
 
+/** dUnpackI: a dense vector to elements at a distance, which may be 0 or negative; double.
+ *  Status codes: none. */
+extern ORV_API const QemStridedUnpack_d orv_qem_kernel_dUnpackI_ttab[3];
+extern ORV_API const float orv_qem_kernel_dUnpackI_ctab[3];
+ORV_API void _qemdUnpackI_50(int64_t n, const double* a, double* y, int64_t incr);
+ORV_API void _qemdUnpackI_HA(int64_t n, const double* a, double* y, int64_t incr);
+ORV_API void _qemdUnpackI(int64_t n, const double* a, double* y, int64_t incr);
+ORV_API void _qemdUnpackI_26(int64_t n, const double* a, double* y, int64_t incr);
+ORV_API void orv_qem_kernel_dUnpackI_PXHAynn(int64_t n, const double* a, double* y, int64_t incr, int32_t narrow);
+
+/** cAdd: complex sum; complex float.
+ *  Status codes: 3 overflow of finite arguments without a zero part. */
+extern ORV_API const QemBinary_c orv_qem_kernel_cAdd_ttab[3];
+extern ORV_API const float orv_qem_kernel_cAdd_ctab[3];
+ORV_API void _qemcAdd_21(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcAdd_HA(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcAdd(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcAdd_11(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cAdd_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+
 /** cConj: complex conjugate, an exact bit operation; complex float.
  *  Status codes: none. */
 extern ORV_API const QemUnary_c orv_qem_kernel_cConj_ttab[3];
@@ -253,6 +410,28 @@ ORV_API void _qemcConj(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 ORV_API void _qemcConj_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 ORV_API void orv_qem_kernel_cConj_W7HAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 
+/** cMul: complex product; complex float.
+ *  Largest error: LA 0.501, HA 0.501, EP 0.98 ulp.
+ *  Status codes: 3 overflow of finite arguments without a zero part, not at EP. */
+extern ORV_API const QemBinary_c orv_qem_kernel_cMul_ttab[3];
+extern ORV_API const float orv_qem_kernel_cMul_ctab[3];
+ORV_API void _qemcMul_21(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcMul_HA(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcMul(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcMul_11(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cMul_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cMul_W7EPnnn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+
+/** zAdd: complex sum; complex double.
+ *  Status codes: 3 overflow of finite arguments without a zero part. */
+extern ORV_API const QemBinary_z orv_qem_kernel_zAdd_ttab[3];
+extern ORV_API const float orv_qem_kernel_zAdd_ctab[3];
+ORV_API void _qemzAdd_50(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzAdd_HA(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzAdd(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzAdd_26(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zAdd_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+
 /** zConj: complex conjugate, an exact bit operation; complex double.
  *  Status codes: none. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zConj_ttab[3];
@@ -262,6 +441,18 @@ ORV_API void _qemzConj_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble
 ORV_API void _qemzConj(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 ORV_API void _qemzConj_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 ORV_API void orv_qem_kernel_zConj_W7HAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** zMul: complex product; complex double.
+ *  Largest error: LA 0.501, HA 0.501, EP 0.96 ulp.
+ *  Status codes: 3 overflow of finite arguments without a zero part, not at EP. */
+extern ORV_API const QemBinary_z orv_qem_kernel_zMul_ttab[3];
+extern ORV_API const float orv_qem_kernel_zMul_ctab[3];
+ORV_API void _qemzMul_50(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzMul_HA(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzMul(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzMul_26(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zMul_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zMul_W7EPnnn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
 
 #ifdef __cplusplus
 }

@@ -137,7 +137,7 @@ int run(const Options& options) {
     }
     std::cerr << "measuring " << function.full_name() << '\n';
     const Reached reached = measure(*f, function, options);
-    for (const Kernel& slot : function.slots) report.add(slot, *f, reached.at(slot.address));
+    for (const Kernel& slot : function.slots) report.add(slot, *f, reached.at(slot.call.address));
   }
   std::cout << report.record.str() << '\n' << report.table.str();
   if (!skipped.empty()) std::cout << "\nnot exhaustively:" << skipped << '\n';

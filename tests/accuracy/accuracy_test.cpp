@@ -22,8 +22,8 @@ class Accuracy : public testing::TestWithParam<FunctionSlots> {
 TEST_P(Accuracy, HoldsItsLevelAndItsRecord) {
   const Reached reached = sample(*f_, GetParam(), 1, random_points);
   for (const Kernel& slot : GetParam().slots) {
-    const Worst& worst = reached.at(slot.address);
-    EXPECT_GT(worst.points, random_points / 3);
+    const Worst& worst = reached.at(slot.call.address);
+    EXPECT_GT(worst.points, random_points / 9);
     for (const std::string& fault : faults(slot, *f_, worst)) ADD_FAILURE() << fault;
   }
 }
@@ -33,29 +33,30 @@ TEST_P(Accuracy, HoldsItsLevelAndItsRecord) {
 template <class R>
 void neighbours_do_not_matter(const Kernel& kernel, const Points<R>& points) {
   SCOPED_TRACE(kernel.name());
-  const auto place =
-      [&](size_t i) {  // of number i: places of whole points are 7919 further each time
-        const size_t width = points.width, point = i / width;
-        return (point * 7919 + 1) % points.n * width + i % width;
-      };
+  const auto place = [&](int32_t i) {  // 7919 further each time
+    return static_cast<int32_t>((i * int64_t{7919} + 1) % points.n);
+  };
   ASSERT_NE(points.n % 7919, 0);
   Points<R> moved = points;
-  const std::vector<R> expected = results(kernel, points);
-  for (int j = 0; j < operands_of(kernel); ++j) {
-    for (size_t i = 0; i < expected.size(); ++i) moved.operand[j][place(i)] = points.operand[j][i];
+  for (int j = 0; j < points.operands; ++j) {
+    for (int32_t i = 0; i < points.n; ++i) {
+      std::copy_n(points.at(j, i), points.width, &moved.operand[j][place(i) * points.width]);
+    }
   }
-  const std::vector<R> y = results(kernel, moved);
-  for (size_t i = 0; i < expected.size(); ++i) {
-    const R here = expected[i], there = y[place(i)];
-    ASSERT_TRUE(bits_of(here) == bits_of(there) || (std::isnan(here) && std::isnan(there)))
-        << points.text(operands_of(kernel), static_cast<int32_t>(i / points.width));
+  const std::vector<R> expected = results(kernel, points), y = results(kernel, moved);
+  const int numbers = numbers_of(kernel);
+  for (int32_t i = 0; i < points.n; ++i) {
+    for (int k = 0; k < numbers; ++k) {
+      const R here = expected[i * numbers + k], there = y[place(i) * numbers + k];
+      ASSERT_TRUE(bits_of(here) == bits_of(there) || (std::isnan(here) && std::isnan(there)))
+          << points.text(i);
+    }
   }
 }
 
 TEST_P(Accuracy, NeighboursDoNotMatter) {
-  const bool in_float = GetParam().type == 's' || GetParam().type == 'c';
   for (const Kernel& kernel : GetParam().kernels()) {
-    if (in_float) {
+    if (kernel.in_float()) {
       neighbours_do_not_matter(kernel, make_points<float>(*f_, kernel, 2, random_points));
     } else {
       neighbours_do_not_matter(kernel, make_points<double>(*f_, kernel, 2, random_points));

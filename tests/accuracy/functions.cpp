@@ -13,6 +13,23 @@ void arithmetic_inputs(Inputs<R>& in) {
   in.patterns_of_both_signs(0.8, 0, std::numeric_limits<R>::infinity());
 }
 
+/// Parts of factors: mostly of a size that products neither overflow nor underflow.
+template <class R>
+void factor_inputs(Inputs<R>& in) {
+  const double far = is_float<R> ? 0x1p30 : 0x1p250;
+  arithmetic_inputs(in);
+  in.patterns_of_both_signs(2, 1 / far, far);
+}
+
+/// Around whole numbers of all sizes, up to where all are whole.
+template <class R>
+void whole_inputs(Inputs<R>& in) {
+  arithmetic_inputs(in);
+  in.patterns_of_both_signs(0.4, 0.01, 4 / std::numeric_limits<R>::epsilon());
+  in.multiples(0.2, 0.5, -100, 100);
+  in.at_scales(1);
+}
+
 /// Multiples of half a reduction step: where the nearest step changes, and where nothing is left.
 template <class R>
 void exp_steps(Inputs<R>& in, double lo, double hi) {
@@ -124,6 +141,17 @@ void conjugate(mpfr_t* y, mpfr_t* x) {
   mpfr_set(y[0], x[0], MPFR_RNDN);
   mpfr_neg(y[1], x[1], MPFR_RNDN);
 }
+void complex_sum(mpfr_t* y, mpfr_t* x) {
+  mpfr_add(y[0], x[0], x[2], MPFR_RNDN);
+  mpfr_add(y[1], x[1], x[3], MPFR_RNDN);
+}
+/// MPFR's own form with two products is infinite only where one of them is.
+void complex_product(mpfr_t* y, mpfr_t* x) {
+  mpfr_fmms(y[0], x[0], x[2], x[1], x[3], MPFR_RNDN);
+  mpfr_fmma(y[1], x[0], x[3], x[1], x[2], MPFR_RNDN);
+}
+void modf(mpfr_t* y, mpfr_t* x) { mpfr_modf(y[0], y[1], x[0], MPFR_RNDN); }
+void copy(mpfr_t* y, mpfr_t* x) { mpfr_set(y[0], x[0], MPFR_RNDN); }
 double square(double x) { return x * x; }
 
 #define ORV_INPUTS(make) make<float>, make<double>
@@ -135,6 +163,12 @@ const std::vector<Function> rows = {
     {"sd", "Sub", Rounded, binary<mpfr_sub>, nullptr, ORV_INPUTS(arithmetic_inputs)},
     {"sd", "Mul", Rounded, binary<mpfr_mul>, nullptr, ORV_INPUTS(arithmetic_inputs)},
     {"sd", "Sqr", Rounded, unary<mpfr_sqr>, square, ORV_INPUTS(arithmetic_inputs)},
+    {"sd", "Div", Rounded, binary<mpfr_div>, nullptr, ORV_INPUTS(arithmetic_inputs)},
+    {"sd", "Modf", Rounded, modf, nullptr, ORV_INPUTS(whole_inputs)},
+    {"sd", "PackI", Rounded, copy, nullptr, ORV_INPUTS(arithmetic_inputs)},
+    {"sd", "UnpackI", Rounded, copy, nullptr, ORV_INPUTS(arithmetic_inputs)},
+    {"cz", "Add", Rounded, complex_sum, nullptr, ORV_INPUTS(arithmetic_inputs)},
+    {"cz", "Mul", Approximate, complex_product, nullptr, ORV_INPUTS(factor_inputs), true},
     {"cz", "Conj", Rounded, conjugate, nullptr, ORV_INPUTS(arithmetic_inputs)},
     {"sd", "Exp", Approximate, unary<mpfr_exp>, ::exp, ORV_INPUTS(exp_inputs)},
     {"sd", "Expm1", Approximate, unary<mpfr_expm1>, ::expm1, ORV_INPUTS(expm1_inputs)},

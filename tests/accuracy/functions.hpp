@@ -19,12 +19,16 @@ struct Function {
   std::string types;  // those of s, d, c, z that the row serves
   std::string name;
   Grade grade;
-  /// From all parts of the operands (a complex number has two) to all parts of the results.
+  /// From all parts of the operands (a complex number has two) to all parts of the results. There
+  /// are four of each to use.
   void (*exact)(mpfr_t* y, mpfr_t* x);
   /// The same in double for exhaustive runs over float, 0 if there is none.
   double (*in_double)(double x);
   void (*inputs_s)(Inputs<float>&);
   void (*inputs_d)(Inputs<double>&);
+
+  /// EP forms products in its own range and so is held to its bound in the middle half of it.
+  bool ep_in_middle = false;
 
   void inputs(Inputs<float>& in) const { inputs_s(in); }
   void inputs(Inputs<double>& in) const { inputs_d(in); }

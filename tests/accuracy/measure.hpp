@@ -14,27 +14,31 @@ namespace orv_test {
 template <class R>
 struct Points {
   int32_t n = 0;
-  int width = 1;
+  int width = 1;     // numbers of an operand
+  int operands = 1;  // of the function
   std::vector<R> operand[2];
 
   const R* at(int j, int32_t i) const { return operand[j].data() + i * width; }
-  std::string text(int operands, int32_t i) const;
+  std::string text(int32_t i) const;
 };
 
 template <class R>
 Points<R> make_points(const Function& f, const Kernel& shape, uint64_t seed, int count);
 
-int operands_of(const Kernel& kernel);
-int width_of(const Kernel& kernel);
+/// Numbers of all results of a point.
+inline int numbers_of(const Kernel& kernel) {
+  return kernel.signature().results * kernel.signature().result_parts;
+}
 
-/// The results of a kernel at all points, in one call.
+/// The results of a kernel at all points, in one call; those of a point side by side.
 template <class R>
 std::vector<R> results(const Kernel& kernel, const Points<R>& points);
 
 /// Error routes off and denormals kept, whatever the environment says.
 void quiet_mode();
 
-/// The largest error seen, and where.
+/// The largest error seen, and where. At EP that of a complex number is judged by its norm, in
+/// units of the norm's epsilon, since parts may cancel; elsewhere each part stands for itself.
 struct Worst {
   double ulp = -1;
   double relative = 0;

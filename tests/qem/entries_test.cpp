@@ -49,22 +49,30 @@ struct Recorder<void (*)(A...)> {
     slot = at;
   }
 
-  /// Calls `stub` with arguments that all differ.
-  static void check(void (*stub)(A...), int expected_slot) {
-    int distinct = 0;
-    const auto sample = [&distinct]<class T>(T) {
-      ++distinct;
-      if constexpr (std::is_pointer_v<T>) {
-        return reinterpret_cast<T>(static_cast<uintptr_t>(distinct * 4096));
-      } else {
-        return static_cast<T>(distinct + 16);
-      }
+  /// Calls `stub` with arguments that all differ. Those of moves add a last one of 1.
+  template <class... S>
+  static void check(void (*stub)(S...), int expected_slot) {
+    unsigned char distinct = 0;
+    const auto sample = [&distinct]<class T>(T x) {
+      memset(&x, ++distinct, sizeof x);
+      return x;
     };
-    const std::tuple<A...> sent{sample(A{})...};
+    const std::tuple<S...> sent{sample(S{})...};
     slot = -1;
     std::apply(stub, sent);
     EXPECT_EQ(slot, expected_slot);
-    EXPECT_TRUE(arguments == sent);
+    [&]<size_t... i>(std::index_sequence<i...>) {
+      EXPECT_TRUE((same_argument(std::get<i>(arguments), std::get<i>(sent)) && ...));
+    }
+    (std::index_sequence_for<S...>{});
+    if constexpr (sizeof...(S) < sizeof...(A)) {
+      EXPECT_EQ(std::get<sizeof...(S)>(arguments), 1);
+    }
+  }
+
+  template <class Got, class Sent>
+  static bool same_argument(const Got& got, const Sent& sent) {
+    return sizeof got == sizeof sent && memcmp(&got, &sent, sizeof got) == 0;
   }
 };
 
@@ -179,17 +187,19 @@ TEST(Entries, StubsCallTheirSlotOfTheTable){
 
 TEST(Entries, AFrameReadsTheModeOnce) {
   in_fresh_thread([] {
-    alignas(16) char a[longest * 16], r[longest * 16];
+    alignas(16) char a[longest * 16], r[2][longest * 16];
     memset(a, 0x3F, sizeof a);           // below 1 in both types
     for (Kernel kernel : all_slots()) {  // by name, since the tables are this program's
       const std::string name =
           "orv_qem_kernel_" + (kernel.type + kernel.function + '_') + kernel.kernel;
-      kernel.address = reinterpret_cast<void (*)()>(dlsym(RTLD_DEFAULT, name.c_str()));
-      ASSERT_NE(kernel.address, nullptr) << name;
+      kernel.call.address = reinterpret_cast<void (*)()>(dlsym(RTLD_DEFAULT, name.c_str()));
+      ASSERT_NE(kernel.call.address, nullptr) << name;
       for (const int n : {1, longest / 2}) {
         count.clear();
-        call<char>(kernel, n, a, a, r);
-        EXPECT_EQ(count["orv_qem_kernel_GetMode"], frameless(kernel) ? 0 : 1) << kernel.name();
+        call(kernel, n, a, a, r[0], r[1]);
+        const bool reads_it = kernel.environment != "none" && kernel.environment != "nearest" &&
+                              kernel.environment != "x87_only";
+        EXPECT_EQ(count["orv_qem_kernel_GetMode"], reads_it) << kernel.name();
       }
     }
   });

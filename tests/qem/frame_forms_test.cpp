@@ -1,8 +1,12 @@
-// The frames that no kernel uses yet (two inputs, two results, scheduled, scalar calls), with toy
-// operations. This unit is compiled for the instruction set of the kernels that use them.
+// Forms of the frames that no kernel uses yet, with toy operations, and what simd/ adds to the
+// vector types, for both vector widths. This unit is compiled for AVX.
+#include <math.h>
 #include <qem/_src/qem_core/frame/guarded.hpp>
 #include <qem/_src/qem_core/frame/scalar_call.hpp>
-#include <qem/_src/qem_core/frame/scheduled.hpp>
+#include <qem/_src/qem_core/simd/exact.hpp>
+#include <qem/_src/qem_core/simd/lookup.hpp>
+
+#include <random>
 
 #include "harness.hpp"
 
@@ -10,25 +14,65 @@ using namespace orv_test;
 
 namespace {
 
-/// Lanes: x + y. Slow when x > 100: x - y, and a code when y > 0.
-template <class Element>
-struct Sum {
-  using T = Element;
+/// What report_mixed, which the library keeps to itself, would have reported.
+Codes mixed;
+
+}  // namespace
+
+#define ORV_MIXED(In, Out)                                                            \
+  void orv::report_mixed(int32_t code, int32_t index, const In*, Out*, const char*) { \
+    mixed.emplace_back(code, index);                                                  \
+  }
+ORV_MIXED(float, QemComplexFloat)
+ORV_MIXED(double, QemComplexDouble)
+ORV_MIXED(QemComplexFloat, float)
+
+namespace {
+
+/// re + im, in lanes of double. Slow when re > 100: re - im, and a code.
+struct Fold {
+  using In = QemComplexFloat;
+  using Out = float;
+  using Work = double;
   static constexpr int block = 8;
-  static constexpr char _QEM_THISFUNC_NAME[] = "vxSum";
-  static constexpr orv::Environment environment = {};
+  static constexpr char _QEM_THISFUNC_NAME[] = "vcFold";
+  static constexpr orv::Environment environment = orv::environment_mode;
 
   template <class V>
-  static V lane(V x, V y) {
-    return x + y;
+  static V lane(V re, V im) {
+    return re + im;
   }
   template <class V>
-  static int rare(V x, V) {
-    return orv::mask_of(orv::compare<_CMP_GT_OQ>(x, orv::splat<V>(100)));
+  static int rare(V re, V) {
+    return orv::mask_of(orv::greater(re, orv::splat<V>(100)));
   }
-  static int slow(const T* x, const T* y, T* r) {
-    *r = *x - *y;
-    return *y > 0 ? QEM_STATUS_DOMAIN : QEM_STATUS_OK;
+  static int slow(const In* z, Out* r) {
+    *r = z->re - z->im;
+    return QEM_STATUS_DOMAIN;
+  }
+};
+
+/// x - i x/2. Slow when x > 100: x + 100 i, and a code.
+template <class Real, class Complex>
+struct Unfold {
+  using In = Real;
+  using Out = Complex;
+  static constexpr int block = 8;
+  static constexpr char _QEM_THISFUNC_NAME[] = "vxUnfold";
+  static constexpr orv::Environment environment = orv::environment_mode;
+
+  template <class V>
+  static void lane(V x, V& re, V& im) {
+    re = x;
+    im = x * -0.5f;
+  }
+  template <class V>
+  static int rare(V x) {
+    return orv::mask_of(orv::greater(x, orv::splat<V>(100)));
+  }
+  static int slow(const In* x, Out* r) {
+    *r = {*x, 100};
+    return QEM_STATUS_OVERFLOW;
   }
 };
 
@@ -38,7 +82,7 @@ struct Split {
   using T = Element;
   static constexpr int block = 16;
   static constexpr char _QEM_THISFUNC_NAME[] = "vxSplit";
-  static constexpr orv::Environment environment = {orv::sse_toward_zero};
+  static constexpr orv::Environment environment = orv::environment_toward_zero;
 
   template <class V>
   static void lane(V x, V& y1, V& y2) {
@@ -47,7 +91,7 @@ struct Split {
   }
   template <class V>
   static int rare(V x) {
-    return orv::mask_of(orv::compare<_CMP_GT_OQ>(x, orv::splat<V>(100)));
+    return orv::mask_of(orv::greater(x, orv::splat<V>(100)));
   }
   static int slow(const T* x, T* y1, T* y2) {
     *y1 = *x - 1;
@@ -56,16 +100,11 @@ struct Split {
   }
 };
 
-template <class T>
-class Forms : public testing::Test {};
-using Reals = testing::Types<float, double>;
-TYPED_TEST_SUITE(Forms, Reals);
-
 /// Calls `body` for all lengths, and for all places of the first special element, and none.
 template <class Body>
-void at_all_places(int most, Body body) {
+void at_all_places(Body body) {
   in_fresh_thread([&] {
-    for (int n = 0; n <= most; ++n) {
+    for (int n = 0; n <= longest; ++n) {
       for (int special = 0; special <= n; ++special) {
         listen();
         body(n, special);
@@ -75,145 +114,200 @@ void at_all_places(int most, Body body) {
   });
 }
 
-TYPED_TEST(Forms, TwoInputs) {
-  using T = TypeParam;
-  at_all_places(longest, [](int n, int special) {
-    std::vector<T> x(n), y(n), r(n + 1, 77), expected(n + 1, 77);
-    for (int i = 0; i < n; ++i) x[i] = i, y[i] = -1 - i, expected[i] = -1;
-    Codes codes;
-    for (int i = special; i < n; i += 5) {
-      x[i] = 200, y[i] = i % 2 != 0 ? 3 : -3, expected[i] = x[i] - y[i];
-      if (y[i] > 0) codes.emplace_back(QEM_STATUS_DOMAIN, i);
-    }
-    orv::guarded_binary(Sum<T>{}, n, x.data(), y.data(), r.data());
-    ASSERT_EQ(r, expected);
-    ASSERT_EQ(codes_heard(), codes);
-    for (const Report& report : reports()) {  // the second input is never passed on
-      const std::vector<double> values = {report.arg1, report.arg2, report.res1, report.res2};
-      ASSERT_EQ(values, (std::vector<double>{200, 200, 197, 197}));
-      ASSERT_EQ(report.name, "vxSum");
-    }
-  });
+template <class Real, class Complex>
+void check_unfold(int n, int special) {
+  std::vector<Real> x(n);
+  std::vector<Complex> r(n + 1, {77, 78});
+  for (int i = 0; i < n; ++i) x[i] = i >= special && i % 3 == 0 ? 200 + i : i;
+  orv::guarded(Unfold<Real, Complex>{}, n, x.data(), r.data());
+  Codes codes;
+  for (int i = 0; i < n; ++i) {
+    const bool slow = x[i] > 100;
+    if (slow) codes.emplace_back(QEM_STATUS_OVERFLOW, i);
+    ASSERT_EQ(r[i].re, x[i]);
+    ASSERT_EQ(r[i].im, slow ? 100 : x[i] / -2);
+  }
+  ASSERT_EQ(r[n].re, 77);
+  ASSERT_EQ(std::exchange(mixed, {}), codes);
 }
 
-TYPED_TEST(Forms, TwoResults) {
-  using T = TypeParam;
-  at_all_places(longest, [](int n, int special) {
-    std::vector<T> x(n), r1(n + 1, 77), r2(n + 1, 77), e1(n + 1, 77), e2(n + 1, 77);
+TEST(Forms, KindsApart) {
+  at_all_places(check_unfold<float, QemComplexFloat>);
+  at_all_places(check_unfold<double, QemComplexDouble>);
+  at_all_places([](int n, int special) {
+    std::vector<QemComplexFloat> z(n);
+    std::vector<float> r(n + 1, 77), expected(n + 1, 77);
     Codes codes;
     for (int i = 0; i < n; ++i) {
-      const bool slow = i >= special && (i - special) % 3 == 0;
-      x[i] = slow ? 200 : i, e1[i] = slow ? 199 : i + 1, e2[i] = slow ? -200 : 2 * i;
-      if (slow) codes.emplace_back(QEM_STATUS_OVERFLOW, i);
+      const bool slow = i >= special && i % 3 == 0;
+      z[i] = {slow ? 200.0f + i : i, 1.5f};
+      expected[i] = z[i].re + (slow ? -1.5f : 1.5f);
+      if (slow) codes.emplace_back(QEM_STATUS_DOMAIN, i);
     }
-    orv::guarded_two_results(Split<T>{}, n, x.data(), r1.data(), r2.data());
-    ASSERT_EQ(r1, e1);
-    ASSERT_EQ(r2, e2);
-    ASSERT_EQ(codes_heard(), codes);
-    for (const Report& report : reports()) {
-      ASSERT_EQ(report.res1, 199);
-      ASSERT_EQ(report.res2, -200);
-    }
+    orv::guarded(Fold{}, n, z.data(), r.data());
+    ASSERT_EQ(r, expected);
+    ASSERT_EQ(std::exchange(mixed, {}), codes);
   });
 }
 
 int32_t mend_both(QemErrorContext* record) {
+  EXPECT_EQ(record->res1, 199);
+  EXPECT_EQ(record->res2, -200);
   record->res1 = 5, record->res2 = 6;
   return 0;
 }
 
-TYPED_TEST(Forms, BothResultsCanBeMended) {
-  using T = TypeParam;
+template <class T>
+void check_two_results() {
   in_fresh_thread([] {
     orv_qem_kernel_SetErrorCallBack(mend_both);
     orv_qem_kernel_SetMode(QEM_ERRMODE_CALLBACK);
-    std::vector<T> x(19, 200), r1(19), r2(19);
-    orv::guarded_two_results(Split<T>{}, 19, x.data(), r1.data(), r2.data());
-    EXPECT_EQ(r1, std::vector<T>(19, 5));
-    EXPECT_EQ(r2, std::vector<T>(19, 6));
+    for (int n = 0; n <= longest; ++n) {
+      std::vector<T> x(n), r1(n + 1, 77), r2(n + 1, 77), e1(n + 1, 77), e2(n + 1, 77);
+      for (int i = 0; i < n; ++i) {
+        const bool slow = i % 3 == n % 3;
+        x[i] = slow ? 200 : i, e1[i] = slow ? 5 : i + 1, e2[i] = slow ? 6 : 2 * i;
+      }
+      orv::guarded(Split<T>{}, n, x.data(), r1.data(), r2.data());
+      EXPECT_EQ(r1, e1);
+      EXPECT_EQ(r2, e2);
+    }
   });
 }
 
-/// Lanes: x + 1. The scalar routine, which can do any element: x + 2, and a code above 100.
-template <class Element, int elements_a_pass>
-struct Scheduled {
-  using T = Element;
-  static constexpr int pass = elements_a_pass;
-  static constexpr char _QEM_THISFUNC_NAME[] = "vxScheduled";
-  static constexpr orv::Environment environment = {.x87 = orv::x87_double};
-  static inline uint16_t x87_inside;
-
-  template <class V>
-  static V lane(V x) {
-    return x + 1;
-  }
-  template <class V>
-  static int special(V x) {
-    return orv::mask_of(orv::compare<_CMP_GT_OQ>(x, orv::splat<V>(100)));
-  }
-  static int scalar(const T* x, T* y) {
-    x87_inside = words_now().x87;
-    *y = *x + 2;
-    return *x > 100 ? QEM_STATUS_DOMAIN : QEM_STATUS_OK;
-  }
-};
-
-/// The routine has the whole pass of a special element, and the last element of an odd vector.
-template <class Op>
-void check_scheduled(int n, int special) {
-  using T = typename Op::T;
-  std::vector<T> x(n + 1, 77), expected(n + 1, 77);
-  for (int i = 0; i < n; ++i) x[i] = i == special ? 200 : i;
-  for (int i = 0; i < n;) {
-    const int pass = n - i >= Op::pass ? Op::pass : n - i >= 2 ? 2 : 1;
-    const bool scalar = pass == 1 || (special >= i && special < i + pass);
-    for (const int end = i + pass; i < end; ++i) expected[i] = x[i] + (scalar ? 2 : 1);
-  }
-  std::vector<T> r(n + 1, 77), in_place = x;
-  orv::scheduled<Op>(n, x.data(), r.data());
-  orv::scheduled<Op>(n, in_place.data(), in_place.data());
-  ASSERT_EQ(r, expected);
-  ASSERT_EQ(in_place, expected);
-  ASSERT_EQ(codes_heard(), Codes(special < n ? 2 : 0, {QEM_STATUS_DOMAIN, special}));
-  if (n % 2 == 1) {
-    ASSERT_EQ(Op::x87_inside & 0xF00, orv::x87_double);
-  }
+TEST(Forms, BothResultsCanBeMended) {
+  check_two_results<float>();
+  check_two_results<double>();
 }
 
-TYPED_TEST(Forms, Scheduled) {
-  at_all_places(13, check_scheduled<Scheduled<TypeParam, 2>>);
-  at_all_places(13, check_scheduled<Scheduled<TypeParam, 4>>);
-}
-
-/// -z, and a code for a real part of 0.
-struct Negated {
+/// z - s w, and a code for a real part of 0.
+struct Combined {
   using T = QemComplexDouble;
-  static constexpr char _QEM_THISFUNC_NAME[] = "vzNegated";
-  static constexpr orv::Environment environment = {.x87 = orv::x87_extended};
-  static inline uint16_t x87_inside;
+  static constexpr char _QEM_THISFUNC_NAME[] = "vzCombined";
+  static constexpr orv::Environment environment = orv::environment_x87_only;
+  static inline Words inside;
+  double s;
 
-  static int call(const T* z, T* r) {
-    x87_inside = words_now().x87;
-    *r = {-z->re, -z->im};
+  int call(const T* z, const T* w, T* r) const {
+    inside = words_now();
+    *r = {z->re - s * w->re, z->im - s * w->im};
     return z->re == 0 ? QEM_STATUS_SINGULARITY : QEM_STATUS_OK;
   }
+  int call(const T* z, T* r) const { return call(z, z, r); }
 };
 
-TEST(ScalarCalls, EachElementUnderTheWord) {
+TEST(Forms, ScalarCallsWorkOnCopies) {
   in_fresh_thread([] {
-    const Words before{0x1F80, 0x27F};
+    const Words before{sse_usual | 0x2000, 0x27F};
     for (const int n : {-3, 0, 1, 5}) {
-      std::vector<QemComplexDouble> z(5), r(5, {77, 77});
-      for (int i = 0; i < 5; ++i) z[i] = {i % 2 * 1.0, i + 1.0};
-      listen();
-      EXPECT_EQ(under(before, [&] { orv::scalar_calls<Negated>(n, z.data(), r.data()); }), before);
-      for (int i = 0; i < 5; ++i) EXPECT_EQ(r[i].im, i < n ? -i - 1.0 : 77);
-      EXPECT_EQ(codes_heard().size(), n > 0 ? (n + 1) / 2 : 0);
-      if (n > 0) {
-        EXPECT_EQ(Negated::x87_inside & 0xF00, orv::x87_extended);
+      for (const bool two : {false, true}) {
+        std::vector<char> room(5 * sizeof(QemComplexDouble) + 1);  // begins at an odd byte
+        auto* z = reinterpret_cast<QemComplexDouble*>(room.data() + 1);
+        for (int i = 0; i < 5; ++i) {
+          const QemComplexDouble element = {i % 2 * 1.0, i + 1.0};
+          memcpy(reinterpret_cast<char*>(z + i), &element, sizeof element);
+        }
+        listen();
+        const Combined op{2};
+        EXPECT_EQ(under(before,
+                        [&] {
+                          two ? orv::scalar_calls(op, n, z, z, z) : orv::scalar_calls(op, n, z, z);
+                        }),
+                  before);
+        for (int i = 0; i < 5; ++i) {
+          EXPECT_EQ(orv::load_one(orv::parts_of(z + i) + 1), i < n ? -(i + 1.0) : i + 1.0);
+        }
+        EXPECT_EQ(codes_heard().size(), n > 0 ? (n + 1) / 2 : 0);
+        if (n > 0) {
+          EXPECT_EQ(Combined::inside.x87 & 0xF00, orv::x87_extended);
+          EXPECT_EQ(Combined::inside.sse & ~sse_flags, before.sse);
+        }
       }
     }
   });
+}
+
+// ---- Vectors -----------------------------------------------------------------------------------
+
+template <class V>
+std::vector<orv::Lane<V>> lanes_of(V v) {
+  std::vector<orv::Lane<V>> x(orv::lanes<V>);
+  orv::store(x.data(), v);
+  return x;
+}
+template <class V>
+std::vector<uint64_t> words_of(V v) {
+  std::vector<uint64_t> x(orv::lanes<V>);
+  memcpy(x.data(), &v, sizeof v);
+  return x;
+}
+
+template <class V>
+void check_arithmetic(std::mt19937_64& random) {
+  using T = orv::Lane<V>;
+  constexpr int count = orv::lanes<V>;
+  std::vector<T> a(2 * count), b(2 * count);
+  for (int i = 0; i < 2 * count; ++i) {
+    a[i] = static_cast<T>(random() % 1000) / 7, b[i] = static_cast<T>(random() % 3) - a[i];
+  }
+  const V x = orv::load<V>(a.data()), y = orv::load<V>(b.data());
+  V even, odd, first, second;
+  orv::deinterleave(x, orv::load<V>(&a[count]), even, odd);
+  orv::interleave(even, odd, first, second);
+  EXPECT_EQ(lanes_of(first), lanes_of(x));
+  const V infinite_or_x = orv::select(orv::greater(x, y), orv::splat<V>(INFINITY), x);
+  for (int i = 0; i < count; ++i) {
+    EXPECT_EQ(lanes_of(orv::square_root(x))[i], std::sqrt(a[i]));
+    EXPECT_EQ(lanes_of(even)[i], a[2 * i]);
+    EXPECT_EQ(lanes_of(odd)[i], a[2 * i + 1]);
+    EXPECT_EQ(lanes_of(infinite_or_x)[i], a[i] > b[i] ? INFINITY : a[i]);
+  }
+}
+
+template <class V>
+void check_doubles(std::mt19937_64& random) {
+  constexpr int count = orv::lanes<V>;
+  std::vector<uint64_t> a(count), b(count);
+  for (int i = 0; i < count; ++i) a[i] = random(), b[i] = random();
+  orv::Int<V> x, y;
+  memcpy(&x, a.data(), sizeof x), memcpy(&y, b.data(), sizeof y);
+  const auto arithmetic = words_of(orv::as_vector<V>(orv::shift_right<V, 13>(x)));
+  const auto logical = words_of(orv::as_vector<V>(orv::shift_right_logical<V, 13>(x)));
+  const auto product = words_of(orv::as_vector<V>(orv::multiply_low_words<V>(x, y)));
+  for (int i = 0; i < count; ++i) {
+    EXPECT_EQ(static_cast<int64_t>(arithmetic[i]), static_cast<int64_t>(a[i]) >> 13);
+    EXPECT_EQ(logical[i], a[i] >> 13);
+    EXPECT_EQ(product[i], (a[i] & 0xFFFFFFFF) * (b[i] & 0xFFFFFFFF));
+  }
+
+  static orv::Quad<double> quads[64];
+  static orv::Triple<double> triples[64];
+  for (int i = 0; i < 64; ++i) {
+    for (int j = 0; j < 4; ++j) quads[i].number[j] = i * 4 + j;
+    for (int j = 0; j < 3; ++j) triples[i].number[j] = i * 4 + j;
+  }
+  for (uint64_t& word : a) word = word % 64 << 52 | 5;  // the index stands in the exponent field
+  const V indexed = orv::load<V>(reinterpret_cast<const double*>(a.data()));
+  const orv::IndicesInHighWord<V, 20> indices(indexed);
+  V four[4], three[3];
+  orv::lookup(quads, indices, four);
+  orv::lookup(triples, indices, three);
+  for (int i = 0; i < count; ++i) {
+    for (int j = 0; j < 4; ++j) EXPECT_EQ(lanes_of(four[j])[i], (a[i] >> 52) * 4 + j);
+    for (int j = 0; j < 3; ++j) EXPECT_EQ(lanes_of(three[j])[i], (a[i] >> 52) * 4 + j);
+  }
+}
+
+TEST(Vectors, DoAsTheirLanesWould) {
+  std::mt19937_64 random(5);
+  for (int round = 0; round < 100; ++round) {
+    check_arithmetic<__m128>(random);
+    check_arithmetic<__m128d>(random);
+    check_arithmetic<__m256>(random);
+    check_arithmetic<__m256d>(random);
+    check_doubles<__m128d>(random);
+    check_doubles<__m256d>(random);
+  }
 }
 
 /// Words that a frame asks for: SSE rounding and flushing, x87 precision; what it found comes back.
@@ -224,10 +318,9 @@ TEST(Forms, ControlWords) {
       for (const uint32_t sse : {0x1F80u, 0x5FA4u, 0xFFC0u}) {
         for (const uint16_t x87 : {0x37F, 0x27F, 0xC7F, 0x072}) {
           for (const orv::Environment& wanted :
-               {orv::Environment{}, orv::Environment{orv::sse_toward_zero},
-                orv::Environment{orv::sse_nearest, false},
-                orv::Environment{orv::sse_nearest, true, orv::x87_extended},
-                orv::Environment{orv::sse_nearest, true, orv::x87_double}}) {
+               {orv::environment_none, orv::environment_mode, orv::environment_nearest,
+                orv::environment_toward_zero, orv::environment_x87_double,
+                orv::environment_x87_extended, orv::environment_x87_only}) {
             const Words before{sse, x87};
             Words inside;
             const Words after = under(before, [&] {
@@ -235,7 +328,8 @@ TEST(Forms, ControlWords) {
               inside = words_now();
             });
             const bool flush = denormals == DENORMALS_FLUSHED && wanted.follows_mode;
-            EXPECT_EQ(inside.sse, (sse & ~0xE040u) | wanted.sse | (flush ? 0x8040u : 0));
+            const uint32_t asked = (sse & ~0xE040u) | wanted.sse | (flush ? 0x8040u : 0);
+            EXPECT_EQ(inside.sse, wanted.keeps_sse ? sse : asked);
             EXPECT_EQ(inside.x87, wanted.x87 == 0 ? x87 : (x87 & ~0xF00) | wanted.x87);
             EXPECT_EQ(after, before);
           }

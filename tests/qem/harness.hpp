@@ -24,53 +24,6 @@ void in_fresh_thread(Body body) {
 
 // ---- Kernels -----------------------------------------------------------------------------------
 
-/// Calls `test(kernel, element)` for each kernel; the element tells its type.
-template <class Test>
-void for_each_kernel(Test test) {
-  for (const Kernel& kernel : distinct_kernels()) {
-    in_fresh_thread([&] {
-      SCOPED_TRACE(kernel.name());
-      switch (kernel.type) {
-        case 's':
-          return test(kernel, float{});
-        case 'd':
-          return test(kernel, double{});
-        case 'c':
-          return test(kernel, QemComplexFloat{});
-        case 'z':
-          return test(kernel, QemComplexDouble{});
-      }
-    });
-    if (testing::Test::HasFatalFailure()) return;
-  }
-}
-
-template <class T>
-void call(const Kernel& kernel, int32_t n, const T* a, const T* b, T* r) {
-  switch (kernel.shape) {
-    case Shape::Unary:
-      return kernel.unary<T>()(n, a, r);
-    case Shape::Binary:
-      return kernel.binary<T>()(n, a, b, r);
-  }
-}
-
-/// Runs under the caller's control words, whatever they are.
-bool frameless(const Kernel& kernel);
-
-/// Arguments that go through the lane formula and raise no flag but inexact. A formula that squares
-/// its reduced argument underflows below the root of the smallest normal number, so magnitudes
-/// start at 1e-15 for float and at 1e-100 for double.
-template <class T>
-std::vector<T> ordinary(const Kernel& kernel, int count, uint32_t seed = 1);
-
-struct SpecialValue {
-  double a;
-  int32_t code;  // that the function reports
-};
-/// Arguments outside the ordinary, for a kernel of a real function of one argument.
-std::vector<SpecialValue> special_values(const Kernel& kernel);
-
 template <class T>
 bool same_bits(const T* a, const T* b, size_t n) {
   return n == 0 || memcmp(a, b, n * sizeof(T)) == 0;
@@ -79,6 +32,63 @@ template <class T>
 bool same_bits(const std::vector<T>& a, const std::vector<T>& b) {
   return a.size() == b.size() && same_bits(a.data(), b.data(), a.size());
 }
+
+/// Calls `test(kernel, number)` for each kernel; the number tells the type of its elements' parts.
+template <class Test>
+void for_each_kernel(Test test) {
+  for (const Kernel& kernel : distinct_kernels()) {
+    in_fresh_thread([&] {
+      SCOPED_TRACE(kernel.name());
+      if (kernel.in_float()) {
+        test(kernel, float{});
+      } else {
+        test(kernel, double{});
+      }
+    });
+    if (testing::Test::HasFatalFailure()) return;
+  }
+}
+
+/// A call of any shape. Scalars are ordinary numbers, data is moved from each place to the same.
+void call(const Kernel& kernel, int64_t n, const void* a, const void* b, void* r1, void* r2);
+
+/// Inputs and results of a call: numbers, a complex element being two. What the shape does not have
+/// is empty.
+template <class R>
+struct Vectors {
+  std::vector<R> in[2], out[2];
+
+  Vectors(const Kernel& kernel, int n);
+  void call(const Kernel& kernel, int n) {
+    orv_test::call(kernel, n, in[0].data(), in[1].data(), out[0].data(), out[1].data());
+  }
+  /// Takes element `i` to place `to` of other vectors.
+  void copy_element(const Kernel& kernel, int i, Vectors& other, int to) const;
+  bool same_results(const Vectors& other) const {
+    return same_bits(out[0], other.out[0]) && same_bits(out[1], other.out[1]);
+  }
+};
+
+/// Runs under the caller's control words, whatever they are.
+inline bool frameless(const Kernel& kernel) { return kernel.environment == "none"; }
+
+/// Vectors of arguments that go through the lane formula and raise no flag but inexact. A formula
+/// that squares its reduced argument underflows below the root of the smallest normal number, so
+/// magnitudes start at 1e-15 for float and at 1e-100 for double.
+template <class R>
+Vectors<R> ordinary(const Kernel& kernel, int n, uint32_t seed = 1);
+
+struct SpecialValue {
+  std::vector<double> a, b;  // parts of the arguments
+  int32_t code;              // that the function reports
+  std::vector<double> r;     // parts of the results in turn, NaN for any NaN; none: not told
+};
+/// Arguments outside the ordinary.
+std::vector<SpecialValue> special_values(const Kernel& kernel);
+
+/// Puts the arguments of a row to place `i`.
+template <class R>
+void put(const Kernel& kernel, const SpecialValue& row, Vectors<R>& v, int i);
 
 /// Three of the longest blocks and one element more.
 inline constexpr int longest = 3 * 16 + 1;
@@ -95,6 +105,7 @@ class GuardedBytes {
 
   char* begin() const { return begin_; }
   char* end() const { return end_; }
+  size_t size() const { return static_cast<size_t>(end_ - begin_); }
 
  private:
   char *begin_, *end_;
@@ -149,7 +160,7 @@ bool upper_halves_clear();
 
 struct Report {
   int32_t code, index;
-  double arg1, arg2, res1, res2;
+  double arg1[2], arg2[2], res1[2], res2[2];  // real and imaginary parts
   std::string name;
   bool upper_halves_clear;  // when the callback was entered
 };

@@ -81,11 +81,11 @@ TEST(Allocation, KernelsAllocateNothing) {
   orv_qem_kernel_SetMode(QEM_ERRMODE_IGNORE);
   orv_qem_kernel_SetErrStatus(0);
   for (const Kernel& kernel : all_slots()) {
-    alignas(16) char a[50 * 16], r[50 * 16];
+    alignas(16) char a[50 * 16], r[2][50 * 16];
+    const double scalars[4] = {1, 2, 3, 4};
     for (char& byte : a) byte = 0x7F;  // NaN in every type
     watch_allocations();
-    kernel.shape == Shape::Unary ? kernel.unary<char>()(50, a, r)
-                                 : kernel.binary<char>()(50, a, a, r);
+    kernel.call({.n = 50, .inputs = {a, a}, .results = {r[0], r[1]}, .scalars = scalars});
     EXPECT_EQ(seen_allocations().asked, 0) << kernel.name();
   }
 }

@@ -7,40 +7,31 @@
 #include <string>
 #include <vector>
 
+#include "qem/_bt_gen_ia32/call.hpp"
+
 namespace orv_test {
 
-enum class Shape { Unary, Binary };
 enum Slot { LA = 0, HA = 1, EP = 2 };
 inline constexpr const char* slot_name[] = {"LA", "HA", "EP"};
-
-template <class T>
-using UnaryKernel = void (*)(int32_t n, const T* a, T* r);
-template <class T>
-using BinaryKernel = void (*)(int32_t n, const T* a, const T* b, T* r);
 
 /// A slot of a function's table.
 struct Kernel {
   char type;             // s, d, c, z
   std::string function;  // "Exp"
-  Shape shape;
   Slot slot;
   std::string kernel;  // "G9HAynn"
-  void (*address)();
+  orv_call::Kernel call;
   float cost;
+  std::string frame, environment;  // "guarded", "mode"
   std::optional<double> ulp;  // recorded largest error, for kernels with roundings of their own
 
   std::string name() const { return type + function + "_" + slot_name[slot]; }  // "dExp_HA"
   std::string tag() const { return kernel.substr(0, 2); }
-
-  /// T is the function's element type: float, double, QemComplexFloat, QemComplexDouble.
-  template <class T>
-  UnaryKernel<T> unary() const {
-    return reinterpret_cast<UnaryKernel<T>>(address);
-  }
-  template <class T>
-  BinaryKernel<T> binary() const {
-    return reinterpret_cast<BinaryKernel<T>>(address);
-  }
+  const orv_call::Signature& signature() const { return call.signature; }
+  bool in_float() const { return type == 's' || type == 'c'; }
+  /// Numbers of an input vector, and of a result, with n elements.
+  size_t input_size(size_t n) const { return n * signature().input_parts; }
+  size_t result_size(size_t n) const { return n * signature().result_parts; }
 };
 
 /// All slots of all ready functions, or only slots whose kernel no earlier slot of the function

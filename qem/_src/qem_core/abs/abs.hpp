@@ -11,7 +11,6 @@ inline namespace ORV_TAG {
 template <class Element, int elements_a_pass>
 struct Abs {
   using T = Element;
-  static constexpr int width = 1;
   static constexpr int block = elements_a_pass;
 
   template <class V>

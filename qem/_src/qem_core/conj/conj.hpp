@@ -9,7 +9,6 @@ inline namespace ORV_TAG {
 template <class Element, int elements_a_pass>
 struct Conj {
   using T = Element;
-  static constexpr int width = 2;
   static constexpr int block = elements_a_pass;
 
   static __m128 lane(__m128 z) {

@@ -1,6 +1,5 @@
 #include "conj.hpp"
 
 void orv_qem_kernel_cConj_W7HAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r) {
-  orv::padded<orv::Conj<float, 4>>(n, reinterpret_cast<const float*>(a),
-                                   reinterpret_cast<float*>(r));
+  orv::padded<orv::Conj<QemComplexFloat, 4>>(n, a, r);
 }

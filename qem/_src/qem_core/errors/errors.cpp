@@ -3,6 +3,7 @@
 #include <string.h>
 
 #include "../mode/thread_cells.hpp"
+#include "errors.hpp"
 #include "standard_handlers.hpp"
 
 using namespace orv;
@@ -68,9 +69,9 @@ int32_t index_shift(const Element* a) {
   return static_cast<int32_t>(bytes >> __builtin_ctz(sizeof(Element)));
 }
 
-template <class Element>
-void report(int32_t code, int32_t index, const Element* a, const Element* b, Element* r1,
-            Element* r2, const char* name) {
+template <class In, class Out>
+void report_element(int32_t code, int32_t index, const In* a, const In* b, Out* r1, Out* r2,
+                    const char* name) {
   *_GetErrStatus() = code;
   if ((orv_qem_kernel_GetMode() & QEM_ERRMODE_MASK) == QEM_ERRMODE_IGNORE) return;
 
@@ -107,22 +108,32 @@ void report(int32_t code, int32_t index, const Element* a, const Element* b, Ele
 
 void orv_qem_kernel_sError(int32_t code, int32_t index, const float* a, const float* b, float* r1,
                            float* r2, const char* name) {
-  report(code, index, a, b, r1, r2, name);
+  report_element(code, index, a, b, r1, r2, name);
 }
 
 void orv_qem_kernel_dError(int32_t code, int32_t index, const double* a, const double* b,
                            double* r1, double* r2, const char* name) {
-  report(code, index, a, b, r1, r2, name);
+  report_element(code, index, a, b, r1, r2, name);
 }
 
 void orv_qem_kernel_cError(int32_t code, int32_t index, const QemComplexFloat* a,
                            const QemComplexFloat* b, QemComplexFloat* r1, QemComplexFloat* r2,
                            const char* name) {
-  report(code, index, a, b, r1, r2, name);
+  report_element(code, index, a, b, r1, r2, name);
 }
 
 void orv_qem_kernel_zError(int32_t code, int32_t index, const QemComplexDouble* a,
                            const QemComplexDouble* b, QemComplexDouble* r1, QemComplexDouble* r2,
                            const char* name) {
-  report(code, index, a, b, r1, r2, name);
+  report_element(code, index, a, b, r1, r2, name);
 }
+
+#define ORV_MIXED(In, Out)                                                                     \
+  void orv::report_mixed(int32_t code, int32_t index, const In* a, Out* r, const char* name) { \
+    report_element(code, index, a, a, r, r, name);                                             \
+  }
+ORV_MIXED(float, QemComplexFloat)
+ORV_MIXED(double, QemComplexDouble)
+ORV_MIXED(QemComplexFloat, float)
+ORV_MIXED(QemComplexDouble, double)
+#undef ORV_MIXED

@@ -24,11 +24,21 @@ enum : uint16_t {
   x87_double = 0x200,    // 53-bit significand, to nearest
 };
 
+/// The control words that a kernel asks for. The constants below are what the function list names.
 struct Environment {
+  bool keeps_sse = false;  // the caller's SSE word stays in force
   uint32_t sse = sse_nearest;
   bool follows_mode = true;  // flushes denormals when the thread's mode says so
-  uint16_t x87 = 0;          // 0: the x87 unit is not used
+  uint16_t x87 = 0;          // 0: the x87 word stays as it is
 };
+
+inline constexpr Environment environment_none = {.keeps_sse = true};
+inline constexpr Environment environment_mode = {};
+inline constexpr Environment environment_nearest = {.follows_mode = false};
+inline constexpr Environment environment_toward_zero = {.sse = sse_toward_zero};
+inline constexpr Environment environment_x87_double = {.x87 = x87_double};
+inline constexpr Environment environment_x87_extended = {.x87 = x87_extended};
+inline constexpr Environment environment_x87_only = {.keeps_sse = true, .x87 = x87_extended};
 
 inline void no_motion_across() { asm volatile("" ::: "memory"); }
 
@@ -38,12 +48,7 @@ class ControlWords {
  public:
   explicit ControlWords(const Environment& wanted) {
     if (wanted.x87 != 0) set_x87(wanted.x87);
-    uint32_t sse = wanted.sse;
-    if (wanted.follows_mode &&
-        (orv_qem_kernel_GetMode() & QEM_DENORMALS_MASK) == DENORMALS_FLUSHED) {
-      sse |= sse_flush;
-    }
-    set_sse(sse);
+    if (!wanted.keeps_sse) set_sse(wanted);
     no_motion_across();
   }
 
@@ -66,13 +71,18 @@ class ControlWords {
     asm volatile("fldcw %0" : : "m"(word));
   }
 
-  void set_sse(uint32_t wanted) {
+  void set_sse(const Environment& wanted) {
+    uint32_t sse = wanted.sse;
+    if (wanted.follows_mode &&
+        (orv_qem_kernel_GetMode() & QEM_DENORMALS_MASK) == DENORMALS_FLUSHED) {
+      sse |= sse_flush;
+    }
     saved_sse_ = _mm_getcsr();
-    sse_changed_ = (saved_sse_ & sse_fields) != wanted;
-    if (sse_changed_) _mm_setcsr((saved_sse_ & 0xFFFF1FBF) | wanted);
+    sse_changed_ = (saved_sse_ & sse_fields) != sse;
+    if (sse_changed_) _mm_setcsr((saved_sse_ & 0xFFFF1FBF) | sse);
   }
 
-  uint32_t saved_sse_;
+  uint32_t saved_sse_ = 0;
   uint16_t saved_x87_ = 0;
   bool sse_changed_ = false;
   bool x87_changed_ = false;

@@ -52,7 +52,7 @@ template <class Op, class... In>
   constexpr int unroll = 4;
   constexpr int32_t block = unroll * lanes<V>;
 
-  const ControlWords words(Environment{});
+  const ControlWords words(environment_mode);
   if (n <= short_vector || (overlaps_partly(a, r, n) || ...)) {
     ascending<Op>(0, n, r, a...);
     return;

@@ -2,7 +2,7 @@
 // stands in both places.
 #pragma once
 
-#include <orv/qem.h>
+#include "../errors/errors.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {
@@ -22,6 +22,10 @@ inline void report(int32_t code, int32_t index, const QemComplexFloat* a, QemCom
 inline void report(int32_t code, int32_t index, const QemComplexDouble* a, QemComplexDouble* r1,
                    QemComplexDouble* r2, const char* name) {
   orv_qem_kernel_zError(code, index, a, a, r1, r2, name);
+}
+template <class I, class O>
+void report(int32_t code, int32_t index, const I* a, O* r, O*, const char* name) {
+  report_mixed(code, index, a, r, name);
 }
 
 }  // namespace ORV_TAG

@@ -18,6 +18,16 @@ struct alignas(2 * sizeof(T)) Pair {
   T first, second;
 };
 
+/// Four adjacent numbers, and three, of which a table need not be aligned.
+template <class T>
+struct alignas(4 * sizeof(T)) Quad {
+  T number[4];
+};
+template <class T>
+struct Triple {
+  T number[3];
+};
+
 /// The lanes' 32-bit words in memory.
 template <class V>
 struct Words {
@@ -38,6 +48,21 @@ class Indices {
   template <class Entry>
   const Entry* entry(const Entry* table, int lane) const {
     return table + words_.word[lane * (sizeof(Lane<V>) / 4)];
+  }
+
+ private:
+  Words<V> words_;
+};
+
+/// An index in the high word of each lane of double: its bits from `shift` up.
+template <class V, int shift>
+class IndicesInHighWord {
+ public:
+  explicit IndicesInHighWord(V v) : words_(v) {}
+
+  template <class Entry>
+  const Entry* entry(const Entry* table, int lane) const {
+    return table + (words_.word[2 * lane + 1] >> shift);
   }
 
  private:
@@ -83,6 +108,20 @@ void lookup(const Pair<double>* table, const I& i, __m128d& first, __m128d& seco
   second = _mm_unpackhi_pd(a, b);
 }
 
+/// Number j of each lane's entry goes to x[j].
+template <class I>
+void lookup(const Quad<double>* table, const I& i, __m128d (&x)[4]) {
+  const double *a = i.entry(table, 0)->number, *b = i.entry(table, 1)->number;
+  deinterleave(_mm_load_pd(a), _mm_load_pd(b), x[0], x[1]);
+  deinterleave(_mm_load_pd(a + 2), _mm_load_pd(b + 2), x[2], x[3]);
+}
+template <class I>
+void lookup(const Triple<double>* table, const I& i, __m128d (&x)[3]) {
+  const double *a = i.entry(table, 0)->number, *b = i.entry(table, 1)->number;
+  deinterleave(_mm_loadu_pd(a), _mm_loadu_pd(b), x[0], x[1]);
+  x[2] = _mm_loadh_pd(_mm_load_sd(a + 2), b + 2);
+}
+
 template <class I>
 __m128 lookup(const float* table, const I& i, __m128) {
   const __m128 a = _mm_unpacklo_ps(_mm_load_ss(i.entry(table, 0)), _mm_load_ss(i.entry(table, 1)));
@@ -117,6 +156,33 @@ void lookup(const Pair<double>* table, const I& i, __m256d& first, __m256d& seco
   const __m256d a = two(0), b = two(1);
   first = _mm256_unpacklo_pd(a, b);
   second = _mm256_unpackhi_pd(a, b);
+}
+
+template <class I>
+void lookup(const Quad<double>* table, const I& i, __m256d (&x)[4]) {
+  const auto two = [&](int k, int j) {
+    const __m256d lower = _mm256_castpd128_pd256(_mm_load_pd(i.entry(table, k)->number + j));
+    return _mm256_insertf128_pd(lower, _mm_load_pd(i.entry(table, k + 2)->number + j), 1);
+  };
+  for (int j = 0; j < 4; j += 2) {
+    const __m256d a = two(0, j), b = two(1, j);
+    x[j] = _mm256_unpacklo_pd(a, b);
+    x[j + 1] = _mm256_unpackhi_pd(a, b);
+  }
+}
+template <class I>
+void lookup(const Triple<double>* table, const I& i, __m256d (&x)[3]) {
+  const auto two = [&](int k) {
+    const __m256d lower = _mm256_castpd128_pd256(_mm_loadu_pd(i.entry(table, k)->number));
+    return _mm256_insertf128_pd(lower, _mm_loadu_pd(i.entry(table, k + 2)->number), 1);
+  };
+  const __m256d a = two(0), b = two(1);
+  x[0] = _mm256_unpacklo_pd(a, b);
+  x[1] = _mm256_unpackhi_pd(a, b);
+  const auto third = [&](int k) { return i.entry(table, k)->number + 2; };
+  const __m128d lo = _mm_loadh_pd(_mm_load_sd(third(0)), third(1));
+  const __m128d hi = _mm_loadh_pd(_mm_load_sd(third(2)), third(3));
+  x[2] = _mm256_insertf128_pd(_mm256_castpd128_pd256(lo), hi, 1);
 }
 
 template <class I>

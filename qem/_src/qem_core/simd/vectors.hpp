@@ -142,6 +142,25 @@ inline void store(double* p, __m256d v) {
 inline void store_low(double* p, __m128d v) { memcpy(p, &v, sizeof *p); }
 inline void store_low(float* p, __m128 v) { memcpy(p, &v, sizeof *p); }
 
+/// Floats in lanes of double, rounded on the way back.
+inline __m128d load_widened(const float* p, __m128d) {
+  double two;
+  memcpy(&two, p, sizeof two);
+  return _mm_cvtps_pd(_mm_castpd_ps(_mm_set_sd(two)));
+}
+inline void store_narrowed(float* p, __m128d v) {
+  const __m128 floats = _mm_cvtpd_ps(v);
+  memcpy(p, &floats, sizeof floats / 2);
+}
+inline void store_low(float* p, __m128d v) {
+  const __m128 floats = _mm_cvtpd_ps(v);
+  memcpy(p, &floats, sizeof *p);
+}
+#ifdef __AVX__
+inline __m256d load_widened(const float* p, __m256d) { return _mm256_cvtps_pd(load<__m128>(p)); }
+inline void store_narrowed(float* p, __m256d v) { store(p, _mm256_cvtpd_ps(v)); }
+#endif
+
 /// All lanes with one value.
 inline __m128d splat(double x, __m128d) { return _mm_set1_pd(x); }
 inline __m128 splat(float x, __m128) { return _mm_set1_ps(x); }
@@ -235,11 +254,33 @@ Int<V> shift_left(Int<V> a) {
       [](__m128i x) { return wide_lanes<V> ? _mm_slli_epi64(x, count) : _mm_slli_epi32(x, count); },
       a);
 }
-/// Arithmetic; there is none for 64-bit lanes.
+template <class V, int count>
+Int<V> shift_right_logical(Int<V> a) {
+  return by_halves(
+      [](__m128i x) { return wide_lanes<V> ? _mm_srli_epi64(x, count) : _mm_srli_epi32(x, count); },
+      a);
+}
+/// Arithmetic. Lanes of 64 bits have no such instruction: the sign bit is brought down, and borrows
+/// from above fill the rest.
 template <class V, int count>
 Int<V> shift_right(Int<V> a) {
-  static_assert(!wide_lanes<V>);
-  return by_halves([](__m128i x) { return _mm_srai_epi32(x, count); }, a);
+  if constexpr (wide_lanes<V>) {
+    const __m128i sign = _mm_set1_epi64x(INT64_MIN);
+    const __m128i moved_sign = _mm_srli_epi64(sign, count);
+    return by_halves(
+        [=](__m128i x) {
+          return _mm_sub_epi64(_mm_xor_si128(_mm_srli_epi64(x, count), moved_sign), moved_sign);
+        },
+        a);
+  } else {
+    return by_halves([](__m128i x) { return _mm_srai_epi32(x, count); }, a);
+  }
+}
+/// Low words of 64-bit lanes, multiplied to 64 bits.
+template <class V>
+Int<V> multiply_low_words(Int<V> a, Int<V> b) {
+  static_assert(wide_lanes<V>);
+  return by_halves([](__m128i x, __m128i y) { return _mm_mul_epu32(x, y); }, a, b);
 }
 
 /// Lanes of 64 and of 32 bits with a mask, without leaving the floating-point side.
@@ -270,15 +311,35 @@ inline __m256 or_bits(__m256 v, uint32_t mask) {
 }
 #endif
 
+/// Bits of a where the mask has them set, of b elsewhere; the mask covers whole lanes.
+inline __m128d select(__m128d mask, __m128d a, __m128d b) {
+  return _mm_or_pd(_mm_and_pd(mask, a), _mm_andnot_pd(mask, b));
+}
+inline __m128 select(__m128 mask, __m128 a, __m128 b) {
+  return _mm_or_ps(_mm_and_ps(mask, a), _mm_andnot_ps(mask, b));
+}
+#ifdef __AVX__
+inline __m256d select(__m256d mask, __m256d a, __m256d b) {
+  return _mm256_or_pd(_mm256_and_pd(mask, a), _mm256_andnot_pd(mask, b));
+}
+inline __m256 select(__m256 mask, __m256 a, __m256 b) {
+  return _mm256_or_ps(_mm256_and_ps(mask, a), _mm256_andnot_ps(mask, b));
+}
+#endif
+
 inline __m128d either(__m128d a, __m128d b) { return _mm_or_pd(a, b); }
 inline __m128 either(__m128 a, __m128 b) { return _mm_or_ps(a, b); }
 inline __m128d both(__m128d a, __m128d b) { return _mm_and_pd(a, b); }
 inline __m128 both(__m128 a, __m128 b) { return _mm_and_ps(a, b); }
+inline __m128d exclusive(__m128d a, __m128d b) { return _mm_xor_pd(a, b); }
+inline __m128 exclusive(__m128 a, __m128 b) { return _mm_xor_ps(a, b); }
 #ifdef __AVX__
 inline __m256d either(__m256d a, __m256d b) { return _mm256_or_pd(a, b); }
 inline __m256 either(__m256 a, __m256 b) { return _mm256_or_ps(a, b); }
 inline __m256d both(__m256d a, __m256d b) { return _mm256_and_pd(a, b); }
 inline __m256 both(__m256 a, __m256 b) { return _mm256_and_ps(a, b); }
+inline __m256d exclusive(__m256d a, __m256d b) { return _mm256_xor_pd(a, b); }
+inline __m256 exclusive(__m256 a, __m256 b) { return _mm256_xor_ps(a, b); }
 #endif
 
 // ---- Conversions -------------------------------------------------------------------------------
@@ -334,6 +395,57 @@ inline __m128d nearest(__m128d x) { return (x + 0x1.8p52) - 0x1.8p52; }
 inline __m128 nearest(__m128 x) { return (x + 0x1.8p23f) - 0x1.8p23f; }
 #endif
 
+/// Correctly rounded.
+inline __m128d square_root(__m128d x) { return _mm_sqrt_pd(x); }
+inline __m128 square_root(__m128 x) { return _mm_sqrt_ps(x); }
+#ifdef __AVX__
+inline __m256d square_root(__m256d x) { return _mm256_sqrt_pd(x); }
+inline __m256 square_root(__m256 x) { return _mm256_sqrt_ps(x); }
+#endif
+
+// ---- Pairs in turn -----------------------------------------------------------------------------
+
+/// Pairs as they lie in memory, taken apart: x0 y0 x1 y1 ... of a, then of b.
+inline void deinterleave(__m128d a, __m128d b, __m128d& x, __m128d& y) {
+  x = _mm_unpacklo_pd(a, b);
+  y = _mm_unpackhi_pd(a, b);
+}
+inline void deinterleave(__m128 a, __m128 b, __m128& x, __m128& y) {
+  x = _mm_shuffle_ps(a, b, _MM_SHUFFLE(2, 0, 2, 0));
+  y = _mm_shuffle_ps(a, b, _MM_SHUFFLE(3, 1, 3, 1));
+}
+/// And put together.
+inline void interleave(__m128d x, __m128d y, __m128d& a, __m128d& b) {
+  a = _mm_unpacklo_pd(x, y);
+  b = _mm_unpackhi_pd(x, y);
+}
+inline void interleave(__m128 x, __m128 y, __m128& a, __m128& b) {
+  a = _mm_unpacklo_ps(x, y);
+  b = _mm_unpackhi_ps(x, y);
+}
+#ifdef __AVX__
+inline void deinterleave(__m256d a, __m256d b, __m256d& x, __m256d& y) {
+  const __m256d lo = _mm256_permute2f128_pd(a, b, 0x20), hi = _mm256_permute2f128_pd(a, b, 0x31);
+  x = _mm256_unpacklo_pd(lo, hi);
+  y = _mm256_unpackhi_pd(lo, hi);
+}
+inline void deinterleave(__m256 a, __m256 b, __m256& x, __m256& y) {
+  const __m256 lo = _mm256_permute2f128_ps(a, b, 0x20), hi = _mm256_permute2f128_ps(a, b, 0x31);
+  x = _mm256_shuffle_ps(lo, hi, _MM_SHUFFLE(2, 0, 2, 0));
+  y = _mm256_shuffle_ps(lo, hi, _MM_SHUFFLE(3, 1, 3, 1));
+}
+inline void interleave(__m256d x, __m256d y, __m256d& a, __m256d& b) {
+  const __m256d lo = _mm256_unpacklo_pd(x, y), hi = _mm256_unpackhi_pd(x, y);
+  a = _mm256_permute2f128_pd(lo, hi, 0x20);
+  b = _mm256_permute2f128_pd(lo, hi, 0x31);
+}
+inline void interleave(__m256 x, __m256 y, __m256& a, __m256& b) {
+  const __m256 lo = _mm256_unpacklo_ps(x, y), hi = _mm256_unpackhi_ps(x, y);
+  a = _mm256_permute2f128_ps(lo, hi, 0x20);
+  b = _mm256_permute2f128_ps(lo, hi, 0x31);
+}
+#endif
+
 // ---- Lane masks: bit k for lane k, quiet on quiet NaN ------------------------------------------
 
 #ifdef __AVX__
@@ -373,6 +485,8 @@ inline __m128 greater(__m128 a, __m128 b) { return _mm_cmpgt_ps(a, b); }
 inline __m128d equal(__m128d a, __m128d b) { return _mm_cmpeq_pd(a, b); }
 inline __m128 equal(__m128 a, __m128 b) { return _mm_cmpeq_ps(a, b); }
 #ifdef __AVX__
+inline __m256d equal(__m256d a, __m256d b) { return compare<_CMP_EQ_OQ>(a, b); }
+inline __m256 equal(__m256 a, __m256 b) { return compare<_CMP_EQ_OQ>(a, b); }
 inline __m256d greater(__m256d a, __m256d b) { return compare<_CMP_GT_OQ>(a, b); }
 inline __m256 greater(__m256 a, __m256 b) { return compare<_CMP_GT_OQ>(a, b); }
 #endif

@@ -1,0 +1,6 @@
+#include "complex_mul.hpp"
+
+void orv_qem_kernel_zMul_W7EPnnn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b,
+                                 QemComplexDouble* r) {
+  orv::guarded(orv::ComplexMul<QemComplexDouble>{}, n, a, b, r);
+}
