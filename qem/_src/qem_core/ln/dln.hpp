@@ -25,7 +25,7 @@ struct DLn {
 
   template <class V>
   static V lane(V x) {
-    return table_log<vdln_data, level>(reduce_log<vdln_data, level>(x));
+    return table_log<vdln_data, level>(x);
   }
 };
 

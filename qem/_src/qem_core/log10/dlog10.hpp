@@ -44,7 +44,7 @@ struct DLog10 {
 
   template <class V>
   static V lane(V x) {
-    return table_log<vdlog10_data, level>(reduce_log<vdlog10_data, level>(x));
+    return table_log<vdlog10_data, level>(x);
   }
 };
 

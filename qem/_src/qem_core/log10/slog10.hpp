@@ -43,7 +43,7 @@ struct SLog10 {
 
   template <class V>
   static V lane(V x) {
-    return table_log<vslog10_data, level>(reduce_log<vslog10_data, level>(x));
+    return table_log<vslog10_data, level>(x);
   }
 };
 
