@@ -74,8 +74,7 @@ Reached exhaust(const Function& f, const FunctionSlots& function);
 std::vector<std::string> faults(const Kernel& slot, const Function& f, const Worst& worst);
 
 /// A digest of each kernel's results over a fixed input set, which shows any change of a bit
-/// between builds: the lines of digests.txt, first word and rest. Those marked "machine" hold for
-/// the one that the line "machine" names, since they use a processor's own reciprocal estimate.
+/// between builds and processors: the lines of digests.txt, first word and rest.
 using Digests = std::map<std::string, std::string>;
 Digests compute_digests();
 

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Checks that no unit has an instruction beyond the instruction set that its name promises.
+"""Checks that no unit has an instruction beyond the instruction set that its name promises, and none
+whose result differs between makers of processors.
 
 usage: tags_test.py OBJECT...    all objects of the library"""
 import pathlib
@@ -15,6 +16,7 @@ SSE2, SSE3, SSSE3, SSE41, SSE42, AVX, BEYOND = range(7)
 LIMIT = {"px": SSE2, "w7": SSE2, "t7": SSE3, "v8": SSE3, "n8": SSE41, "p8": SSE41, "g9": AVX}
 
 NEWER = [  # the first pattern that matches the whole mnemonic tells its instruction set
+    (BEYOND, r"v?r(cp|sqrt)[ps]s|f(sin|cos|sincos|ptan|patan|2xm1|yl2x|yl2xp1)"),  # makers differ
     (SSE3, r"addsubp[sd]|haddp[sd]|hsubp[sd]|lddqu|movddup|movs[hl]dup|fisttp.*|monitor|mwait"),
     (SSSE3, r"pabs[bwd]|palignr|ph(add|sub)(w|d|sw)|pmaddubsw|pmulhrsw|pshufb|psign[bwd]"),
     (SSE41, r"blendv?p[sd]|dpp[sd]|extractps|insertps|movntdqa|mpsadbw|packusdw|pblend(vb|w)|"
@@ -83,6 +85,7 @@ def test_itself():
         (BEYOND, "vpaddq %ymm0,%ymm1,%ymm2", "vfmadd213sd %xmm0,%xmm1,%xmm2", "shlx   %eax,%ecx,%edx",
          "vbroadcastsd %xmm0,%ymm0", "vextracti128 $0x1,%ymm0,%xmm1", "vpermpd $0x1b,%ymm0,%ymm1",
          "vaddpd %zmm0,%zmm1,%zmm2", "vpmovsxdq %xmm0,%ymm0", "vpsllvq %xmm0,%xmm1,%xmm2",
+         "rcpps  %xmm0,%xmm1", "vrsqrtss %xmm0,%xmm0,%xmm1", "fyl2xp1",
          "andn   %eax,%ecx,%edx", "vgatherdpd %ymm0,(%eax,%xmm1,8),%ymm2", "lzcnt  %eax,%eax"),
     ]
     for level, *lines in kinds:

@@ -84,13 +84,16 @@ LOG10_FLOAT = Base("log10", "vslog10", "float", 8, log(mpf(10)),
 LOG1P_FLOAT = Base("ln", "vslog1p", "float", 7, mpf(1),
                    0x162E4 * power(-17), 0x17F7C * power(-36), power(-17), 127)
 
-# |r| where the reciprocal estimate is at its worst, and where it is good
-WIDE, NARROW = 0.00136, 0.0011
+
+def residual(base):
+    """Where r = m R - 1 lies, m below 2^-k: R is within a half of 1/m, and the division's rounding."""
+    largest = 0.502 / 2 ** base.k
+    return -largest, largest
 
 
 def vdln_tables():
     return header("vdln_tables.hpp", [
-        fit("double", "vdln_ha_series", "log1p(x)/x", range(1, 6), (-WIDE, WIDE), "1"),
+        fit("double", "vdln_ha_series", "log1p(x)/x", range(1, 6), residual(LN), "1"),
         *LN.tables(), LN.slow_table("_qemdLnHATab"),
     ])
 
@@ -98,8 +101,8 @@ def vdln_tables():
 def vdlog10_tables():
     function, linear = "log1p(x)/(x*log(10))", "1/log(10)"
     return header("vdlog10_tables.hpp", [
-        fit("double", "vdlog10_ha_series", function, range(1, 6), (-WIDE, WIDE), linear),
-        fit("double", "vdlog10_la_series", function, range(1, 5), (-NARROW, NARROW), linear),
+        fit("double", "vdlog10_ha_series", function, range(1, 6), residual(LOG10), linear),
+        fit("double", "vdlog10_la_series", function, range(1, 5), residual(LOG10), linear),
         *LOG10.tables(), LOG10.slow_table("_qemdLog10HATab"),
     ])
 
@@ -114,7 +117,7 @@ def vsln_tables():
 
 
 def vslog10_tables():
-    function, linear, r = "log1p(x)/(x*log(10))", "1/log(10)", (-0.0028, 0.0028)
+    function, linear, r = "log1p(x)/(x*log(10))", "1/log(10)", residual(LOG10_FLOAT)
     return header("vslog10_tables.hpp", [
         fit("float", "vslog10_ha_series", function, range(1, 3), r, linear),
         fit("float", "vslog10_la_series", function, range(1, 3), r, linear),

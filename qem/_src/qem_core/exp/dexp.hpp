@@ -103,7 +103,7 @@ struct DExp {
   using T = double;
   static constexpr int block = 8;
   static constexpr char _QEM_THISFUNC_NAME[] = "vdExp";
-  static constexpr Environment environment = {};
+  static constexpr Environment environment = environment_mode;
 
   template <class V>
   static int rare(V x) {

@@ -71,7 +71,7 @@ struct SExp {
   using T = float;
   static constexpr int block = 16;
   static constexpr char _QEM_THISFUNC_NAME[] = "vsExp";
-  static constexpr Environment environment = {};
+  static constexpr Environment environment = environment_mode;
 
   template <class V>
   static int rare(V x) {

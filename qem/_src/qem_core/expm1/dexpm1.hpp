@@ -31,7 +31,7 @@ struct DExpm1 {
   using T = double;
   static constexpr int block = level == Level::HA ? 4 : 8;
   static constexpr char _QEM_THISFUNC_NAME[] = "vdExpm1";
-  static constexpr Environment environment = {};
+  static constexpr Environment environment = environment_mode;
 
   template <class V>
   static int rare(V x) {

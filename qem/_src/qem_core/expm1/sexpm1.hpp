@@ -30,7 +30,7 @@ struct SExpm1 {
   using T = float;
   static constexpr int block = 8;
   static constexpr char _QEM_THISFUNC_NAME[] = "vsExpm1";
-  static constexpr Environment environment = {};
+  static constexpr Environment environment = environment_mode;
 
   template <class V>
   static int rare(V x) {

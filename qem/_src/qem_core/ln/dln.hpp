@@ -14,7 +14,7 @@ struct DLn {
   using T = double;
   static constexpr int block = 8;
   static constexpr char _QEM_THISFUNC_NAME[] = "vdLn";
-  static constexpr Environment environment = {};
+  static constexpr Environment environment = environment_mode;
 
   template <class V>
   static int rare(V x) {
@@ -25,7 +25,7 @@ struct DLn {
 
   template <class V>
   static V lane(V x) {
-    return table_log<vdln_data, level>(reduce_log<vdln_data, level>(x));
+    return table_log<vdln_data, level>(x);
   }
 };
 

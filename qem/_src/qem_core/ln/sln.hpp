@@ -26,7 +26,7 @@ struct SLn {
   using D = vsln_data;
   static constexpr int block = 16;
   static constexpr char _QEM_THISFUNC_NAME[] = "vsLn";
-  static constexpr Environment environment = {};
+  static constexpr Environment environment = environment_mode;
 
   template <class V>
   static int rare(V x) {

@@ -1,8 +1,8 @@
 // What the logarithms with a table share: the reduction of the argument, the assembly of the
 // result, and the slow path. dLn, Log10 and Log1p are made of it.
 //
-// x = 2^e m. A whole number R near 1/m from the hardware's reciprocal estimate makes m R = 1 + r
-// with a small r, and log x = e log 2 - log R + log(1 + r): a table for log R, a polynomial for the
+// x = 2^e m. The whole number R nearest to 1/m, by a division of floats, makes m R = 1 + r with a
+// small r, and log x = e log 2 - log R + log(1 + r): a table for log R, a polynomial for the
 // rest. The least and the greatest R both stand for a power of two, and their table entries are
 // exactly minus the term in log 2, so that the result keeps its relative accuracy on both sides
 // of 1.
@@ -49,32 +49,35 @@ int not_positive_normal(V x) {
   return outside(x, F::smallest_normal, F::largest);
 }
 
+/// m in [2^-(k + 1), 2^-k) of positive normal numbers.
 template <class Base, class V>
-struct ReducedLog {
-  V r;  // m R - 1
-  V R;
-  V exponent;  // as in the bit pattern, with its bias
-  IndicesFrom2To<V, Base::k> index;
-};
-
-/// Of positive normal numbers: m in [2^-(k + 1), 2^-k). HA and LA have r without error.
-template <class Base, Level level, class V>
-ReducedLog<Base, V> reduce_log(V x) {
+V significand(V x) {
   using F = Format<Lane<V>>;
   using Bits = typename F::Bits;
   constexpr Bits fraction = (Bits{1} << F::fraction_bits) - 1;
   constexpr Bits exponent_of_m = Bits{F::bias - Base::k - 1} << F::fraction_bits;
-  const V m = or_bits(and_bits(x, fraction), exponent_of_m);
-  const V R = nearest(reciprocal_estimate(m));
-  V r;
-  if constexpr (level == Level::EP) {
-    r = m * R - Lane<V>{1};
-  } else {
-    const V m_hi = and_bits(m, UpperHalf<Lane<V>>::m);
-    const V m_lo = m - m_hi;
-    r = (m_hi * R - Lane<V>{1}) + m_lo * R;
-  }
-  return {r, R, exponent_field(x), IndicesFrom2To<V, Base::k>(R)};
+  return or_bits(and_bits(x, fraction), exponent_of_m);
+}
+
+/// m/x, a power of two.
+template <class Base, class V>
+V significand_scale(V x) {
+  using F = Format<Lane<V>>;
+  using Bits = typename F::Bits;
+  constexpr Bits exponent_mask = Bits{2 * F::bias + 1} << F::fraction_bits;
+  constexpr Bits exponent_sum = Bits{2 * F::bias - Base::k - 1} << F::fraction_bits;
+  return as_vector<V>(
+      subtract<V>(bits_of(splat<V>(from_bits(exponent_sum))), bits_of(and_bits(x, exponent_mask))));
+}
+
+/// m R - 1, at HA and LA without error.
+template <Level level, class V>
+V remainder(V m, V R) {
+  using T = Lane<V>;
+  if constexpr (level == Level::EP) return m * R - T{1};
+  const V m_hi = and_bits(m, UpperHalf<T>::m);
+  const V m_lo = m - m_hi;
+  return (m_hi * R - T{1}) + m_lo * R;
 }
 
 /// c[0] + c[1] r + ..., in pairs.
@@ -86,23 +89,28 @@ V pairwise(const C (&c)[n], V r, V r2) {
   if constexpr (n == 5) return (c[4] * r2 + (c[3] * r + c[2])) * r2 + (c[1] * r + c[0]);
 }
 
-/// `tail`, if given, is what belongs to r but is too small for it.
+/// log x, or the log of x + tail, where the tail is too small for x to hold it.
 template <class Base, Level level, class V, class... Tail>
-V table_log(const ReducedLog<Base, V>& x, Tail... tail) {
+V table_log(V x, Tail... tail) {
   using T = Lane<V>;
   using F = Format<T>;
   constexpr bool natural = Base::log_e == T{1};
-  const V r = (x.r + ... + tail);
+  const V m = significand<Base>(x);
+  const V R = nearest(short_reciprocal(m));
+  const IndicesFrom2To<V, Base::k> index(R);
+  const V r_of_x = remainder<level>(m, R);
+  const V scale = significand_scale<Base>(x) * R;
+  const V r = (r_of_x + ... + (tail * scale));
   const V r2 = r * r;
+  V exponent = exponent_field(x);
 
   if constexpr (level == Level::HA) {
     V t_hi, t_lo;
-    lookup(Base::full_table, x.index, t_hi, t_lo);
-    V exponent = x.exponent;
+    lookup(Base::full_table, index, t_hi, t_lo);
     if constexpr (Base::full_from != 0) exponent = exponent - T{Base::full_from};
     const V high = exponent * Base::log2_hi + t_hi;  // exact
     const V low = exponent * Base::log2_lo + t_lo;
-    V linear = x.r, rest = pairwise(Base::ha_series, r, r2) * r2;
+    V linear = r_of_x, rest = pairwise(Base::ha_series, r, r2) * r2;
     if constexpr (!natural) {  // both products with log e's first part are exact
       const V r_hi = and_bits(r, UpperHalf<T>::r);
       linear = r_hi * Base::linear_hi;
@@ -115,7 +123,7 @@ V table_log(const ReducedLog<Base, V>& x, Tail... tail) {
       s = sum;
     };
     add(linear);
-    (add(tail), ...);
+    (add(tail * scale), ...);
     return (lost + rest) + s;
   } else {
     V linear = r, q;
@@ -124,9 +132,9 @@ V table_log(const ReducedLog<Base, V>& x, Tail... tail) {
     if constexpr (level == Level::EP) q = pairwise(Base::ep_series, r, r2) * r2;
     // Counting the exponent from the side of sqrt2 on which m lies leaves log(1 + r) alone near 1.
     constexpr T middle = Base::k == 9 ? 724 : Base::k == 8 ? 362 : 181;
-    const V above = greater(x.R, splat<V>(middle));
-    const V exponent = x.exponent - (T{F::bias - 1} + both(above, splat<V>(T{1})));
-    const V t = lookup(Base::short_table, x.index, V{});
+    const V above = greater(R, splat<V>(middle));
+    exponent = exponent - (T{F::bias - 1} + both(above, splat<V>(T{1})));
+    const V t = lookup(Base::short_table, index, V{});
     return ((linear + q) + t) + exponent * Base::log2;
   }
 }

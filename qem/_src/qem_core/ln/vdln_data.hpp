@@ -17,8 +17,7 @@ struct vdln_data {
   static constexpr const auto& full_table = vdln_full_table;
   static constexpr const auto& short_table = vdln_short_table;
   static constexpr const auto& slow_table = _qemdLnHATab;
-  // HA has one degree more than LA: |r| is up to 1/745 where the estimate's error turns the
-  // rounding of R.
+  // HA has one degree more than LA, whose series is off by up to 2^-55.0 of the result.
   static constexpr const auto& ha_series = vdln_ha_series;
   static constexpr double la_series[] = {-0.49999999999988803, 0.33333333333308374,
                                          -0.2500003054940248, 0.2000003665949424};

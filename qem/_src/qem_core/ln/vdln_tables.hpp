@@ -8,13 +8,13 @@ namespace orv {
 inline namespace ORV_TAG {
 
 // log1p(x)/x = 1 + vdln_ha_series[0] x^1 + vdln_ha_series[1] x^2 + vdln_ha_series[2] x^3 + vdln_ha_series[3] x^4 + vdln_ha_series[4] x^5,
-// x from -0.00136 to 0.00136: relative error 2^-64.6
+// x from -0.00098046875 to 0.00098046875: relative error 2^-67.5
 inline constexpr double vdln_ha_series[] = {
     -0x1.0000000000000p-1,
-    0x1.5555555554685p-2,
-    -0x1.fffffffffe372p-3,
-    0x1.9999caf9cc14cp-3,
-    -0x1.555581ebc3707p-3,
+    0x1.5555555555155p-2,
+    -0x1.ffffffffff85ap-3,
+    0x1.9999b343042ebp-3,
+    -0x1.55556c6a6da3ap-3,
 };
 
 // Two parts of -ln(R/1024) - 1023 ln(2), R from 512 to 1024.

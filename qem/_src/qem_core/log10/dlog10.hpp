@@ -33,7 +33,7 @@ struct DLog10 {
   using T = double;
   static constexpr int block = 8;
   static constexpr char _QEM_THISFUNC_NAME[] = "vdLog10";
-  static constexpr Environment environment = {};
+  static constexpr Environment environment = environment_mode;
 
   template <class V>
   static int rare(V x) {
@@ -44,7 +44,7 @@ struct DLog10 {
 
   template <class V>
   static V lane(V x) {
-    return table_log<vdlog10_data, level>(reduce_log<vdlog10_data, level>(x));
+    return table_log<vdlog10_data, level>(x);
   }
 };
 

@@ -32,7 +32,7 @@ struct SLog10 {
   using T = float;
   static constexpr int block = 8;
   static constexpr char _QEM_THISFUNC_NAME[] = "vsLog10";
-  static constexpr Environment environment = {};
+  static constexpr Environment environment = environment_mode;
 
   template <class V>
   static int rare(V x) {
@@ -43,7 +43,7 @@ struct SLog10 {
 
   template <class V>
   static V lane(V x) {
-    return table_log<vslog10_data, level>(reduce_log<vslog10_data, level>(x));
+    return table_log<vslog10_data, level>(x);
   }
 };
 

@@ -8,22 +8,22 @@ namespace orv {
 inline namespace ORV_TAG {
 
 // log1p(x)/(x*log(10)) = 1/log(10) + vdlog10_ha_series[0] x^1 + vdlog10_ha_series[1] x^2 + vdlog10_ha_series[2] x^3 + vdlog10_ha_series[3] x^4 + vdlog10_ha_series[4] x^5,
-// x from -0.00136 to 0.00136: relative error 2^-64.5
+// x from -0.00098046875 to 0.00098046875: relative error 2^-66.7
 inline constexpr double vdlog10_ha_series[] = {
     -0x1.bcb7b1526e50ep-3,
-    0x1.287a7636f3689p-3,
-    -0x1.bcb7b1532fd52p-4,
-    0x1.63c6524baf727p-4,
-    -0x1.28759958b921ap-4,
+    0x1.287a7636f3ff0p-3,
+    -0x1.bcb7b153e5330p-4,
+    0x1.63c63d9ea9da6p-4,
+    -0x1.2867fae265213p-4,
 };
 
 // log1p(x)/(x*log(10)) = 1/log(10) + vdlog10_la_series[0] x^1 + vdlog10_la_series[1] x^2 + vdlog10_la_series[2] x^3 + vdlog10_la_series[3] x^4,
-// x from -0.0011 to 0.0011: relative error 2^-55.7
+// x from -0.00098046875 to 0.00098046875: relative error 2^-56.6
 inline constexpr double vdlog10_la_series[] = {
-    -0x1.bcb7b1526e065p-3,
-    0x1.287a7636f3d8ep-3,
-    -0x1.bcb7ceb5c8b8bp-4,
-    0x1.63c6440aab247p-4,
+    -0x1.bcb7b1526e21dp-3,
+    0x1.287a7636f3fb3p-3,
+    -0x1.bcb7c8abb49f4p-4,
+    0x1.63c63e2aeee99p-4,
 };
 
 // Two parts of -log10(R/1024) - 1023 log10(2), R from 512 to 1024.

@@ -8,17 +8,17 @@ namespace orv {
 inline namespace ORV_TAG {
 
 // log1p(x)/(x*log(10)) = 1/log(10) + vslog10_ha_series[0] x^1 + vslog10_ha_series[1] x^2,
-// x from -0.0028 to 0.0028: relative error 2^-29.4
+// x from -0.0019609375 to 0.0019609375: relative error 2^-30.9
 inline constexpr float vslog10_ha_series[] = {
-    -0x1.bcb8060000000p-3f,
-    0x1.287ac20000000p-3f,
+    -0x1.bcb7dc0000000p-3f,
+    0x1.287a9c0000000p-3f,
 };
 
 // log1p(x)/(x*log(10)) = 1/log(10) + vslog10_la_series[0] x^1 + vslog10_la_series[1] x^2,
-// x from -0.0028 to 0.0028: relative error 2^-29.4
+// x from -0.0019609375 to 0.0019609375: relative error 2^-30.9
 inline constexpr float vslog10_la_series[] = {
-    -0x1.bcb8060000000p-3f,
-    0x1.287ac20000000p-3f,
+    -0x1.bcb7dc0000000p-3f,
+    0x1.287a9c0000000p-3f,
 };
 
 // Two parts of -log10(R/512) - 0 log10(2), R from 256 to 512.

@@ -17,7 +17,7 @@ struct DLog1p {
   using T = double;
   static constexpr int block = 4;
   static constexpr char _QEM_THISFUNC_NAME[] = "vdLog1p";
-  static constexpr Environment environment = {};
+  static constexpr Environment environment = environment_mode;
 
   template <class V>
   static int rare(V x) {

@@ -10,20 +10,11 @@ inline namespace ORV_TAG {
 template <class Base, Level level, class V>
 V log1p_lane(V x) {
   using T = Lane<V>;
-  using F = Format<T>;
-  using Bits = typename F::Bits;
   // 1 + x = y + y_lo without error
   const V y = x + T{1};
   const V x_of_y = y - T{1};
   const V y_lo = (T{1} - (y - x_of_y)) + (x - x_of_y);
-
-  const ReducedLog<Base, V> reduced = reduce_log<Base, level>(y);
-  // m = y scale
-  constexpr Bits exponent_mask = Bits{2 * F::bias + 1} << F::fraction_bits;
-  constexpr Bits exponent_sum = Bits{2 * F::bias - Base::k - 1} << F::fraction_bits;
-  const V scale = as_vector<V>(
-      subtract<V>(bits_of(splat<V>(from_bits(exponent_sum))), bits_of(and_bits(y, exponent_mask))));
-  const V result = table_log<Base, level>(reduced, y_lo * (scale * reduced.R));
+  const V result = table_log<Base, level>(y, y_lo);
   return either(result, and_bits(x, bits_of(-T{0})));  // the sign of zero
 }
 

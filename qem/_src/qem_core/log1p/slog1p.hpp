@@ -33,7 +33,7 @@ struct SLog1p {
   using T = float;
   static constexpr int block = 16;
   static constexpr char _QEM_THISFUNC_NAME[] = "vsLog1p";
-  static constexpr Environment environment = {};
+  static constexpr Environment environment = environment_mode;
 
   template <class V>
   static int rare(V x) {

@@ -351,9 +351,17 @@ inline __m128d exponent_field(__m128d x) {
       _mm_srli_epi32(_mm_shuffle_epi32(bits_of(x), _MM_SHUFFLE(3, 1, 3, 1)), 20));
 }
 inline __m128 to_float(__m128i i) { return _mm_cvtepi32_ps(i); }
-/// Reciprocal by the hardware's estimate: relative error below 1.5 * 2^-12.
-inline __m128d reciprocal_estimate(__m128d x) { return _mm_cvtps_pd(_mm_rcp_ps(_mm_cvtpd_ps(x))); }
-inline __m128 reciprocal_estimate(__m128 x) { return _mm_rcp_ps(x); }
+/// 1/x to a float's precision or more, by division: estimates differ between makers.
+inline __m128 short_reciprocal(__m128 x) { return 1.0f / x; }
+#ifdef __AVX__
+inline __m128d short_reciprocal(__m128d x) {
+  const __m128 two = _mm_cvtpd_ps(x);
+  return _mm_cvtps_pd(short_reciprocal(_mm_movelh_ps(two, two)));  // no zero to divide by
+}
+#else
+// Two doubles are divided in less time than they are narrowed and widened.
+inline __m128d short_reciprocal(__m128d x) { return 1.0 / x; }
+#endif
 #ifdef __AVX__
 inline __m256d exponent_field(__m256d x) {
   const __m128 lo = _mm256_castps256_ps128(_mm256_castpd_ps(x));
@@ -361,10 +369,10 @@ inline __m256d exponent_field(__m256d x) {
   const __m128 high_words = _mm_shuffle_ps(lo, hi, _MM_SHUFFLE(3, 1, 3, 1));
   return _mm256_cvtepi32_pd(_mm_srli_epi32(_mm_castps_si128(high_words), 20));
 }
-inline __m256d reciprocal_estimate(__m256d x) {
-  return _mm256_cvtps_pd(_mm_rcp_ps(_mm256_cvtpd_ps(x)));
+inline __m256 short_reciprocal(__m256 x) { return 1.0f / x; }
+inline __m256d short_reciprocal(__m256d x) {
+  return _mm256_cvtps_pd(short_reciprocal(_mm256_cvtpd_ps(x)));
 }
-inline __m256 reciprocal_estimate(__m256 x) { return _mm256_rcp_ps(x); }
 
 /// Signed 32-bit lanes as floats.
 inline __m256 to_float(Int256 i) {
