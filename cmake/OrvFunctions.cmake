@@ -14,6 +14,12 @@ set(ORV_FLAGS_n8 -msse4.1)
 set(ORV_FLAGS_p8 -msse4.1)
 set(ORV_FLAGS_g9 -mavx)
 
+# A unit for just the instructions of a tag.
+function(orv_compile_for_tag unit tag)
+  set_source_files_properties(${unit} PROPERTIES
+    COMPILE_OPTIONS "${ORV_FLAGS_${tag}}" COMPILE_DEFINITIONS ORV_TAG=${tag})
+endfunction()
+
 # The kernel's source file, relative to qem/_src/qem_core, and its tag in lower case.
 function(orv_kernel_unit type name kernel out_unit out_tag)
   string(TOLOWER ${name} folder)
@@ -57,8 +63,7 @@ function(orv_read_functions source_dir)
       orv_kernel_unit(${type} ${name} ${kernel} unit tag)
       set(unit ${source_dir}/${unit})
       list(APPEND units ${unit})
-      set_source_files_properties(${unit} PROPERTIES
-        COMPILE_OPTIONS "${ORV_FLAGS_${tag}}" COMPILE_DEFINITIONS ORV_TAG=${tag})
+      orv_compile_for_tag(${unit} ${tag})
     endforeach()
   endforeach()
   set(ORV_KERNEL_UNITS ${units} PARENT_SCOPE)

@@ -165,6 +165,31 @@ ORV_API void orv_qem_kernel_zError(int32_t code, int32_t index, const QemComplex
 /** Always 0: this library is one processor's build and chooses nothing at run time. */
 ORV_API int32_t dll_cpu_version(void);
 
+/* ---- Scalar routines ------------------------------------------------------------------------ */
+
+/** Sine and cosine of element `i` of a vector, into r1[i] and r2[i]; below 1 ulp whatever the
+ *  argument. An infinite one gives NaN and is reported with code 1 and the routine's own name, which
+ *  is all that the three levels differ in. The caller's control words don't matter. */
+ORV_API void orv_qem_kernel_sSinCos_SC_HA(int32_t i, const float* a, float* r1, float* r2);
+ORV_API void orv_qem_kernel_sSinCos_SC_LA(int32_t i, const float* a, float* r1, float* r2);
+ORV_API void orv_qem_kernel_sSinCos_SC_A11(int32_t i, const float* a, float* r1, float* r2);
+ORV_API void orv_qem_kernel_dSinCos_SC_HA(int32_t i, const double* a, double* r1, double* r2);
+ORV_API void orv_qem_kernel_dSinCos_SC_LA(int32_t i, const double* a, double* r1, double* r2);
+ORV_API void orv_qem_kernel_dSinCos_SC_A11(int32_t i, const double* a, double* r1, double* r2);
+
+/** The same as a complex number, cosine and sine. Complex floats report under the name of doubles. */
+ORV_API void orv_qem_kernel_cCIS_SC_HA(int32_t i, const float* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cCIS_SC_LA(int32_t i, const float* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cCIS_SC_A11(int32_t i, const float* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_zCIS_SC_HA(int32_t i, const double* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zCIS_SC_LA(int32_t i, const double* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zCIS_SC_A11(int32_t i, const double* a, QemComplexDouble* r);
+
+/** Takes whole quarter turns out of a finite x of 2^16 or more: what is left, within pi/4, goes to
+ *  out[0] and what that lacks to out[1]. Returns the quarter turns modulo 4 (M. Payne and R. Hanek,
+ *  1983). */
+ORV_API int32_t orv_qem_kernel_reduce_pio2d(double x, double* out);
+
 /* ---- Exported tables ------------------------------------------------------------------------ */
 
 /** Reciprocals, rounded to few bits, of the midpoints of [1 + i/256, 1 + (i + 1)/256). */

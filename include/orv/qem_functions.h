@@ -400,6 +400,17 @@ ORV_API void _qemcAdd(int32_t n, const QemComplexFloat* a, const QemComplexFloat
 ORV_API void _qemcAdd_11(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
 ORV_API void orv_qem_kernel_cAdd_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
 
+/** cCIS: cos(x) + i sin(x) of a real x; complex float.
+ *  Largest error: LA 0.501, HA 0.501, EP 0.501 ulp.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemRealToComplex_c orv_qem_kernel_cCIS_ttab[3];
+extern ORV_API const float orv_qem_kernel_cCIS_ctab[3];
+ORV_API void _qemcCIS_21(int32_t n, const float* a, QemComplexFloat* r);
+ORV_API void _qemcCIS_HA(int32_t n, const float* a, QemComplexFloat* r);
+ORV_API void _qemcCIS(int32_t n, const float* a, QemComplexFloat* r);
+ORV_API void _qemcCIS_11(int32_t n, const float* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cCIS_W7HAynn(int32_t n, const float* a, QemComplexFloat* r);
+
 /** cConj: complex conjugate, an exact bit operation; complex float.
  *  Status codes: none. */
 extern ORV_API const QemUnary_c orv_qem_kernel_cConj_ttab[3];
@@ -431,6 +442,17 @@ ORV_API void _qemzAdd_HA(int32_t n, const QemComplexDouble* a, const QemComplexD
 ORV_API void _qemzAdd(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
 ORV_API void _qemzAdd_26(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
 ORV_API void orv_qem_kernel_zAdd_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+
+/** zCIS: cos(x) + i sin(x) of a real x; complex double.
+ *  Largest error: LA 0.504, HA 0.504, EP 0.504 ulp.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemRealToComplex_z orv_qem_kernel_zCIS_ttab[3];
+extern ORV_API const float orv_qem_kernel_zCIS_ctab[3];
+ORV_API void _qemzCIS_50(int32_t n, const double* a, QemComplexDouble* r);
+ORV_API void _qemzCIS_HA(int32_t n, const double* a, QemComplexDouble* r);
+ORV_API void _qemzCIS(int32_t n, const double* a, QemComplexDouble* r);
+ORV_API void _qemzCIS_26(int32_t n, const double* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zCIS_W7HAynn(int32_t n, const double* a, QemComplexDouble* r);
 
 /** zConj: complex conjugate, an exact bit operation; complex double.
  *  Status codes: none. */

@@ -21,6 +21,22 @@ void factor_inputs(Inputs<R>& in) {
   in.patterns_of_both_signs(2, 1 / far, far);
 }
 
+/// Where lanes end, multiples and halves of a table step, and doubles next to multiples of pi/2.
+template <class R>
+void angle_inputs(Inputs<R>& in) {
+  constexpr double pi = 0x1.921FB54442D18p1;
+  in.linear(0.3, -10, 10);
+  in.linear(0.2, -65600, 65600);
+  in.patterns_of_both_signs(0.3, 0, std::numeric_limits<R>::infinity());
+  in.multiples(0.2, pi / 512, -70000, 70000);
+  in.multiples(0.1, pi / 2, 65000, is_float<R> ? 1e30 : 1e300);
+  for (const double x : {65536.0, pi / 2, pi}) in.at(x, 16);
+  for (const double x : {0x1.6AC5B262CA1FFp849, 0x1.DF77E73A0A3C5p+417, 0x1.921FB54442D18p+100,
+                         0x1.2D97C7F3321D2p+2, 22.0, 355.0, 1e22}) {
+    if (!is_float<R> || x < 1e38) in.at(x, 4);
+  }
+}
+
 /// Around whole numbers of all sizes, up to where all are whole.
 template <class R>
 void whole_inputs(Inputs<R>& in) {
@@ -150,6 +166,7 @@ void complex_product(mpfr_t* y, mpfr_t* x) {
   mpfr_fmms(y[0], x[0], x[2], x[1], x[3], MPFR_RNDN);
   mpfr_fmma(y[1], x[0], x[3], x[1], x[2], MPFR_RNDN);
 }
+void cis(mpfr_t* y, mpfr_t* x) { mpfr_sin_cos(y[1], y[0], x[0], MPFR_RNDN); }
 void modf(mpfr_t* y, mpfr_t* x) { mpfr_modf(y[0], y[1], x[0], MPFR_RNDN); }
 void copy(mpfr_t* y, mpfr_t* x) { mpfr_set(y[0], x[0], MPFR_RNDN); }
 double square(double x) { return x * x; }
@@ -169,6 +186,7 @@ const std::vector<Function> rows = {
     {"sd", "UnpackI", Rounded, copy, nullptr, ORV_INPUTS(arithmetic_inputs)},
     {"cz", "Add", Rounded, complex_sum, nullptr, ORV_INPUTS(arithmetic_inputs)},
     {"cz", "Mul", Approximate, complex_product, nullptr, ORV_INPUTS(factor_inputs), true},
+    {"cz", "CIS", Approximate, cis, nullptr, ORV_INPUTS(angle_inputs)},
     {"cz", "Conj", Rounded, conjugate, nullptr, ORV_INPUTS(arithmetic_inputs)},
     {"sd", "Exp", Approximate, unary<mpfr_exp>, ::exp, ORV_INPUTS(exp_inputs)},
     {"sd", "Expm1", Approximate, unary<mpfr_expm1>, ::expm1, ORV_INPUTS(expm1_inputs)},

@@ -1,5 +1,5 @@
 """The table files: path -> function that returns the file's text."""
-from . import exp, exported, ln
+from . import exp, exported, ln, sincos
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
@@ -12,5 +12,7 @@ FILES = {
     CORE / "log10/vslog10_tables.hpp": ln.vslog10_tables,
     CORE / "log1p/vslog1p_tables.hpp": ln.vslog1p_tables,
     CORE / "ln/vsln_tables.hpp": ln.vsln_tables,
+    CORE / "_heap/real/tables/two_over_pi.hpp": sincos.two_over_pi,
+    CORE / "_heap/real/tables/vdsincos_tables.hpp": sincos.vdsincos_tables,
     CORE / "tables/exported_tables.cpp": exported.exported_tables,
 }
