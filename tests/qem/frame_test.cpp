@@ -249,23 +249,6 @@ TEST(Frame, AbsRunsUnderTheCallersWords) {
 // ---- Registers and stack -----------------------------------------------------------------------
 
 #ifdef __i386__
-/// Calls with the stack pointer `shift` bytes off a multiple of 16.
-void call_off_balance(void (*function)(), const void* const (&arguments)[4], int shift) {
-  asm volatile(
-      "movl %%esp, %%esi\n\t"
-      "andl $-16, %%esp\n\t"
-      "subl %%ecx, %%esp\n\t"
-      "pushl 12(%%edx)\n\t"
-      "pushl 8(%%edx)\n\t"
-      "pushl 4(%%edx)\n\t"
-      "pushl (%%edx)\n\t"
-      "call *%%eax\n\t"
-      "movl %%esi, %%esp"
-      : "+a"(function), "+c"(shift)
-      : "d"(arguments)
-      : "esi", "memory", "cc", "xmm0", "xmm1", "xmm2", "xmm3", "xmm4", "xmm5", "xmm6", "xmm7");
-}
-
 TEST(Frame, TakesAStackAlignedToFourBytes) {
   for_each_kernel([](const Kernel& kernel, auto element) {
     using T = decltype(element);
