@@ -15,7 +15,10 @@ target_compile_options(orv_library_compile INTERFACE
   -fvisibility=hidden -fvisibility-inlines-hidden
   -fsemantic-interposition)  # exported entries call each other through their symbols
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
-  target_compile_options(orv_library_compile INTERFACE -mstackrealign)
+  # GCC realigns only what has vectors on its stack unless it is told what to expect; what the library
+  # calls back needs its sixteen bytes, too.
+  target_compile_options(orv_library_compile INTERFACE -mstackrealign
+    $<$<CXX_COMPILER_ID:GNU>:-mincoming-stack-boundary=2>)
 endif()
 
 if(ORV_SANITIZE)

@@ -129,7 +129,13 @@ typedef struct QemErrorContext {
 #pragma pack(pop)
 
 /** Called for each reported element when the mode has QEM_ERRMODE_CALLBACK. Returns 0 to let the
- *  other routes run and the record's results be stored, nonzero if the element is dealt with. */
+ *  other routes run and the record's results be stored, nonzero if the element is dealt with.
+ *
+ *  It runs in the middle of a kernel, under the kernel's control words: rounding to nearest,
+ * denormals as the mode says. It has to return: after a longjmp or a C++ exception out of it these
+ * words stay as they are, and of the vector nothing is promised. It may not call a kernel with the
+ * same output vector. Where the output is also an input, arg1 (or arg2) may already be the result.
+ */
 typedef int32_t (*QemErrorCallBack)(QemErrorContext* context);
 
 ORV_API QemErrorCallBack orv_qem_kernel_GetErrorCallBack(void);

@@ -1,6 +1,7 @@
 // Calls that must go through an exported entry or through a table: this program puts its own in
 // front of the library's, counts, and passes on.
 #include <dlfcn.h>
+#include <errno.h>
 #include <orv/qem.h>
 #include <orv/serv.h>
 #include <stdarg.h>
@@ -27,6 +28,7 @@ struct Line {
   std::string name;
   int32_t index;
   double value;
+  int error_number;
 };
 std::vector<Line> lines;
 
@@ -104,7 +106,7 @@ ORV_ERROR(c, QemComplexFloat)
 ORV_ERROR(z, QemComplexDouble)
 
 void orv_serv_orv_print(int channel, int key, int arguments, ...) {
-  Line line{channel, key, arguments, "", 0, 0};
+  Line line{channel, key, arguments, "", 0, 0, errno};
   va_list list;
   va_start(list, arguments);
   if (key <= 741) line.name = va_arg(list, const char*);
@@ -112,6 +114,7 @@ void orv_serv_orv_print(int channel, int key, int arguments, ...) {
   if (key > 741) line.value = va_arg(list, double);
   va_end(list);
   lines.push_back(line);
+  errno = EBADF;  // as if nobody could be told
 }
 
 #define ORV_READY(t, F, shape, ...)                                                 \
@@ -248,12 +251,16 @@ TEST(Messages, KeysAndValuesOfEachReport) {
       SCOPED_TRACE(testing::Message() << c.code << " " << c.a << " " << c.b);
       const double a[] = {9, 9, c.a}, b[] = {9, 9, c.b};
       double r1[] = {9, 9, c.r1}, r2[] = {9, 9, c.r2};
-      orv_qem_kernel_SetMode(QEM_ERRMODE_STDERR);
+      orv_qem_kernel_SetMode(QEM_ERRMODE_STDERR | QEM_ERRMODE_ERRNO);
       const auto base = reinterpret_cast<uintptr_t>(a) - 10 * sizeof(double);
       orv_qem_kernel_SetInterfInputVectorPointer(reinterpret_cast<const void*>(base));
       lines.clear();
+      errno = 99;
       orv_qem_kernel_dError(c.code, 2, a, b, r1, r2, "vdName");
+      const int error_number = errno;
+      EXPECT_TRUE(error_number != 99 && error_number != EBADF) << error_number;
       ASSERT_EQ(lines.size(), c.expected.size());
+      EXPECT_TRUE(lines.empty() || lines[0].error_number == error_number);
       for (size_t i = 0; i < lines.size(); ++i) {
         const bool has_name = lines[i].key <= 741, has_index = !has_name || lines[i].key == 735;
         EXPECT_EQ(lines[i].channel, 1);

@@ -287,24 +287,6 @@ TEST(Frame, AbsRunsUnderTheCallersWords) {
 // ---- Registers and stack -----------------------------------------------------------------------
 
 #ifdef __i386__
-/// Calls with the stack pointer `shift` bytes off a multiple of 16.
-void call_off_balance(void (*function)(), const void* const (&arguments)[5], int shift) {
-  asm volatile(
-      "movl %%esp, %%esi\n\t"
-      "andl $-16, %%esp\n\t"
-      "subl %%ecx, %%esp\n\t"
-      "pushl 16(%%edx)\n\t"
-      "pushl 12(%%edx)\n\t"
-      "pushl 8(%%edx)\n\t"
-      "pushl 4(%%edx)\n\t"
-      "pushl (%%edx)\n\t"
-      "call *%%eax\n\t"
-      "movl %%esi, %%esp"
-      : "+a"(function), "+c"(shift)
-      : "d"(arguments)
-      : "esi", "memory", "cc", "xmm0", "xmm1", "xmm2", "xmm3", "xmm4", "xmm5", "xmm6", "xmm7");
-}
-
 TEST(Frame, TakesAStackAlignedToFourBytes) {
   int kernels = 0;
   for_each_kernel([&](const Kernel& kernel, auto number) {
@@ -322,10 +304,7 @@ TEST(Frame, TakesAStackAlignedToFourBytes) {
       for (const auto& result : r.out) {
         if (!result.empty()) arguments.push_back(result.data());
       }
-      arguments.resize(5);
-      call_off_balance(kernel.call.address,
-                       {arguments[0], arguments[1], arguments[2], arguments[3], arguments[4]},
-                       shift);
+      call_off_balance(kernel.call.address, arguments, shift);
       EXPECT_TRUE(r.same_results(v)) << "shift " << shift;
       EXPECT_EQ(codes_heard(), v.codes) << "shift " << shift;
     }

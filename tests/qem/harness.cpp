@@ -264,6 +264,25 @@ bool upper_halves_clear() {
   return memcmp(upper, zeros, sizeof upper) == 0;
 }
 
+#ifdef __i386__
+void call_off_balance(void (*function)(), const std::vector<const void*>& arguments, int shift) {
+  const void* const* first = arguments.data();
+  size_t count = arguments.size();
+  asm volatile(
+      "movl %%esp, %%esi\n\t"
+      "andl $-16, %%esp\n\t"
+      "subl %%ecx, %%esp\n"
+      "1:\tpushl -4(%%edx,%%edi,4)\n\t"
+      "decl %%edi\n\t"
+      "jnz 1b\n\t"
+      "call *%%eax\n\t"
+      "movl %%esi, %%esp"
+      : "+a"(function), "+c"(shift), "+d"(first), "+D"(count)
+      :
+      : "esi", "memory", "cc", "xmm0", "xmm1", "xmm2", "xmm3", "xmm4", "xmm5", "xmm6", "xmm7");
+}
+#endif
+
 std::vector<Report>& reports() { return heard; }
 
 void listen() {

@@ -156,6 +156,11 @@ int flags_of(Body body) {
 /// The upper halves of the 256-bit registers are all zero.
 bool upper_halves_clear();
 
+#ifdef __i386__
+/// Calls with the stack pointer `shift` bytes off its usual place.
+void call_off_balance(void (*function)(), const std::vector<const void*>& arguments, int shift);
+#endif
+
 // ---- Reports -----------------------------------------------------------------------------------
 
 struct Report {

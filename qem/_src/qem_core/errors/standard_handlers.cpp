@@ -75,15 +75,16 @@ double from_bits(uint64_t bits) {
 }
 
 // On the x87 unit, so that the exception does not depend on the SSE control word. The store to a
-// 64-bit local is what underflows.
+// 64-bit local is what underflows. An exception that the program does not mask traps at the next
+// instruction of the unit, which is to be here.
 void divide(double a, double b) {
   double result;
-  asm volatile("fldl %1\n\tfdivl %2\n\tfstpl %0" : "=m"(result) : "m"(a), "m"(b) : "st");
+  asm volatile("fldl %1\n\tfdivl %2\n\tfstpl %0\n\tfwait" : "=m"(result) : "m"(a), "m"(b) : "st");
 }
 
 void square(double a) {
   double result;
-  asm volatile("fldl %1\n\tfmull %1\n\tfstpl %0" : "=m"(result) : "m"(a) : "st");
+  asm volatile("fldl %1\n\tfmull %1\n\tfstpl %0\n\tfwait" : "=m"(result) : "m"(a) : "st");
 }
 
 // Three of the constants have their two halves exchanged against the values they were meant to be
@@ -113,7 +114,11 @@ void _qemStdErrorHandlerExcept(const QemErrorContext* record) {
 void _qemStdErrorHandler(const QemErrorContext* record) {
   const QemMode mode = orv_qem_kernel_GetMode();
   if (mode & QEM_ERRMODE_ERRNO) _qemStdErrorHandlerErrno(record);
-  if (mode & QEM_ERRMODE_STDERR) _qemStdErrorHandlerStderr(record);
+  if (mode & QEM_ERRMODE_STDERR) {
+    const int error_number = errno;  // a message that cannot be written changes it
+    _qemStdErrorHandlerStderr(record);
+    errno = error_number;
+  }
   if (mode & QEM_ERRMODE_EXCEPT) _qemStdErrorHandlerExcept(record);
 }
 
