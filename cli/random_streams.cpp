@@ -2,13 +2,17 @@
 
 #include <fmt/ranges.h>
 #include <strings.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <limits>
+#include <optional>
 #include <vector>
 
 #include "error.hpp"
@@ -93,6 +97,62 @@ std::vector<uint32_t> words_of(const std::string& seed) {
   throw Error("{}: {}; give a file that can be opened", what, std::strerror(errno));
 }
 
+/// The file to put in the place of a path's, links followed; none for a device or a pipe.
+std::optional<std::filesystem::path> replaceable(const std::string& path) {
+  constexpr int most_links = 40;
+  std::error_code error;
+  std::filesystem::path file = path;
+  for (int links = 0; links < most_links && is_symlink(file, error); ++links) {
+    file = file.parent_path() / read_symlink(file, error);
+  }
+  if (std::filesystem::exists(path, error) && !is_regular_file(file, error)) return std::nullopt;
+  return file;
+}
+
+/// A new file beside another, that may take its place.
+class Replacement {
+ public:
+  Replacement(const std::string& what, const std::filesystem::path& file)
+      : what_(what), file_(file), path_(file.parent_path() / ".orv-XXXXXX") {
+    const bool exists = access(file_.c_str(), F_OK) == 0;
+    if (exists && access(file_.c_str(), W_OK) != 0) throw_unopened(what_);
+    descriptor_ = mkstemp(path_.data());
+    if (descriptor_ < 0) throw_unopened(what_);
+  }
+  Replacement(const Replacement&) = delete;
+  Replacement& operator=(const Replacement&) = delete;
+  ~Replacement() {
+    close(descriptor_);
+    if (!path_.empty()) unlink(path_.c_str());
+  }
+
+  const std::string& path() const { return path_; }
+
+  /// With the other's permissions, if it is there; not every file system has them.
+  void take_place() {
+    struct stat old = {};
+    const mode_t mask = umask(0);
+    umask(mask);
+    fchmod(descriptor_, stat(file_.c_str(), &old) == 0 ? old.st_mode & 07777 : 0666 & ~mask);
+    if (fsync(descriptor_) != 0 || std::rename(path_.c_str(), file_.c_str()) != 0) {
+      throw Error("{}: {}; the file is as it was", what_, std::strerror(errno));
+    }
+    path_.clear();
+  }
+
+ private:
+  const std::string what_;
+  const std::filesystem::path file_;
+  std::string path_;
+  int descriptor_;
+};
+
+void save_in(StreamState* stream, const std::string& path, const std::string& what) {
+  const int32_t status = __zokSaveStreamF(stream, path.c_str(), -1);
+  if (status == RNG_FILE_OPEN) throw_unopened(what);
+  check(status, what);
+}
+
 }  // namespace
 
 BrngProperties Generator::properties() const {
@@ -147,15 +207,22 @@ Stream load_stream(const std::string& path) {
 
 void save_stream(StreamState* stream, const std::string& path) {
   const std::string what = "--save " + in_quotes(path);
-  const int32_t status = __zokSaveStreamF(stream, path.c_str(), -1);
-  if (status == RNG_FILE_OPEN) throw_unopened(what);
-  check(status, what);
+  const auto file = replaceable(path);
+  if (!file) return save_in(stream, path, what);
+  Replacement replacement(what, *file);
+  save_in(stream, replacement.path(), what);
+  replacement.take_place();
 }
 
 void expect_writable(const std::string& path) {
-  std::FILE* const file = std::fopen(path.c_str(), "ab");
-  if (file == nullptr) throw_unopened("--save " + in_quotes(path));
-  std::fclose(file);
+  const std::string what = "--save " + in_quotes(path);
+  if (const auto file = replaceable(path)) {
+    const Replacement trial(what, *file);
+    return;
+  }
+  std::FILE* const opened = std::fopen(path.c_str(), "ab");
+  if (opened == nullptr) throw_unopened(what);
+  std::fclose(opened);
 }
 
 void skip_ahead(StreamState* stream, const std::string& count) {

@@ -33,6 +33,7 @@ Stream first_stream(const Generator& generator);
 /// `generator` is NAME or NAME:OFFSET, `seed` words with commas between.
 Stream new_stream(const std::string& generator, const std::string& seed);
 Stream load_stream(const std::string& path);
+/// A failure leaves what the file held.
 void save_stream(StreamState* stream, const std::string& path);
 /// A long job should not learn at its end that its stream can't be saved.
 void expect_writable(const std::string& path);

@@ -8,7 +8,9 @@
  *
  * Every function returns a status, RNG_OK or one of the negative codes below, unless said
  * otherwise. A stream has one user at a time; different streams are independent. The sequence of a
- * stream does not depend on how it is asked for: any split of a request gives the same numbers. */
+ * stream does not depend on how it is asked for: any split of a request into parts of one element
+ * or more gives the same numbers. A request for n below 1 delivers nothing, unless the generator is
+ * MCG31M1 or R250: these make one element, for which r must have room, and the stream moves on. */
 #ifndef ORV_ZOK_H
 #define ORV_ZOK_H
 
@@ -81,7 +83,7 @@ typedef struct StreamState {
  *  ahead (2: n = 2, a 64-bit count at params, low word first). */
 typedef int32_t (*BrngInitStream)(int32_t method, StreamState* stream, int32_t n,
                                   const uint32_t* params);
-/** n numbers in [a, b). */
+/** n numbers on [a, b), as exact as the uniform distributions below. */
 typedef int32_t (*BrngFloats)(StreamState* stream, int32_t n, float* r, float a, float b);
 typedef int32_t (*BrngDoubles)(StreamState* stream, int32_t n, double* r, double a, double b);
 /** n elements of the generator's WordSize bytes. */
@@ -195,13 +197,15 @@ ORV_API int32_t __zoksNewAbstractStream(StreamState** stream, int32_t n, float* 
 /* ---- Files ---------------------------------------------------------------------------------- */
 
 /** Writes a stream with its chunks to a file. `length` bytes of `name` are the file's name, or a
- *  terminated string if length is negative. Errors: RNG_NO_MEMORY, RNG_FILE_OPEN, RNG_FILE_WRITE,
- *  RNG_FILE_CLOSE. */
+ *  terminated string if length is negative. What the file held is lost even if writing fails.
+ *  Errors: RNG_INVALID_BRNG; RNG_BAD_FILE_FORMAT for a registered generator whose StateSize a file
+ *  can't tell, below 16 or above 65551 bytes; RNG_NO_MEMORY, RNG_FILE_OPEN, RNG_FILE_WRITE,
+ *  RNG_FILE_CLOSE. Nothing is written after the first four. */
 ORV_API int32_t __zokSaveStreamF(StreamState* stream, const char* name, int32_t length);
 
 /** Creates a stream from a file. *stream must be 0 or a valid stream; a failure deletes that,
- * success overwrites the pointer. Errors: as above, RNG_FILE_READ, RNG_BAD_FILE_FORMAT,
- *  RNG_UNSUPPORTED_FILE_VERSION. */
+ *  success overwrites the pointer. Errors: RNG_NO_MEMORY, RNG_FILE_OPEN, RNG_FILE_READ,
+ *  RNG_BAD_FILE_FORMAT, RNG_UNSUPPORTED_FILE_VERSION, RNG_FILE_CLOSE. */
 ORV_API int32_t __zokLoadStreamF(StreamState** stream, const char* name, int32_t length);
 
 /* ---- Basic generators ----------------------------------------------------------------------- */
@@ -243,17 +247,29 @@ ORV_API uint32_t __zokiPowMod(uint32_t a, uint32_t n_low, uint32_t n_high, uint3
 ORV_API void __zokiVect3PowMod(uint32_t* v, const uint32_t* c, uint32_t m, uint32_t n_low,
                                uint32_t n_high);
 
-/* ---- Uniform distributions ------------------------------------------------------------------ */
+/* ---- Uniform distributions --------------------------------------------------------------------
+ *
+ * A number is a + u (b - a), u being a fraction below 1 in the steps of the generator's word: 2^-31
+ * for MCG31M1, about 2^-51 for WH, 2^-59 for MCG59, 2^-32 for the others. It is rounded, and so b
+ * itself can come out: where the numbers below b lie d apart, with a probability of about
+ * d / (2 (b - a)), or never where this is less than the generator's step. So on [0, 1)
+ *
+ *   a float is 1 with probability 2^-25, 3 times in 10^8, for every generator (half as often again
+ *   for SFMT19937, which computes floats in single precision);
+ *   a double is never 1, but for MCG59, with probability 2^-54.
+ *
+ * Where b - a is not a double, and for SFMT19937's floats, rounding may also step over an end. */
 
-/** Asks the continuous uniforms to keep each result in [a, b] where rounding would leave it. */
+/** Asks the continuous uniforms to keep each result in [a, b], b included. */
 enum { RNG_ACCURATE = 0x40000000 };
 
-/** n uniform numbers on [a, b). */
+/** n uniform numbers on [a, b), up to rounding. */
 ORV_API int32_t _zokdRngUniform(int32_t method, StreamState* stream, int32_t n, double* r, double a,
                                 double b);
 ORV_API int32_t _zoksRngUniform(int32_t method, StreamState* stream, int32_t n, float* r, float a,
                                 float b);
-/** n uniform integers on [a, b). */
+/** n uniform integers on [a, b), the floors of doubles: b comes out where the double is b, with a
+ *  probability of 2^-23 at most (b = a + 1, far from 0). None is drawn for n below 1. */
 ORV_API int32_t _zokiRngUniform(int32_t method, StreamState* stream, int32_t n, int32_t* r,
                                 int32_t a, int32_t b);
 /** n elements as the generator makes them, see BrngProperties.WordSize. */

@@ -1,4 +1,6 @@
 // orv random: known sequences, saved streams, and what it says to mistakes.
+#include <sys/stat.h>
+
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -29,31 +31,12 @@ constexpr Generator generators[] = {
     {"R250", false, false, 1},        {"WH:272", true, true, 4},      {"MT19937", false, false, 1},
     {"MT2203:1023", false, false, 1}, {"SFMT19937", false, false, 4},
 };
-constexpr const char* kinds[] = {"bits", "int --range -1000 70000", "uniform --range -1 3",
-                                 "uniform --type s"};
-
 const std::string mt_words = "bits --seed 0x123,0x234,0x345,0x456 ";
 
 TEST(Random, GivesPublishedSequences) {
-  const std::string mrg = "bits --brng mrg32k3a --seed 12345,12345,12345,12345,12345,12345 ";
-  const struct {
-    std::string arguments;
-    Strings last;
-  } cases[] = {
-      {mt_words + "-n 5", {"1067595299", "955945823", "477289528", "4107218783", "4228976476"}},
-      {mt_words + "-n 1000",
-       {"2643151863", "3896204135", "2416995901", "1397735321", "3460025646"}},
-      {mrg + "-n 5", {"545508589", "1368065410", "1327943761", "3546985096", "951893194"}},
-      {mrg + "-n 100", {"3260904806"}},
-      {mrg + "--skip 999 -n 1", {"4235174647"}},
-      {"bits --brng SFMT19937 --seed 4660,22136,39612,57072 -n 1",
-       {"2920711183 3885745737 3501893680 856470934"}},
-  };
-  for (const auto& c : cases) {
-    const Strings lines = lines_of(c.arguments);
-    ASSERT_GE(lines.size(), c.last.size()) << c.arguments;
-    EXPECT_EQ(Strings(lines.end() - std::ssize(c.last), lines.end()), c.last) << c.arguments;
-  }
+  EXPECT_EQ(lines_of(mt_words + "-n 3"), (Strings{"1067595299", "955945823", "477289528"}));
+  EXPECT_EQ(lines_of("bits --brng SFMT19937 --seed 4660,22136,39612,57072 -n 1"),
+            Strings{"2920711183 3885745737 3501893680 856470934"});
 }
 
 template <class T>
@@ -67,20 +50,18 @@ std::vector<T> binary(const std::string& arguments) {
 /// The numbers of a kind, as text and binary, against the words that they are made of.
 template <class T>
 void expect_kind(const std::string& kind, double (*value)(double u)) {
-  const std::string rest = mt_words.substr(mt_words.find(' '));
-  const auto words = binary<uint32_t>(mt_words);
-  const auto numbers = binary<T>(kind + rest);
-  const Strings text = lines_of(kind + rest);
-  ASSERT_EQ(words.size(), 10u);
-  ASSERT_EQ(numbers.size(), 10u);
-  ASSERT_EQ(text.size(), 10u);
-  for (size_t k = 0; k < 10; ++k) {
-    const T expected = static_cast<T>(value(words[k] * 0x1p-32));
-    EXPECT_EQ(numbers[k], expected) << kind;
-    EXPECT_EQ(static_cast<T>(std::stod(text[k])), expected) << kind;
-    EXPECT_LE(text[k].size(), sizeof(T) == 4 ? 12u : 24u)
-        << text[k];  // no digits beyond the type's
+  const std::string arguments = kind + mt_words.substr(mt_words.find(' '));
+  std::vector<T> expected, read;
+  for (const uint32_t word : binary<uint32_t>(mt_words)) {
+    expected.push_back(static_cast<T>(value(word * 0x1p-32)));
   }
+  for (const std::string& text : lines_of(arguments)) {
+    read.push_back(static_cast<T>(std::stod(text)));
+    EXPECT_LE(text.size(), sizeof(T) == 4 ? 12u : 24u) << text;  // no digits beyond the type's
+  }
+  EXPECT_EQ(expected.size(), 10u);
+  EXPECT_EQ(read, expected) << kind;
+  EXPECT_EQ(binary<T>(arguments), expected) << kind;
 }
 
 TEST(Random, MakesEveryKindFromTheWords) {
@@ -90,6 +71,8 @@ TEST(Random, MakesEveryKindFromTheWords) {
   expect_kind<double>("uniform --range -2 6", [](double u) { return -2 + 8 * u; });
   expect_kind<int32_t>("int", [](double u) { return std::floor(100 * u); });
   expect_kind<int32_t>("int --range -7 0x19", [](double u) { return std::floor(-7 + 32 * u); });
+  // The largest fraction that there is: a double would be 100.
+  EXPECT_EQ(lines_of("int -n 1 --brng MCG59 --seed 0xFFFFFFFF,0x7FFFFFF"), Strings{"99"});
 }
 
 // A job of several blocks too, and the saved file replaced by the next command.
@@ -97,7 +80,8 @@ TEST(Random, ASavedStreamGoesOn) {
   const std::string state = path_of("state");
   for (const Generator& g : generators) {
     const std::string source = std::string(" --seed 7,8 --brng ") + g.name;
-    for (const std::string kind : kinds) {
+    for (const std::string kind :
+         {"bits", "int --range -1000 70000", "uniform --range -1 3", "uniform --type s"}) {
       std::string parts, from = source;
       for (const char* n : {" -n 7", " -n 0", " -n 40000", " -n 331"}) {
         parts += random(kind + n + from + " --save " + state).out;
@@ -111,40 +95,54 @@ TEST(Random, ASavedStreamGoesOn) {
   unlink(state.c_str());
 }
 
+TEST(Random, AFailureToSaveLeavesTheOldState) {
+  const std::string folder = path_of("folder"), state = folder + "/state", link = folder + "/link";
+  ASSERT_EQ(mkdir(folder.c_str(), 0700), 0);
+  ASSERT_EQ(symlink("state", link.c_str()), 0);
+  ASSERT_EQ(random("bits -n 0 --save " + link).code, 0);
+  ASSERT_EQ(chmod(state.c_str(), 0640), 0);
+  const std::string again = "random bits -n 5 --load " + state + " --save " + link;
+  // Files end at a thousand bytes; a signal may not tell.
+  const std::string full_disk = "sh -c 'trap \"\" XFSZ; ulimit -f 1; exec \"$@\"' sh";
+  const Outcome failed = orv(again, "", full_disk), first = orv(again), second = orv(again);
+  EXPECT_EQ(failed.code, 2);
+  expect_all_in(failed.err, {"--save '" + link + "'", "room"});
+  EXPECT_EQ(failed.out, first.out);
+  EXPECT_NE(first.out, second.out);
+  struct stat saved = {};
+  EXPECT_EQ(lstat(state.c_str(), &saved), 0);
+  EXPECT_EQ(saved.st_mode, S_IFREG | 0640u);
+  for (const std::string& file : {state, link}) EXPECT_EQ(unlink(file.c_str()), 0);
+  EXPECT_EQ(rmdir(folder.c_str()), 0) << "nothing else is left there";
+}
+
 TEST(Random, SkipsAndLeapsWhereTheListSaysSo) {
   const std::string list = random("list").out;
   for (const Generator& g : generators) {
     const std::string name(g.name, std::strcspn(g.name, ":"));
-    std::istringstream row(list.substr(list.find("\n" + name + " ") + 1));
-    std::string line;
-    std::getline(row, line);
-    std::istringstream cells(line);
-    const Strings columns(std::istream_iterator<std::string>(cells), {});
-    ASSERT_GE(columns.size(), 7u) << list;
-    const auto from_end = [&](size_t k) { return columns[columns.size() - k]; };
-    EXPECT_EQ(from_end(1), "ready") << line;
-    EXPECT_EQ(from_end(2), g.skip ? "yes" : "no") << line;
-    EXPECT_EQ(from_end(3), g.leapfrog ? "yes" : "no") << line;
-    EXPECT_EQ(from_end(5), std::to_string(4 * g.words)) << line;
-
-    const std::string source = std::string("uniform --seed 5 --brng ") + g.name;
-    const Outcome skipped = random(source + " -n 8 --skip 12");
-    const Outcome leapt = random(source + " -n 6 --skip 2 --leapfrog 1/3");
-    EXPECT_EQ(skipped.code, g.skip ? 0 : 2) << skipped.err;
-    EXPECT_EQ(leapt.code, g.leapfrog ? 0 : 2) << leapt.err;
-    const Strings plain = lines_of(source + " -n 20");
+    std::istringstream row(list.substr(list.find("\n" + name + " ")));
+    const Strings cells(std::istream_iterator<std::string>(row), {});
+    const size_t ready = std::ranges::find(cells, "ready") - cells.begin();
+    ASSERT_TRUE(ready >= 6 && ready < cells.size()) << list;
+    EXPECT_EQ(
+        (Strings{cells[ready - 4], cells[ready - 2], cells[ready - 1]}),
+        (Strings{std::to_string(4 * g.words), g.leapfrog ? "yes" : "no", g.skip ? "yes" : "no"}))
+        << name;
     for (const std::string& element : lines_of(std::string("bits --brng ") + g.name)) {
       EXPECT_EQ(std::ranges::count(element, ' '), g.words - 1) << element;
     }
-    std::string last, every_third;
-    for (size_t i = 12; i < 20; ++i) last += plain[i] + "\n";
-    for (size_t i = 3; i < 20; i += 3) every_third += plain[i] + "\n";
-    if (g.skip) {
-      EXPECT_EQ(skipped.out, last) << g.name;
-    }
-    if (g.leapfrog) {
-      EXPECT_EQ(leapt.out, every_third) << g.name;
-    }
+
+    const std::string source = std::string("uniform --seed 5 --brng ") + g.name;
+    const Strings plain = lines_of(source + " -n 20");
+    const auto expect = [&](bool able, const std::string& options, size_t first, size_t step) {
+      const Outcome moved = random(source + options);
+      EXPECT_EQ(moved.code, able ? 0 : 2) << moved.err;
+      std::string numbers;
+      for (size_t i = first; able && i < 20; i += step) numbers += plain[i] + "\n";
+      EXPECT_EQ(moved.out, numbers) << g.name << options;
+    };
+    expect(g.skip, " -n 8 --skip 12", 12, 1);
+    expect(g.leapfrog, " -n 6 --skip 2 --leapfrog 1/3", 3, 3);
   }
   expect_all_in(list, {"Sobol", "planned"});
 }
@@ -155,17 +153,10 @@ TEST(Random, AMistakeIsOneLineAndCode2) {
   std::ofstream(file) << "a text of some length, but no stream";
   ASSERT_EQ(random("bits -n 0 --save " + cut).code, 0);
   ASSERT_EQ(truncate(cut.c_str(), 100), 0);
-  struct AbstractState {
-    int32_t position[3];
-    void* pointers[2];
-  };
-  struct {
-    uint8_t header[16] = {0, 'R', 'N', 'G', 16,   0, sizeof(AbstractState), 0, 0, 0,
-                          0, 0,   0,   0,   0xA0, 0};
-    AbstractState state = {};
-  } stream;
-  std::ofstream(abstract, std::ios::binary)
-      .write(reinterpret_cast<const char*>(&stream), sizeof stream);
+  // A header, and the least state that an abstract stream of words can have.
+  std::string stream = {0, 'R', 'N', 'G', 16, 0, sizeof(void*) == 8 ? 32 : 20, 0, 0, 0, 0, 0, 0, 0};
+  stream += {char(0xA0), 0};
+  std::ofstream(abstract, std::ios::binary) << stream + std::string(32, 0);
   const std::vector<Mistake> mistakes = {
       {"", "", {"KIND"}},
       {"normal", "", {"normal", "uniform", "bits", "int", "list"}},
@@ -182,7 +173,6 @@ TEST(Random, AMistakeIsOneLineAndCode2) {
       {"uniform --range 0 nan", "", {"'nan'", "double"}},
       {"uniform --type s --range 0 1e39", "", {"'1e39'", "float"}},
       {"uniform --range -1e308 1e308", "", {"--range -1e308 1e308", "B - A"}},
-      {"uniform --type x", "", {"--type", "x", "d", "s"}},
       {"uniform --format xml", "", {"--format", "xml", "text", "binary"}},
       {"bits --skip 3", "", {"--skip '3'", "'orv random list'"}},
       {"bits --leapfrog 0/2", "", {"--leapfrog '0/2'", "'orv random list'"}},
@@ -195,8 +185,14 @@ TEST(Random, AMistakeIsOneLineAndCode2) {
       {"bits --load " + file + " --seed 1", "", {"--seed", "--load"}},
       {"bits --save /no/such/file", "", {"--save '/no/such/file'", "No such file"}},
       {"bits -n 0 --save /dev/full", "", {"--save '/dev/full'", "room"}},
+      {"bits -n 0 --save " + testing::TempDir(), "", {"--save", "directory"}},
   };
   expect_mistakes(random, mistakes);
+  const auto lost = [](const std::string& arguments, const std::string&) {
+    return orv("random " + arguments, "", "sh -c 'exec \"$@\" >/dev/full' sh");
+  };
+  expect_mistakes(lost, {{"list", "", {"standard output", "No space"}},
+                         {"int", "", {"standard output", "No space"}}});
   for (const std::string& path : {file, cut, abstract}) unlink(path.c_str());
 }
 

@@ -5,7 +5,8 @@
 #include <stdlib.h>
 #include <string.h>
 #include <sys/mman.h>
-#include <unistd.h>
+
+#include <string>
 
 // In front of the service layer's: a size out of a broken file may be anything, and has to be
 // answered as an exhausted memory would.
@@ -22,39 +23,29 @@ void require(bool condition) {
   if (!condition) abort();
 }
 
-/// A file in memory, by name.
-struct MemoryFile {
-  MemoryFile() : handle(memfd_create("stream", 0)) {
-    require(handle >= 0);
-    snprintf(name, sizeof name, "/proc/self/fd/%d", handle);
-  }
-  ~MemoryFile() { close(handle); }
-
-  int handle;
-  char name[40];
-};
-
-bool is_load_status(int32_t status) {
-  return status == RNG_OK || status == RNG_NO_MEMORY || status == RNG_FILE_READ ||
-         status == RNG_BAD_FILE_FORMAT || status == RNG_UNSUPPORTED_FILE_VERSION;
-}
+std::string memory_file() { return "/proc/self/fd/" + std::to_string(memfd_create("stream", 0)); }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const MemoryFile file, again;
-  require(write(file.handle, data, size) == static_cast<ssize_t>(size));
+  static const std::string memory = memory_file(), copies = memory_file();
+  const char *const name = memory.c_str(), *const again = copies.c_str();
+  FILE* const file = fopen(name, "wb");
+  require(file != nullptr && fwrite(data, 1, size, file) == size && fclose(file) == 0);
   StreamState* stream = nullptr;
-  const int32_t status = __zokLoadStreamF(&stream, file.name, -1);
-  require(is_load_status(status));
+  const int32_t status = __zokLoadStreamF(&stream, name, -1);
   require((stream != nullptr) == (status == RNG_OK));
-  if (stream == nullptr) return 0;
+  if (stream == nullptr) {
+    require(status == RNG_NO_MEMORY || status == RNG_FILE_READ || status == RNG_BAD_FILE_FORMAT ||
+            status == RNG_UNSUPPORTED_FILE_VERSION);
+    return 0;
+  }
 
   // What was loaded can be copied, saved and loaded again.
   StreamState *copy = nullptr, *reloaded = nullptr;
   require(__zokCopyStream(&copy, stream) == RNG_OK);
-  require(__zokSaveStreamF(copy, again.name, -1) == RNG_OK);
-  require(__zokLoadStreamF(&reloaded, again.name, -1) == RNG_OK);
+  require(__zokSaveStreamF(copy, again, -1) == RNG_OK);
+  require(__zokLoadStreamF(&reloaded, again, -1) == RNG_OK);
   BrngProperties properties;
   require(__zokGetBrngProperties(stream->Brng, &properties) == RNG_OK);
   require(memcmp(stream + 1, reloaded + 1, properties.StateSize - sizeof(StreamState)) == 0);

@@ -1,6 +1,7 @@
 // The uniform distributions over any generator: what they make of its numbers.
 #include <math.h>
 
+#include <algorithm>
 #include <vector>
 
 #include "stream_support.hpp"
@@ -19,63 +20,74 @@ TYPED_TEST(Uniform, OnlyTheAccurateFormKeepsTheRange) {
   Stream stream(Spy::brng());
   for (const int32_t method : {0, 1, ~0x40000000, 0x40000000, -1}) {
     const bool accurate = (method & RNG_ACCURATE) != 0;
-    for (int32_t n = 1; n < 20; ++n) {
+    for (int32_t n = -1; n < 20; ++n) {
       Spy::state(stream).next = 0;
-      std::vector<T> r(n + 1, T(99));
-      ASSERT_EQ(uniform(method, stream, n, r.data(), T(2.5), T(11)), RNG_OK);
-      EXPECT_EQ(Spy::a, 2.5);
-      EXPECT_EQ(Spy::b, 11);
-      for (int k = 0; k < n; ++k) {
-        const T x = static_cast<T>(k);
-        EXPECT_EQ(r[k], !accurate ? x : fmin(fmax(x, T(2.5)), T(11))) << method << " of " << n;
-      }
-      EXPECT_EQ(r[n], T(99));
+      std::vector<T> r(20, T(99)), expected = r;
+      Spy::answer = n < 1 ? 7 : RNG_OK;
+      ASSERT_EQ(uniform(method, stream, n, r.data(), T(2.5), T(11)), Spy::answer);
+      EXPECT_EQ((std::vector{Spy::a, Spy::b, 1.0 * Spy::n}), (std::vector{2.5, 11.0, 1.0 * n}));
+      for (int k = 0; k < n; ++k) expected[k] = accurate ? std::clamp(T(k), T(2.5), T(11)) : T(k);
+      EXPECT_EQ(r, expected) << method;
     }
   }
-}
-
-TYPED_TEST(Uniform, FailuresAndEmptyRequestsAreHandedOn) {
-  using T = TypeParam;
-  Stream stream(Spy::brng());
   T r[3] = {};
   Spy::answer = RNG_QRNG_EXHAUSTED;
   EXPECT_EQ(uniform(RNG_ACCURATE, stream, 3, r, T(5), T(6)), RNG_QRNG_EXHAUSTED);
-  EXPECT_EQ(r[2], T(2)) << "as the generator left it";
-  Spy::answer = 7;
-  for (const int32_t n : {0, -1}) {
-    EXPECT_EQ(uniform(RNG_ACCURATE, stream, n, r, T(5), T(6)), 7);
-    EXPECT_EQ(Spy::n, n);
-  }
+  EXPECT_EQ(r[2], T(21)) << "as the generator left it";
   Spy::answer = RNG_OK;
-  EXPECT_EQ(r[0], T(0));
 }
 
-TEST(UniformBits, AreTheGeneratorsOwnWords) {
-  Stream stream(Spy::brng());
-  uint32_t r[2];
-  Spy::answer = -9;
-  EXPECT_EQ(_zokiRngUniformBits(RNG_ACCURATE, stream, 2, r), -9);
-  EXPECT_EQ(Spy::n, 2);
-  EXPECT_EQ(r[1], 1u);
-  Spy::answer = RNG_OK;
+/// Where rounding reaches the right end, and the words next to it.
+TEST(UniformEnds, AreReachedWhereTheHeaderSaysSo) {
+  const auto r250 = [](uint32_t word) {  // whose first word is the sum of two seeds
+    std::vector<uint32_t> seeds(250);
+    seeds[0] = word;
+    return seeds;
+  };
+  const struct {
+    int32_t brng;
+    std::vector<uint32_t> seeds;
+    double d;
+    float s;
+    int32_t percent, far;  // integers on [0, 100), and on a range of one near 2^31
+  } rows[] = {
+      {BRNG_MCG59, {0xFFFFFFFF, 0x7FFFFFF}, 1, 1, 100, INT32_MAX},
+      {BRNG_MCG59, {0xFFFFFFE0, 0x7FFFFFF}, 1, 1, 100, INT32_MAX},
+      {BRNG_MCG59, {0xFFFFFFDF, 0x7FFFFFF}, 1 - 0x1p-53, 1, 100, INT32_MAX},
+      {BRNG_R250, r250(0xFFFFFF80), 1 - 0x1p-25, 1, 99, INT32_MAX},
+      {BRNG_R250, r250(0xFFFFFF7F), 1 - 0x81p-32, 1 - 0x1p-24f, 99, INT32_MAX},
+      {BRNG_R250, r250(0xFFFFFE00), 1 - 0x1p-23, 1 - 0x1p-23f, 99, INT32_MAX},
+      {BRNG_R250, r250(0xFFFFFDFF), 1 - 0x201p-32, 1 - 0x1p-23f, 99, INT32_MAX - 1},
+      {BRNG_MCG31M1, {0x7FFFFFFE}, 0x7FFFFFFE / 2147483647.0, 1, 99, INT32_MAX},
+  };
+  for (const auto& row : rows) {
+    const auto first = [&]<class T>(auto draw, T a, T b) {
+      T r = 0;
+      EXPECT_EQ(draw(0, Stream(row.brng, row.seeds), 1, &r, a, b), RNG_OK);
+      return r;
+    };
+    SCOPED_TRACE(&row - rows);
+    EXPECT_EQ(first(_zokdRngUniform, 0.0, 1.0), row.d);
+    EXPECT_EQ(first(_zoksRngUniform, 0.0f, 1.0f), row.s);
+    EXPECT_EQ(first(_zokiRngUniform, 0, 100), row.percent);
+    EXPECT_EQ(first(_zokiRngUniform, INT32_MAX - 1, INT32_MAX), row.far);
+  }
 }
 
 TEST(UniformIntegers, AreTheFloorsOfDoubles) {
   const int32_t ranges[][2] = {{0, 10}, {-5, 5}, {-1, 0}, {INT32_MIN, INT32_MAX}};
   for (const Generator& g : generators) {
     for (const auto& [a, b] : ranges) {
-      for (const int32_t n : {1, 2, 3, 4, 7, 1023, 1024, 1025, 2050}) {
+      for (const int32_t n : {-1, 0, 1, 2, 3, 4, 7, 1023, 1024, 1025, 2050}) {
         SCOPED_TRACE(testing::Message() << g.name << " [" << a << ", " << b << ") " << n);
         Stream integers(g.brng), doubles(g.brng);
-        std::vector<int32_t> r(n + 1, 99);
-        std::vector<double> x(n);
+        std::vector<int32_t> r(2051, 99), expected(2051, 99);
+        std::vector<double> x(2051);
         ASSERT_EQ(_zokiRngUniform(0, integers, n, r.data(), a, b), RNG_OK);
-        ASSERT_EQ(_zokdRngUniform(0, doubles, n, x.data(), a, b), RNG_OK);
-        for (int i = 0; i < n; ++i) {
-          ASSERT_EQ(r[i], static_cast<int32_t>(floor(x[i])));
-          ASSERT_TRUE(r[i] >= a && r[i] < b);
-        }
-        EXPECT_EQ(r[n], 99);
+        if (n > 0) _zokdRngUniform(0, doubles, n, x.data(), a, b);
+        for (int i = 0; i < n; ++i) expected[i] = static_cast<int32_t>(floor(x[i]));
+        EXPECT_EQ(r, expected);
+        EXPECT_EQ(draw_words(integers, 1), draw_words(doubles, 1));
       }
     }
   }
@@ -83,19 +95,13 @@ TEST(UniformIntegers, AreTheFloorsOfDoubles) {
 
 TEST(UniformIntegers, ComeInBlocksUntilAFailure) {
   Stream stream(Spy::brng());
-  std::vector<int32_t> r(3000, -1);
-  ASSERT_EQ(_zokiRngUniform(RNG_ACCURATE, stream, 2500, r.data(), 100, 200), RNG_OK);
-  EXPECT_EQ(Spy::n, 2500 - 2048);
-  EXPECT_EQ(Spy::a, 100);
-  EXPECT_EQ(Spy::b, 200);
-  EXPECT_EQ(r[0], 0) << "no clamp here";
-  EXPECT_EQ(r[2499], 2499);
+  std::vector<int32_t> r(2500);
+  EXPECT_EQ(_zokiRngUniform(RNG_ACCURATE, stream, 2500, r.data(), 100, 200), RNG_OK);
+  EXPECT_EQ(r[2499], 2499) << "no clamp here";
   Spy::answer = -12;
   EXPECT_EQ(_zokiRngUniform(0, stream, 2500, r.data(), 100, 200), -12);
-  Spy::answer = RNG_OK;
   EXPECT_EQ(Spy::n, 1024);
-  EXPECT_EQ(r[0], 0);
-  EXPECT_EQ(_zokiRngUniform(0, stream, 0, r.data(), 100, 200), RNG_OK);
+  Spy::answer = RNG_OK;
 }
 
 }  // namespace

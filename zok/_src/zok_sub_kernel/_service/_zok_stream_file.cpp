@@ -1,5 +1,6 @@
 // Streams in files: a header, the state behind a block's header, the chunks. Integers lie as in
 // memory, so the two word sizes read each other's files where the state records are the same.
+#include <stdint.h>
 #include <stdio.h>
 #include <string.h>
 
@@ -68,15 +69,33 @@ bool read(FILE* file, void* data, size_t size) {
 
 // ---- Saving ------------------------------------------------------------------------------------
 
+/// Refuses what a file could not give back: no generator's stream, a state that the header's 16
+/// bits can't count.
+int32_t make_header(StreamState* stream, FileHeader* header) {
+  const int32_t brng = __zokGetStreamStateBrng(stream);
+  BrngProperties properties;
+  // A negative identifier would pass as valid.
+  if (brng < 0 || __zokGetBrngProperties(brng, &properties) < 0) return RNG_INVALID_BRNG;
+  const size_t state_size = state_bytes(properties);
+  if (state_size > UINT16_MAX) return RNG_BAD_FILE_FORMAT;
+  *header = {.version = current_version,
+             .magic = {magic[0], magic[1], magic[2]},
+             .header_size = sizeof *header,
+             .state_size = static_cast<uint16_t>(state_size),
+             .chunk_count = static_cast<uint16_t>(__zokGetNumChunks(stream)),
+             .padding = 0,
+             .generator = brng};
+  return RNG_OK;
+}
+
 bool write_chunk(FILE* file, const Chunk& chunk) {
   return write(file, &chunk.Id, sizeof chunk.Id) && write(file, &chunk.Size, sizeof chunk.Size) &&
          write(file, chunk.Data, chunk.Size);
 }
 
-int32_t write_stream(FILE* file, const StreamState* stream, const FileHeader& header,
-                     size_t state_size) {
+int32_t write_stream(FILE* file, const StreamState* stream, const FileHeader& header) {
   if (!write(file, &header, sizeof header)) return RNG_FILE_WRITE;
-  if (!write(file, stream + 1, state_size)) return RNG_FILE_WRITE;
+  if (!write(file, stream + 1, header.state_size)) return RNG_FILE_WRITE;
   for (const Chunk* chunk = first_chunk(stream); chunk != nullptr; chunk = chunk->Next) {
     if (!write_chunk(file, *chunk)) return RNG_FILE_WRITE;
   }
@@ -133,19 +152,11 @@ void delete_if_any(StreamState** stream) {
 }  // namespace
 
 int32_t __zokSaveStreamF(StreamState* stream, const char* name, int32_t length) {
-  return with_file(name, length, "wb", [stream](FILE* file) {
-    FileHeader header = {};
-    BrngProperties properties;
-    header.generator = __zokGetStreamStateBrng(stream);
-    __zokGetBrngProperties(header.generator, &properties);
-    const size_t state_size = state_bytes(properties);
-    memcpy(header.magic, magic, sizeof magic);
-    header.version = current_version;
-    header.header_size = sizeof header;
-    header.state_size = static_cast<uint16_t>(state_size);
-    header.chunk_count = static_cast<uint16_t>(__zokGetNumChunks(stream));
-    return write_stream(file, stream, header, state_size);
-  });
+  FileHeader header;
+  const int32_t status = make_header(stream, &header);
+  if (status < 0) return status;
+  return with_file(name, length, "wb",
+                   [&](FILE* file) { return write_stream(file, stream, header); });
 }
 
 int32_t __zokLoadStreamF(StreamState** stream, const char* name, int32_t length) {

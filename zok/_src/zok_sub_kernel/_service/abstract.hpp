@@ -96,7 +96,7 @@ int32_t draw_abstract(StreamState* stream, int32_t n, Deliver deliver) {
   int32_t end = around(position, length - free, length);  // of the unread elements
 
   const auto take = [&](int32_t count) {
-    if (count == 0) return;
+    if (count < 1) return;
     const int32_t to_end = length - position;
     const int32_t first = count < to_end ? count : to_end;
     deliver(state.Buffer + position, first);

@@ -1,4 +1,4 @@
-// Where a generator's 32-bit words go: to the caller as they are, or as a + w s in [a, b).
+// Where a generator's 32-bit words go: to the caller as they are, or as a + w s, from a on to b.
 //
 // A generator writes its recurrence once, as a template over one of these outputs:
 //
@@ -8,8 +8,8 @@
 //
 // s = (b - a) c is rounded once a call, c being the width of the generator's word, 1 / 2^32 or the
 // like; an element is then one multiplication and one addition, each rounded on its own. Floats go
-// through the same arithmetic in double precision and are rounded as they are stored, so one may
-// round up to b. Elements have any alignment.
+// through the same arithmetic in double precision and are rounded as they are stored. Either
+// rounding may reach b. Elements have any alignment.
 #pragma once
 
 #include <immintrin.h>
@@ -75,7 +75,7 @@ class Words {
   uint32_t* r_;
 };
 
-/// Numbers of type T in [a, b).
+/// Numbers of type T.
 template <class T>
 class Scaled {
  public:
@@ -117,6 +117,7 @@ void spread(int32_t n, const uint32_t* words, const Out& out, const Map& map) {
 /// Words of this room are to be read and written by vectors or memcpy.
 inline uint32_t* upper_half(double* r, int32_t n) { return reinterpret_cast<uint32_t*>(r) + n; }
 inline uint32_t* upper_half(float* r, int32_t) { return reinterpret_cast<uint32_t*>(r); }
+inline uint32_t* upper_half(uint32_t* r, int32_t) { return r; }
 
 }  // namespace ORV_TAG
 }  // namespace orv

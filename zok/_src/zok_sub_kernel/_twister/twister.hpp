@@ -129,9 +129,11 @@ void seed_twister(typename Family::State& state, const SeedWords& seeds) {
   state.index = length;
 }
 
-/// n tempered words to an output, through `words`, an array of n.
-template <class Family, class Out>
-void draw_twister(StreamState* stream, int32_t n, uint32_t* words, const Out& out) {
+/// n tempered words to the output of the n elements at r, where they are made.
+template <class Family, class T, class Out>
+void draw_twister(StreamState* stream, int32_t n, T* r, const Out& out) {
+  if (n < 1) return;
+  uint32_t* const words = upper_half(r, n);
   auto& state = state_of<typename Family::State>(stream);
   const Twister<Family> twister(Family::constants(state));
   ShiftRegister<Twister<Family>> table(twister, state.mt, state.index);
@@ -148,7 +150,7 @@ int32_t draw_words(StreamState* stream, int32_t n, uint32_t* r) {
 
 template <class Family, class T>
 int32_t draw_numbers(StreamState* stream, int32_t n, T* r, T a, T b) {
-  draw_twister<Family>(stream, n, upper_half(r, n), Scaled<T>(r, a, b, 0x1p-32));
+  draw_twister<Family>(stream, n, r, Scaled<T>(r, a, b, 0x1p-32));
   return RNG_OK;
 }
 

@@ -48,7 +48,7 @@ class WordPairs {
   uint32_t* r_;
 };
 
-/// Numbers in [a, b). The two words become doubles apart from each other. A double scales each and
+/// Numbers. The two words become doubles apart from each other. A double scales each and
 /// adds; a float is made from their sum.
 template <class T>
 class Numbers {

@@ -223,6 +223,7 @@ int32_t __zokdBRngSFMT19937(StreamState* stream, int32_t n, double* r, double a,
 }
 
 int32_t __zokiBRngSFMT19937(StreamState* stream, int32_t n, uint32_t* r) {
+  if (n < 1) return RNG_OK;
   auto& state = orv::state_of<orv::State>(stream);
   orv::Register table({}, state.sfmt, state.index / orv::block_words);
   table.take(n, reinterpret_cast<orv::Block*>(r));

@@ -67,7 +67,7 @@ class Components {
   uint32_t* r_;
 };
 
-/// Numbers in [a, b).
+/// Numbers, a fraction's place between a and b.
 template <class T>
 class Fractions {
  public:

@@ -1,4 +1,5 @@
-// Doubles and floats on [a, b): the gate through which every other distribution draws.
+// Doubles and floats on [a, b): the gate through which every other distribution draws. n goes to
+// the generator also below 1, where two of them make an element all the same.
 #include "../../../zok_sub_kernel/_service/registry.hpp"
 
 using namespace orv;

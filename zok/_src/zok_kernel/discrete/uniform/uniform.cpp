@@ -1,4 +1,5 @@
-// Integers on [a, b), each out of one double: the range may be wider than 32 bits can count.
+// Integers on [a, b), each the floor of one double, which rounding may bring to b: the range may be
+// wider than 32 bits can count.
 #include <immintrin.h>
 #include <orv/zok.h>
 
