@@ -238,14 +238,16 @@ void math(const Options& options) {
   } else {
     run<double>(f, slot, reader);
   }
+  if (!reader.note().empty()) fmt::print(stderr, "orv: note: {}\n", reader.note());
   if (!options.errors) note_status();
 }
 
 constexpr const char* footer =
-    R"(Input: a CSV file (commas, cells may be quoted, LF or CR LF). A first row in which no cell is a
-number is taken as a header. Without --column every number of the input is taken in the order
-read; white space or commas part them. Blank lines are passed over. A cell is missing if it is
-empty or NA; the words nan and inf are numbers.
+    R"(Input: a CSV file (commas, cells may be quoted, LF or CR LF). A first row without a number is
+taken as a header, and so is one that differs in kind from the columns below it, such as
+country,2020,2021; a note tells of a doubt. Without --column every number of the input is taken in
+the order read; white space or commas part them. Blank lines are passed over. A cell is missing if
+it is empty or NA; the words nan and inf are numbers.
 
 Output: a result a line on standard output, with the fewest digits that read back as the same
 number; complex results as "re,im".

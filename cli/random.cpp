@@ -112,9 +112,9 @@ void print_all(int64_t n, int32_t words, bool binary, Draw draw) {
 template <class T, class Source>
 void print_uniform(const Options& options, StreamState* stream, int64_t n, Range<T> by_default,
                    int32_t method, Source source) {
-  const auto [a, b] = range_of(options, by_default);
-  print_all<T>(n, 1, options.format == "binary", [&, a = a, b = b](int32_t count, T* r) {
-    return source(method, stream, count, r, a, b);
+  const Range<T> range = range_of(options, by_default);
+  print_all<T>(n, 1, options.format == "binary", [&](int32_t count, T* r) {
+    return source(method, stream, count, r, range.a, range.b);
   });
 }
 
@@ -150,17 +150,17 @@ void print_numbers(const Options& options) {
 
 void print_list() {
   constexpr const char* row = "{:<10}{:>8}  {:<26}{:>10}{:>6}   {:<9} {:<5} {}\n";
-  fmt::print(row, "name", "members", "period", "word size", "bits", "leapfrog", "skip", "state");
+  output(row, "name", "members", "period", "word size", "bits", "leapfrog", "skip", "state");
   const auto yes_if = [](int32_t status) { return status >= 0 ? "yes" : "no"; };
   for (const Generator& g : generators()) {
     const BrngProperties p = g.properties();
     const Stream stream = first_stream(g);  // asked itself what it can do
-    fmt::print(row, g.name, g.members(), g.period, p.WordSize, p.NumBits,
-               stream ? yes_if(__zokLeapfrogStream(stream.get(), 0, 1)) : "-",
-               stream ? yes_if(__zokSkipAheadStream(stream.get(), 0)) : "-",
-               stream ? "ready" : "planned");
+    output(row, g.name, g.members(), g.period, p.WordSize, p.NumBits,
+           stream ? yes_if(__zokLeapfrogStream(stream.get(), 0, 1)) : "-",
+           stream ? yes_if(__zokSkipAheadStream(stream.get(), 0)) : "-",
+           stream ? "ready" : "planned");
   }
-  fmt::print(R"(
+  output(R"(
 Members of a family are chosen with --brng NAME:OFFSET, OFFSET from 0 on.
 Word size: bytes of an element that 'orv random bits' prints; bits: the significant
 ones of an element, for WH of each of its words.

@@ -266,9 +266,11 @@ std::string as_csv(const Report& report) {
 
 using Json = nlohmann::ordered_json;
 
-/// What is not defined becomes null. A float is printed with its own digits, not with a double's.
+/// What is not defined becomes null; JSON has no infinities either, they become strings. A float is
+/// printed with its own digits, not with a double's.
 Json json_number(double value, bool single) {
-  if (!std::isfinite(value)) return nullptr;
+  if (std::isnan(value)) return nullptr;
+  if (std::isinf(value)) return exact_text(value, single);
   return single ? std::strtod(exact_text(value, true).c_str(), nullptr) : value;
 }
 
@@ -328,11 +330,11 @@ void print_report(const Report& report, const std::string& format) {
   const std::string text = format == "json"  ? as_json(report)
                            : format == "csv" ? as_csv(report)
                                              : as_table(report);
+  write(text.data(), text.size());
   for (const std::string& note : report.notes) fmt::print(stderr, "orv: note: {}\n", note);
   if (format == "csv" && report.dropped + report.weightless > 0) {
     fmt::print(stderr, "orv: note: {}\n", rows_text(report));
   }
-  write(text.data(), text.size());
 }
 
 }  // namespace orv_cli
