@@ -209,9 +209,9 @@ std::string csv_cell(const std::string& text) {
 /// A line of text and numbers; what is not defined is left empty.
 std::string csv_line(const Strings& texts, const std::vector<double>& numbers, bool single) {
   std::string line;
-  for (const std::string& text : texts) {
-    if (!line.empty()) line += ',';
-    line += csv_cell(text);
+  for (size_t i = 0; i < texts.size(); ++i) {
+    if (i > 0) line += ',';
+    line += csv_cell(texts[i]);
   }
   for (const double x : numbers) {
     line += ',';
