@@ -125,7 +125,7 @@ void add_info_command(CLI::App& app) {
   command
       ->add_option("--format", options->format,
                    "table (default), or csv or json: a record for each function and level")
-      ->check(CLI::IsMember({"table", "csv", "json"}, CLI::ignore_case))
+      ->transform(CLI::IsMember({"table", "csv", "json"}, CLI::ignore_case))
       ->option_text("FORMAT");
   command->footer("Examples:\n  orv info --ready\n  orv info Exp\n  orv info --format csv");
   command->callback([options] { info(*options); });

@@ -278,10 +278,10 @@ void add_math_command(CLI::App& app) {
   add("FILE", options->file, "The file to read; -, the default, is standard input")
       ->option_text(" ");
   add("--level", options->level, "Accuracy: la, ha or ep (default: that of the mode word)")
-      ->check(one_of({"la", "ha", "ep"}))
+      ->transform(one_of({"la", "ha", "ep"}))
       ->option_text("LEVEL");
   add("--type", options->type, "d double, s float, z and c complex of these (default: d, else z)")
-      ->check(one_of({"d", "s", "z", "c"}))
+      ->transform(one_of({"d", "s", "z", "c"}))
       ->option_text("TYPE");
   add("--column", options->column,
       "Column of the argument, by its name or its number from 1; for a\n"
@@ -292,10 +292,10 @@ void add_math_command(CLI::App& app) {
   add("--missing", options->missing,
       "What to do about a missing cell: fail (default) stops there, skip\n"
       "passes its row over, nan computes with NaN")
-      ->check(one_of({"fail", "skip", "nan"}))
+      ->transform(one_of({"fail", "skip", "nan"}))
       ->option_text("WHAT");
   add("--header", options->header, "Whether the first row is a header: auto (default), yes or no")
-      ->check(one_of({"auto", "yes", "no"}))
+      ->transform(one_of({"auto", "yes", "no"}))
       ->option_text("WHETHER");
   command->add_flag("--errors", options->errors,
                     "List each reported element on standard error, before the results\n"

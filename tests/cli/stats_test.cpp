@@ -188,23 +188,21 @@ TEST(Stats, MatricesAreRight) {
         return Sums(data, weighted, pairwise ? std::vector{j, k} : std::vector<size_t>{0, 1, 2, 3});
       };
       const auto cov = [&](size_t j, size_t k) { return sums(j, k).covariance(j, k); };
-      const auto expect = [&](size_t table, size_t j, size_t k, Real exact) {
-        EXPECT_NEAR(number(out[table].at(j + 1).at(k + 1)), static_cast<double>(exact), 1e-12)
-            << arguments << " " << out[table][0][0] << " " << j << " " << k;
-      };
-      for (size_t j = 0; j < 4; ++j) {
-        for (size_t k = 0; k < 4; ++k) {
-          expect(1, j, k, cov(j, k));
-          expect(2, j, k, sums(j, k).correlation(j, k));
-        }
-      }
       const auto partial = [&](size_t j, size_t k) {
         return cov(j, k) - cov(j, 3) * cov(3, k) / cov(3, 3);
       };
-      for (const size_t j : {0, 2}) {
-        for (const size_t k : {0, 2}) {
-          expect(3, j / 2, k / 2, partial(j, k));
-          expect(4, j / 2, k / 2, partial(j, k) / sqrtl(partial(j, j) * partial(k, k)));
+      for (size_t j = 0; j < 4; ++j) {
+        for (size_t k = 0; k < 4; ++k) {
+          const auto expect = [&](size_t table, size_t step, Real exact) {
+            const std::string& cell = out[table].at(j / step + 1).at(k / step + 1);
+            EXPECT_NEAR(number(cell), static_cast<double>(exact), 1e-12)
+                << arguments << " " << out[table][0][0] << " " << j << " " << k;
+          };
+          expect(1, 1, cov(j, k));
+          expect(2, 1, sums(j, k).correlation(j, k));
+          if (j % 2 != 0 || k % 2 != 0) continue;
+          expect(3, 2, partial(j, k));
+          expect(4, 2, partial(j, k) / sqrtl(partial(j, j) * partial(k, k)));
         }
       }
     }
@@ -358,31 +356,24 @@ TEST(Stats, MistakesAreOneLineAndCode2) {
       {"", "a,b\n", {"only names"}},
       {"", "a,b\nx,y\n", {"no column of numbers", "a ('x', line 2)"}},
       {"", "a,b\n1,2\n3,q\n", {"line 3, column 2 (b)", "'q'", "1e-3"}},
-      {"--precision s", "a\n1e39\n", {"line 2, column 1 (a)", "1e39", "float"}},
       {"", "a,b\n1,\n,2\n", {"no row is complete", "pairwise"}},
       {"--missing fail", table, {"line 3, column 2 (b)", "empty", "drop or pairwise"}},
       {"--select t", table, {"line 2, column 3 (t)", "'x'"}},
-      {"--select q", table, {"--select", "'q'", "1 to 3, a, b, t"}},
       {"--select a,1", table, {"--select", "'a'", "twice"}},
       {"--select a,", table, {"--select", "''", "1 to 3"}},
       {"--weights b", table, {"line 4, column 2 (b)", "-6", "from 0"}},
       {"--weights a --select a", table, {"--weights", "'a'"}},
-      {"--weights t", table, {"line 2, column 3 (t)", "'x'"}},
       {"--weights b", "a,b\n1,0\n2,0\n", {"no row is left", "2 have weight 0"}},
       {"--by q", table, {"--by", "'q'", "1 to 3"}},
       {"--by a --select a", table, {"--by", "'a'"}},
       {"--by t --missing pairwise", table, {"--by", "complete rows", "drop and fail"}},
       {"--by t --missing fail --select a", "a,t\n1,x\n1,\n", {"line 3, column 2 (t)", "group"}},
-      {"--by a --select a2", "a,a2\n", {"only names"}},
       {"--partial a", table, {"--partial 'a'", "--given"}},
-      {"--given a", table, {"--given 'a'", "--partial"}},
       {"--partial a --given a", table, {"'a'", "twice"}},
       {"--partial a --given b,c", "a,b,c\n1,2,4\n3,3,6\n4,7,14\n", {"--given", "linearly"}},
       {"--partial a --given b", "a,b\n1,2\n3,2\n4,2\n", {"--given", "constant"}},
       {"--quantiles 0.5,1.5", table, {"--quantiles", "'1.5'", "0 to 1"}},
-      {"--quantiles half", table, {"--quantiles", "'half'", "0.1,0.5,0.9"}},
       {"--threads 0", table, {"--threads", "0", "1", "256"}},
-      {"--format xml", table, {"--format", "xml", "table", "csv", "json"}},
       {"--memory 1", wide, {"line 1: a row of more than 37449 columns", "--memory MIB"}},
       {"--memory 1 --cov", wide.substr(0, 2000) + "1\n", {"of 1001 columns take", "--select"}},
       {"--memory 1 --by 101", grouped, {"of 100 columns take", "--memory MIB allows more"}},
