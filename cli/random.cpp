@@ -150,21 +150,25 @@ void print_numbers(const Options& options) {
 
 void print_list() {
   constexpr const char* row = "{:<10}{:>8}  {:<26}{:>10}{:>6}   {:<9} {:<5} {}\n";
-  output(row, "name", "members", "period", "word size", "bits", "leapfrog", "skip", "state");
+  fmt::memory_buffer text;
+  const auto out = std::back_inserter(text);
+  fmt::format_to(out, row, "name", "members", "period", "word size", "bits", "leapfrog", "skip",
+                 "state");
   const auto yes_if = [](int32_t status) { return status >= 0 ? "yes" : "no"; };
   for (const Generator& g : generators()) {
     const BrngProperties p = g.properties();
     const Stream stream = first_stream(g);  // asked itself what it can do
-    output(row, g.name, g.members(), g.period, p.WordSize, p.NumBits,
-           stream ? yes_if(__zokLeapfrogStream(stream.get(), 0, 1)) : "-",
-           stream ? yes_if(__zokSkipAheadStream(stream.get(), 0)) : "-",
-           stream ? "ready" : "planned");
+    fmt::format_to(out, row, g.name, g.members(), g.period, p.WordSize, p.NumBits,
+                   stream ? yes_if(__zokLeapfrogStream(stream.get(), 0, 1)) : "-",
+                   stream ? yes_if(__zokSkipAheadStream(stream.get(), 0)) : "-",
+                   stream ? "ready" : "planned");
   }
-  output(R"(
+  fmt::format_to(out, R"(
 Members of a family are chosen with --brng NAME:OFFSET, OFFSET from 0 on.
 Word size: bytes of an element that 'orv random bits' prints; bits: the significant
 ones of an element, for WH of each of its words.
 )");
+  write(text.data(), text.size());
 }
 
 // ---- The command --------------------------------------------------------------------------------

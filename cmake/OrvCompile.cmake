@@ -24,14 +24,17 @@ if(ORV_SANITIZE)
 endif()
 
 # Gives a shared library its export list and checks at link time that nothing is left open.
-# Its name to load says for which major version it is.
 function(orv_export_only target map)
-  set_target_properties(${target} PROPERTIES
-    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
   target_link_options(${target} PRIVATE -Wl,--version-script=${map} -Wl,--as-needed -Wl,-z,now)
   if(NOT ORV_SANITIZE)
     target_link_options(${target} PRIVATE -Wl,--no-undefined)
     set_target_properties(${target} PROPERTIES LINKER_LANGUAGE C)
   endif()
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${map})
+endfunction()
+
+# A program that was linked with the library loads that of the same major version.
+function(orv_load_by_version target)
+  set_target_properties(${target} PROPERTIES
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 endfunction()
