@@ -209,37 +209,54 @@ TEST(Stats, MatricesAreRight) {
   }
 }
 
-TEST(Stats, GroupsByTextOrNumbers) {
-  for (const auto& [first, second] : {std::pair("u", "v"), std::pair("7", "5")}) {
-    std::string input = "x,y,g\n1,10,u\n2,30,v\n3,12,u\n8,,v\n6,50,v\n4,20,\n";
-    std::ranges::replace(input, 'u', *first);
-    std::ranges::replace(input, 'v', *second);
-    const auto out = tables("--by g", input);
-    ASSERT_EQ(out.size(), 3u) << first;
-    EXPECT_EQ(out[0][1][1], "4");  // complete rows
-    EXPECT_EQ(out[1], (std::vector<Strings>{{"mean by g", "count", "x", "y"},
-                                            {first, "2", "2", "11"},
-                                            {second, "2", "4", "40"}}));
-    EXPECT_EQ(out[2],
-              (std::vector<Strings>{
-                  {"Pooled covariance within g", "x", "y"}, {"x", "5", "21"}, {"y", "21", "101"}}));
-  }
-}
-
-TEST(Stats, TreatsMissingCellsAsAsked) {
-  const std::string input = "a,b,c\n1,2,\n3,NA,4\n5,6,7\n8,9,nan\n10,11,12\n";
-  const auto expect = [&](const char* arguments, size_t column, Strings expected) {
-    const auto table = tables(arguments, input)[0];
-    for (size_t j = 0; j < 3; ++j) EXPECT_EQ(table[j + 1][column], expected[j]) << arguments;
+TEST(Stats, PrintsGroupsGapsAndNames) {
+  const char* missing = "a,b,c\n1,2,\n3,NA,4\n5,6,7\n8,9,nan\n10,11,12\n";
+  const char* constant = "a,b\n3,4\n3,5\n";
+  const char* names = "\"a \"\"b\",gr\xC3\xB6\xC3\x9F\x65\n1.5,2\n4,1\n2.25,7\n";
+  const std::string pooled = "Pooled covariance within g,x,y\nx,5,21\ny,21,101\n";
+  const struct {
+    const char *arguments, *input;
+    Strings out, err;
+  } cases[] = {
+      {"--by g --format csv",
+       "x,y,g\n1,10,u\n2,30,v\n3,12,u\n8,,v\n6,50,v\n4,20,\n",
+       {"\nx,4,", "\n\nmean by g,count,x,y\nu,2,2,11\nv,2,4,40\n\n" + pooled},
+       {"6 rows, 2 dropped"}},
+      {"--by g --format csv",
+       "x,y,g\n1,10,7\n2,30,5\n3,12,7\n6,50,5\n",
+       {"\n\nmean by g,count,x,y\n7,2,2,11\n5,2,4,40\n\n" + pooled},
+       {}},
+      {"", missing, {"5 rows, 3 dropped"}, {}},
+      {"--format csv", missing, {"\na,2,0,", "\nb,2,1,", "\nc,2,2,"}, {"5 rows, 3 dropped"}},
+      {"--format csv --missing pairwise", missing, {"\na,5,0,", "\nb,4,1,", "\nc,3,2,"}, {}},
+      {"--format csv --missing fail --select a", missing, {"\na,5,0,"}, {}},
+      {"--format csv --missing pairwise --select a,b",
+       "a,b\n1,\n2,\n",
+       {"\na,2,0,1.5,", "\nb,0,2,,,,,,,,,\n"},
+       {}},
+      {"--format csv", "a,b\n3,4\n", {"\na,1,0,3,,3,3,3,3,3,,\n"}, {}},
+      {"--format csv --cor", constant, {"\na,2,0,3,0,3,", "\na,1,\nb,,1\n"}, {}},
+      {"--format json", "a\n3\n", {"\"standard_deviation\": null"}, {}},
+      {"--format json", "a\n-inf\ninf\n", {"\"minimum\": \"-inf\"", "\"maximum\": \"inf\""}, {}},
+      {"--format json --cor --quantiles 0.5 --precision s",
+       names,
+       {"\"rows\": 3", "\"name\": \"a \\\"b\"", "\"name\": \"gr\xC3\xB6\xC3\x9F\x65\"",
+        "\"mean\": 2.5833333", "\"order\": 0.5", "\"value\": 2.25", "\"title\": \"Correlation\""},
+       {}},
   };
-  expect("", 2, {"0", "1", "2"});
-  expect("", 1, {"2", "2", "2"});
-  expect("--missing pairwise", 1, {"5", "4", "3"});
-  expect_all_in(stats("", input).out, {"5 rows, 3 dropped"});
-  const Outcome csv = stats("--format csv", input);
-  expect_all_in(csv.err, {"5 rows, 3 dropped"});
-  EXPECT_EQ(csv.out.find("dropped"), std::string::npos) << csv.out;
-  EXPECT_EQ(stats("--missing fail --select a", input).code, 0);
+  for (const auto& c : cases) {
+    const Outcome run = stats(c.arguments, c.input);
+    expect_all_in(run.out, c.out);
+    expect_all_in(run.err, c.err);
+    EXPECT_EQ(run.err.empty(), c.err.empty()) << run.err;
+  }
+  // Every line of a table ends in the same place, in letters rather than bytes.
+  const auto lines = split(stats("", names).out);
+  ASSERT_EQ(lines.size(), 14u);
+  for (size_t i = 2; i < lines.size(); ++i) {
+    const auto letters = std::ranges::count_if(lines[i], [](char c) { return (c & 0xC0) != 0x80; });
+    EXPECT_EQ(letters, static_cast<std::ptrdiff_t>(lines[3].size())) << lines[i];
+  }
 }
 
 TEST(Stats, ChoosesTheColumnsOfNumbers) {
@@ -310,39 +327,6 @@ TEST(Stats, StreamsWhatDoesNotFit) {
   }
   expect_mistakes(stats, {{"--quantiles 0.5 --memory 1", input, {"--memory MIB allows more"}},
                           {"--by w --memory 1", input, {"--memory MIB allows more"}}});
-}
-
-TEST(Stats, ShowsWhatIsNotDefined) {
-  const std::string one_row = "a,b\n3,4\n";
-  EXPECT_EQ(tables("", one_row)[0][1],
-            (Strings{"a", "1", "0", "3", "", "3", "3", "3", "3", "3", "", ""}));
-  expect_all_in(stats("--format json --cov", one_row).out, {"\"standard_deviation\": null"});
-  expect_all_in(stats("--format json", "a\n-inf\ninf\n").out,
-                {"\"minimum\": \"-inf\"", "\"maximum\": \"inf\""});
-  const auto empty = tables("--missing pairwise --select a,b", "a,b\n1,\n2,\n")[0];
-  EXPECT_EQ(empty[2], (Strings{"b", "0", "2", "", "", "", "", "", "", "", "", ""}));
-  const auto constant = tables("--cor", "a,b\n3,4\n3,5\n");
-  EXPECT_EQ(constant[0][1][4], "0");
-  EXPECT_EQ(constant[1][1][2], "");
-}
-
-TEST(Stats, FormatsAgree) {
-  const std::string input =
-      "\"a \"\"b\",gr\xC3\xB6\xC3\x9F"
-      "e\n1.5,2\n4,1\n2.25,7\n";
-  expect_all_in(
-      stats("--format json --cor --quantiles 0.5 --precision s", input).out,
-      {"\"rows\": 3", "\"name\": \"a \\\"b\"",
-       "\"name\": \"gr\xC3\xB6\xC3\x9F"
-       "e\"",
-       "\"mean\": 2.5833333", "\"order\": 0.5", "\"value\": 2.25", "\"title\": \"Correlation\""});
-  // Every line of a table ends in the same place, in letters rather than bytes.
-  const auto lines = split(stats("", input).out);
-  ASSERT_EQ(lines.size(), 14u);
-  for (size_t i = 2; i < lines.size(); ++i) {
-    const auto letters = std::ranges::count_if(lines[i], [](char c) { return (c & 0xC0) != 0x80; });
-    EXPECT_EQ(letters, static_cast<std::ptrdiff_t>(lines[3].size())) << lines[i];
-  }
 }
 
 TEST(Stats, MistakesAreOneLineAndCode2) {
