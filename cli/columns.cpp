@@ -6,37 +6,32 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
-#include <iterator>
 #include <limits>
-#include <sstream>
 #include <type_traits>
 #include <utility>
 
 #include "error.hpp"
+#include "first_row.hpp"
 
 namespace orv_cli {
 namespace {
 
-bool is_number(const std::string& text) {
-  double value;
-  return parse(text, value);
-}
-
-std::vector<std::string> words_of(const std::string& text) {
-  std::istringstream stream(text);
-  return {std::istream_iterator<std::string>(stream), {}};
-}
+constexpr size_t list_piece = 4096;  // cells of a list's row that are held at a time
 
 std::string list_of(const std::vector<std::string>& names) {
   return one_line(fmt::format("{}", fmt::join(names, ", ")));
 }
 
-/// A row of names: no cell is a number, nor holds one in a list, and some cell says something.
-bool looks_like_header(const CsvRow& row, bool is_list) {
-  const auto is_data = [is_list](const std::string& cell) {
-    return is_number(cell) || (is_list && std::ranges::any_of(words_of(cell), is_number));
+/// A row of names: no word of it is a number, and some cell says something.
+bool has_names(const CsvRow& row) {
+  const auto has_number = [](std::string_view cell) {
+    double value;
+    for (std::string_view word; !(word = next_word(cell)).empty();) {
+      if (parse(word, value)) return true;
+    }
+    return false;
   };
-  return std::ranges::none_of(row.cells, is_data) && !std::ranges::all_of(row.cells, is_missing);
+  return std::ranges::none_of(row.cells, has_number) && !std::ranges::all_of(row.cells, is_missing);
 }
 
 }  // namespace
@@ -47,45 +42,83 @@ Header header_of(std::string_view text) {
 
 /// The C locale holds: nothing here sets another.
 template <class T>
-bool parse(const std::string& text, T& value) {
+bool parse(std::string_view text, T& value) {
   const char* const end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, value);
   if (error == std::errc() && stop == end) return true;
   // What from_chars doesn't know: a plus sign, hexadecimal digits, what is out of range.
+  const std::string copy(text);
   char* other_stop;
   if constexpr (std::is_same_v<T, float>) {
-    value = std::strtof(text.c_str(), &other_stop);
+    value = std::strtof(copy.c_str(), &other_stop);
   } else {
-    value = std::strtod(text.c_str(), &other_stop);
+    value = std::strtod(copy.c_str(), &other_stop);
   }
-  return !text.empty() && other_stop == end;
+  return !text.empty() && other_stop == copy.c_str() + copy.size();
 }
 
-template bool parse<float>(const std::string& text, float& value);
-template bool parse<double>(const std::string& text, double& value);
+template bool parse<float>(std::string_view text, float& value);
+template bool parse<double>(std::string_view text, double& value);
+
+std::string_view next_word(std::string_view& text) {
+  const auto is_blank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+  const auto begin = std::ranges::find_if_not(text, is_blank);
+  const auto end = std::find_if(begin, text.end(), is_blank);
+  text = {end, text.end()};
+  return {begin, end};
+}
 
 // ---- Table --------------------------------------------------------------------------------------
 
-Table::Table(const std::string& path, Header header, bool is_list)
-    : file_(path), is_list_(is_list) {
-  const CsvRow* const first = file_.next();
-  if (first == nullptr) throw Error("{} holds no number", file_.name());
-  width_ = first->cells.size();
-  if (header == Header::yes ||
-      (header == Header::automatic && looks_like_header(*first, is_list))) {
-    names_ = first->cells;
+Table::Table(const std::string& path, Header header, CsvLimit limit)
+    : is_list_(limit.in_pieces), file_(path, std::move(limit)) {
+  const CsvRow* const row = file_.next();
+  if (row == nullptr) throw Error("{} holds no number", file_.name());
+  width_ = row->cells.size();
+  CsvRow first = *row;
+  if (!is_list_) read_head();
+  if (header == Header::yes || (header == Header::automatic && begins_with_names(first))) {
+    names_ = std::move(first.cells);
   } else {
-    first_row_ = first;
+    head_.push_front(std::move(first));
   }
 }
 
-const CsvRow* Table::next() {
-  const CsvRow* const row = first_row_ ? std::exchange(first_row_, nullptr) : file_.next();
+void Table::read_head() {
+  while (head_.size() < 1000 && head_.size() * width_ < 1'000'000) {
+    const CsvRow* const row = read_row();
+    if (row == nullptr) break;
+    head_.push_back(*row);
+  }
+}
+
+bool Table::begins_with_names(const CsvRow& first) {
+  if (is_list_) return has_names(first);
+  const FirstRow judged = first_row_is(first, head_);
+  const bool names = judged == FirstRow::names || judged == FirstRow::rather_names;
+  if (judged == FirstRow::rather_names) {
+    note_ = "is taken as a header, though it holds numbers; --header no takes it as data";
+  } else if (judged == FirstRow::rather_data) {
+    note_ = "is taken as data, though it may be a header; --header yes takes it as one";
+  }
+  if (!note_.empty()) note_ = fmt::format("{}: the first row {}", file_.name(), note_);
+  return names;
+}
+
+const CsvRow* Table::read_row() {
+  const CsvRow* const row = file_.next();
   if (row != nullptr && !is_list_ && row->cells.size() != width_) {
     throw Error("{}, line {}: {} columns where the first row has {}", file_.name(), row->line,
                 row->cells.size(), width_);
   }
   return row;
+}
+
+const CsvRow* Table::next() {
+  if (head_.empty()) return read_row();
+  from_head_ = std::move(head_.front());
+  head_.pop_front();
+  return &from_head_;
 }
 
 size_t Table::find_column(const std::string& column, std::string_view option) const {
@@ -103,13 +136,13 @@ size_t Table::find_column(const std::string& column, std::string_view option) co
 }
 
 template <class T>
-T Table::number(const std::string& text, int64_t line, size_t column) const {
+T Table::number(std::string_view text, int64_t line, size_t column) const {
   T value;
   if (!parse(text, value)) {
     throw Error("{}: {} is not a number; allowed are 2, -0.5, 1e-3, 0x1p-3, inf, nan",
                 place(line, column), in_quotes(text));
   }
-  if (std::isinf(value) && text.find_first_of("iI") == std::string::npos) {  // not spelled out
+  if (std::isinf(value) && text.find_first_of("iI") == text.npos) {  // not spelled out
     throw Error("{}: {} is out of range; the largest {} is {}", place(line, column),
                 in_quotes(text), sizeof(T) == 4 ? "float" : "double",
                 std::numeric_limits<T>::max());
@@ -117,8 +150,8 @@ T Table::number(const std::string& text, int64_t line, size_t column) const {
   return value;
 }
 
-template float Table::number<float>(const std::string& text, int64_t line, size_t column) const;
-template double Table::number<double>(const std::string& text, int64_t line, size_t column) const;
+template float Table::number<float>(std::string_view text, int64_t line, size_t column) const;
+template double Table::number<double>(std::string_view text, int64_t line, size_t column) const;
 
 std::string Table::place(int64_t line, size_t column) const {
   const std::string name = column < names_.size() ? " (" + one_line(names_[column]) + ")" : "";
@@ -129,7 +162,8 @@ std::string Table::place(int64_t line, size_t column) const {
 
 ColumnReader::ColumnReader(const std::string& path, const std::vector<std::string>& columns,
                            Header header, Missing missing)
-    : table_(path, header, columns.empty()), missing_(missing) {
+    : table_(path, header, columns.empty() ? CsvLimit{list_piece, true, ""} : CsvLimit{}),
+      missing_(missing) {
   for (const std::string& column : columns) {
     columns_.push_back(table_.find_column(column, "--column"));
   }
@@ -147,18 +181,21 @@ bool ColumnReader::next_of_columns(std::vector<Cell>& cells) {
 }
 
 bool ColumnReader::next_of_list(std::vector<Cell>& cells) {
-  while (words_.empty()) {
-    const CsvRow* const row = table_.next();
-    if (row == nullptr) return false;
-    for (size_t column = 0; column < row->cells.size(); ++column) {
-      const std::string& cell = row->cells[column];
-      if (cell.empty()) words_.push_back({"", row->line, column});
-      for (const std::string& word : words_of(cell)) words_.push_back({word, row->line, column});
+  const auto give = [&](std::string_view text) {
+    cells.push_back({text, row_->line, row_->first_column + cell_});
+    return true;
+  };
+  for (;;) {
+    const std::string_view word = next_word(rest_);
+    if (!word.empty()) return give(word);
+    if (row_ == nullptr || ++cell_ == row_->cells.size()) {
+      row_ = table_.next();
+      cell_ = 0;
+      if (row_ == nullptr) return false;
     }
+    rest_ = row_->cells[cell_];
+    if (rest_.empty()) return give(rest_);
   }
-  cells.push_back(std::move(words_.front()));
-  words_.pop_front();
-  return true;
 }
 
 bool ColumnReader::next(std::vector<Cell>& cells) {

@@ -16,6 +16,8 @@
 namespace orv_cli {
 namespace {
 
+constexpr size_t most_text = 1 << 28;  // of a row or piece
+
 [[noreturn]] void throw_unreadable(const std::string& name) {
   throw Error("cannot read {}: {}; give a CSV file, or - for standard input", in_quotes(name),
               std::strerror(errno));
@@ -23,8 +25,9 @@ namespace {
 
 }  // namespace
 
-CsvReader::CsvReader(const std::string& path)
+CsvReader::CsvReader(const std::string& path, CsvLimit limit)
     : name_(path == "-" ? "standard input" : one_line(path)),
+      limit_(std::move(limit)),
       file_(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC)),
       buffer_(1 << 16) {
   if (file_ < 0) throw_unreadable(name_);
@@ -56,22 +59,40 @@ std::string_view CsvReader::read_some() {
 }
 
 void CsvReader::add_cell(std::string_view text) {
+  if (!fault_.empty()) return;
+  if (cell_count_ == limit_.cells) {
+    if (!limit_.in_pieces) {
+      fault_ = fmt::format("a row of more than {} columns{}", limit_.cells, limit_.advice);
+      return;
+    }
+    end_piece();
+  }
   if (row_count_ == rows_.size()) rows_.emplace_back();
   CsvRow& row = rows_[row_count_];
-  if (cell_count_ == 0) row.line = line_;
+  if (cell_count_ == 0) {
+    row.line = line_;
+    row.first_column = first_column_;
+  }
   if (cell_count_ == row.cells.size()) row.cells.emplace_back();
   row.cells[cell_count_++] = text;
+  text_size_ += text.size();
   line_ += std::ranges::count(text, '\n');
   after_cr_ = false;
 }
 
+void CsvReader::end_piece() {
+  rows_[row_count_++].cells.resize(cell_count_);
+  first_column_ += cell_count_;
+  cell_count_ = text_size_ = 0;
+}
+
 /// After the last cell of a row, and for blank lines. CR LF comes as two ends.
 void CsvReader::end_line(int terminator) {
+  if (!fault_.empty()) return;
   if (!(terminator == '\n' && after_cr_)) ++line_;
   after_cr_ = terminator == '\r';
-  if (cell_count_ == 0) return;
-  rows_[row_count_++].cells.resize(cell_count_);
-  cell_count_ = 0;
+  if (cell_count_ > 0) end_piece();
+  first_column_ = 0;
 }
 
 /// Parses what comes next, until at least one row is whole.
@@ -90,19 +111,23 @@ void CsvReader::fill() {
     const bool good = at_end_ ? csv_fini(&parser_, take_cell, take_end, this) == 0
                               : csv_parse(&parser_, text.data(), text.size(), take_cell, take_end,
                                           this) == text.size();
-    if (good) continue;
-    if (csv_error(&parser_) == CSV_ENOMEM) throw std::bad_alloc();
-    fault_ = at_end_ ? "a quote is opened and not closed"
-                     : "a quote within a cell, or text after the closing quote; a quote within a "
-                       "cell in quotes is doubled";
-    at_end_ = true;
+    if (!good && csv_error(&parser_) == CSV_ENOMEM) throw std::bad_alloc();
+    if (!good && fault_.empty()) {
+      fault_ = at_end_ ? "a quote is opened and not closed"
+                       : "a quote within a cell, or text after the closing quote; a quote within a "
+                         "cell in quotes is doubled";
+    }
+    if (text_size_ + parser_.entry_pos > most_text && fault_.empty()) {
+      fault_ = fmt::format("a row of more than {} MiB; is a quote left open?", most_text >> 20);
+    }
+    at_end_ |= !fault_.empty();
   }
 }
 
 const CsvRow* CsvReader::next() {
   if (next_row_ == row_count_) fill();
   if (next_row_ < row_count_) return &rows_[next_row_++];
-  if (fault_ == nullptr) return nullptr;
+  if (fault_.empty()) return nullptr;
   throw Error("{}, line {}: {}", name_, line_, fault_);
 }
 

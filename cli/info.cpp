@@ -7,6 +7,7 @@
 
 #include "commands.hpp"
 #include "functions.hpp"
+#include "output.hpp"
 
 namespace orv_cli {
 namespace {
@@ -26,20 +27,20 @@ std::string error_text(const Function& f, Level level) {
 
 void print_table(const Functions& list) {
   constexpr const char* row = "{:<13}{:<17}{:<8} {:<8} {:<8} {:>23}   {:>21}  {}\n";
-  fmt::print(row, "function", "arguments", "LA", "HA", "EP", "costs LA, HA, EP",
-             "largest error, ulp", "state");
+  output(row, "function", "arguments", "LA", "HA", "EP", "costs LA, HA, EP", "largest error, ulp",
+         "state");
   for (const Function* f : list) {
     const auto& [la, ha, ep] = f->costs;
-    fmt::print(row, f->full_name(), f->shape, f->kernels[LA], f->kernels[HA], f->kernels[EP],
-               fmt::format("{:7} {:7} {:7}", la, ha, ep),
-               fmt::format("{:>5} {:>5} {:>9}", error_text(*f, LA), error_text(*f, HA),
-                           error_text(*f, EP)),
-               f->ready ? "ready" : "planned");
+    output(row, f->full_name(), f->shape, f->kernels[LA], f->kernels[HA], f->kernels[EP],
+           fmt::format("{:7} {:7} {:7}", la, ha, ep),
+           fmt::format("{:>5} {:>5} {:>9}", error_text(*f, LA), error_text(*f, HA),
+                       error_text(*f, EP)),
+           f->ready ? "ready" : "planned");
   }
 }
 
 void print_legend() {
-  fmt::print(R"(
+  output(R"(
 {} of {} functions are ready.
 Types: s float, d double, c and z complex of these. Levels: LA, HA, EP, a kernel each.
 Kernels: the first two characters tell the instruction set: G9 AVX, N8 and P8 SSE4.1, V8 and T7
@@ -47,30 +48,29 @@ SSE3, W7 SSE2, PX scalar and x87; the next two tell the level the kernel was wri
 Costs are relative, for an element. Errors are the largest recorded, in units in the last place
 (ulp) of the result; - where none is: exact or rounded once, or not built yet.
 )",
-             std::ranges::count(functions(), true, &Function::ready), functions().size());
+         std::ranges::count(functions(), true, &Function::ready), functions().size());
 }
 
 void print_details(const Function& f) {
-  fmt::print("{}", f.full_name());
+  output("{}", f.full_name());
   if (const Description* d = description(f)) {
-    fmt::print(": {}\n  status codes     {}\n", d->computes, d->status_codes);
+    output(": {}\n  status codes     {}\n", d->computes, d->status_codes);
   } else {
-    fmt::print("\n");
+    output("\n");
   }
-  fmt::print("  arguments        {}\n  state            {}\n", f.shape,
-             f.ready ? "ready" : "planned");
+  output("  arguments        {}\n  state            {}\n", f.shape, f.ready ? "ready" : "planned");
   constexpr const char* row = "  {:<6} {:<28} {:<16} {:>8} {:>19}\n";
-  fmt::print(row, "level", "kernel", "instruction set", "cost", "largest error, ulp");
+  output(row, "level", "kernel", "instruction set", "cost", "largest error, ulp");
   for (const Level level : levels) {
-    fmt::print(row, level_names[level],
-               fmt::format("orv_qem_kernel_{}_{}", f.full_name(), f.kernels[level]),
-               instruction_set(f.kernels[level]), f.costs[level], error_text(f, level));
+    output(row, level_names[level],
+           fmt::format("orv_qem_kernel_{}_{}", f.full_name(), f.kernels[level]),
+           instruction_set(f.kernels[level]), f.costs[level], error_text(f, level));
   }
 }
 
 /// A line for each function and level.
 void print_records(const Functions& list, bool json) {
-  if (!json) fmt::print("function,type,arguments,ready,level,kernel,instruction_set,cost,ulp\n");
+  if (!json) output("function,type,arguments,ready,level,kernel,instruction_set,cost,ulp\n");
   constexpr const char* csv_row = "{},{},{},{},{},{},\"{}\",{},{}\n";
   constexpr const char* json_row =
       "{{\"function\": \"{}\", \"type\": \"{}\", \"arguments\": \"{}\", \"ready\": {}, "
@@ -89,9 +89,9 @@ void print_records(const Functions& list, bool json) {
     }
   }
   if (json) {
-    fmt::print("[\n{}\n]\n", fmt::join(records, ",\n"));
+    output("[\n{}\n]\n", fmt::join(records, ",\n"));
   } else {
-    fmt::print("{}", fmt::join(records, ""));
+    output("{}", fmt::join(records, ""));
   }
 }
 
@@ -125,7 +125,7 @@ void add_info_command(CLI::App& app) {
   command
       ->add_option("--format", options->format,
                    "table (default), or csv or json: a record for each function and level")
-      ->check(CLI::IsMember({"table", "csv", "json"}, CLI::ignore_case))
+      ->transform(CLI::IsMember({"table", "csv", "json"}, CLI::ignore_case))
       ->option_text("FORMAT");
   command->footer("Examples:\n  orv info --ready\n  orv info Exp\n  orv info --format csv");
   command->callback([options] { info(*options); });

@@ -1,11 +1,16 @@
 // orv: the library's services on the command line.
 #include <fmt/format.h>
+#include <orv/version.h>
 
 #include <CLI/CLI.hpp>
+#include <new>
+#include <sstream>
 
 #include "commands.hpp"
 #include "error.hpp"
+#include "output.hpp"
 
+namespace orv_cli {
 namespace {
 
 constexpr int user_error = 2;
@@ -15,40 +20,61 @@ constexpr const char* word_size = sizeof(void*) == 8 ? "x86-64" : "32-bit x86";
 
 [[noreturn]] void throw_no_command(const CLI::App& app) {
   const std::vector<std::string> given = app.remaining();
-  throw orv_cli::Error(
-      "{}; allowed are math, info, measure, random, stats, --help and --version",
-      given.empty() ? "no command is given" : orv_cli::in_quotes(given[0]) + " is no command");
+  throw Error("{}; allowed are math, info, measure, random, stats, --help and --version",
+              given.empty() ? "no command is given" : in_quotes(given[0]) + " is no command");
 }
 
-}  // namespace
+/// Kernels, streams and statistics would end in an illegal instruction.
+void expect_avx() {
+  if (__builtin_cpu_supports("avx")) return;
+  throw Error("this processor or its operating system has no AVX, which the library is built for");
+}
 
-int main(int argc, char** argv) {
+void run(int argc, char** argv) {
   CLI::App app(
       "Vector mathematics, random numbers and statistics for x86 with AVX, on the command line.",
       "orv");
-  app.set_version_flag("--version", fmt::format("orv {} ({})", ORV_VERSION, word_size));
+  app.set_version_flag("--version", fmt::format("orv {} ({})", orv_version(), word_size));
   app.footer(
-      "'orv COMMAND --help' tells more. Exit codes: 0 success, 2 a mistake in what was given.");
-  orv_cli::add_math_command(app);
-  orv_cli::add_info_command(app);
-  orv_cli::add_measure_command(app);
-  orv_cli::add_random_command(app);
-  orv_cli::add_stats_command(app);
+      "'orv COMMAND --help' tells more. Exit codes: 0 success; 2 a mistake in what was given, or\n"
+      "results that could not be written; 1 anything else.");
+  add_math_command(app);
+  add_info_command(app);
+  add_measure_command(app);
+  add_random_command(app);
+  add_stats_command(app);
   app.require_subcommand(0, 1);
   app.allow_extras();  // an unknown command; the commands themselves allow no extras
+  app.parse_complete_callback([&app] {  // before a command runs
+    if (!app.got_subcommand("info")) expect_avx();
+  });
   try {
     app.parse(argc, argv);
-    if (app.get_subcommands().empty()) throw_no_command(app);
-    return 0;
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) return app.exit(error);  // help or version
-    fmt::print(stderr, "orv: {}\n", error.what());
-    return user_error;
+    if (error.get_exit_code() != 0) throw Error("{}", error.what());
+    std::ostringstream page;  // help or version
+    app.exit(error, page);
+    return output("{}", page.str());
+  }
+  if (app.get_subcommands().empty()) throw_no_command(app);
+}
+
+}  // namespace
+}  // namespace orv_cli
+
+int main(int argc, char** argv) {
+  const auto fail = [](int code, const char* what) {
+    fmt::print(stderr, "orv: {}\n", what);
+    return code;
+  };
+  try {
+    orv_cli::run(argc, argv);
+    return 0;
   } catch (const orv_cli::Error& error) {
-    fmt::print(stderr, "orv: {}\n", error.what());
-    return user_error;
+    return fail(orv_cli::user_error, error.what());
+  } catch (const std::bad_alloc&) {
+    return fail(orv_cli::other_error, "out of memory");
   } catch (const std::exception& error) {
-    fmt::print(stderr, "orv: {}\n", error.what());
-    return other_error;
+    return fail(orv_cli::other_error, error.what());
   }
 }

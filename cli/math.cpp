@@ -229,14 +229,16 @@ void math(const Options& options) {
   } else {
     run<double>(f, slot, reader);
   }
+  if (!reader.note().empty()) fmt::print(stderr, "orv: note: {}\n", reader.note());
   if (!options.errors) note_status();
 }
 
 constexpr const char* footer =
-    R"(Input: a CSV file (commas, cells may be quoted, LF or CR LF). A first row in which no cell is a
-number is taken as a header. Without --column every number of the input is taken in the order
-read; white space or commas part them. Blank lines are passed over. A cell is missing if it is
-empty or NA; the words nan and inf are numbers.
+    R"(Input: a CSV file (commas, cells may be quoted, LF or CR LF). A first row without a number is
+taken as a header, and so is one that differs in kind from the columns below it, such as
+country,2020,2021; a note tells of a doubt. Without --column every number of the input is taken in
+the order read; white space or commas part them. Blank lines are passed over. A cell is missing if
+it is empty or NA; the words nan and inf are numbers.
 
 Output: a result a line on standard output, with the fewest digits that read back as the same
 number; the two numbers of a complex result, and two results, with a comma between them.
@@ -267,10 +269,10 @@ void add_math_command(CLI::App& app) {
   add("FILE", options->file, "The file to read; -, the default, is standard input")
       ->option_text(" ");
   add("--level", options->level, "Accuracy: la, ha or ep (default: that of the mode word)")
-      ->check(one_of({"la", "ha", "ep"}))
+      ->transform(one_of({"la", "ha", "ep"}))
       ->option_text("LEVEL");
   add("--type", options->type, "d double, s float, z and c complex of these (default: d, else z)")
-      ->check(one_of({"d", "s", "z", "c"}))
+      ->transform(one_of({"d", "s", "z", "c"}))
       ->option_text("TYPE");
   add("--column", options->column,
       "Column of the argument, by its name or its number from 1; for a\n"
@@ -281,10 +283,10 @@ void add_math_command(CLI::App& app) {
   add("--missing", options->missing,
       "What to do about a missing cell: fail (default) stops there, skip\n"
       "passes its row over, nan computes with NaN")
-      ->check(one_of({"fail", "skip", "nan"}))
+      ->transform(one_of({"fail", "skip", "nan"}))
       ->option_text("WHAT");
   add("--header", options->header, "Whether the first row is a header: auto (default), yes or no")
-      ->check(one_of({"auto", "yes", "no"}))
+      ->transform(one_of({"auto", "yes", "no"}))
       ->option_text("WHETHER");
   command->add_flag("--errors", options->errors,
                     "List each reported element on standard error, before the results\n"

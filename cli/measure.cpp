@@ -14,6 +14,7 @@
 #include "commands.hpp"
 #include "error.hpp"
 #include "functions.hpp"
+#include "output.hpp"
 
 namespace orv_cli {
 namespace {
@@ -138,13 +139,13 @@ std::vector<Measurement<T>> candidates(const Function& f, const Reference& refer
 }
 
 template <class T>
-void print(const std::vector<Measurement<T>>& list) {
-  fmt::print("{:<7}{:<16}{:>18}{:>18}{:>14}{:>12}\n", "level", "kernel", "largest error",
-             "relative error", "ns/element", "C library");
+void print_rows(const std::vector<Measurement<T>>& list) {
+  output("{:<7}{:<16}{:>18}{:>18}{:>14}{:>12}\n", "level", "kernel", "largest error",
+         "relative error", "ns/element", "C library");
   for (const Measurement<T>& m : list) {
     const int decimals = m.ulp >= 100 ? 0 : 3;
-    fmt::print("{:<7}{:<16}{:>14.{}f} ulp{:>13}2^{:<5.1f}{:>12.2f}{:>10.1f} x\n", m.level, m.kernel,
-               m.ulp, decimals, "", std::log2(m.relative), m.ns, list.back().ns / m.ns);
+    output("{:<7}{:<16}{:>14.{}f} ulp{:>13}2^{:<5.1f}{:>12.2f}{:>10.1f} x\n", m.level, m.kernel,
+           m.ulp, decimals, "", std::log2(m.relative), m.ns, list.back().ns / m.ns);
   }
 }
 
@@ -155,7 +156,7 @@ void measure_as(const Function& f, const Reference& reference, const Options& op
   const double high = single ? reference.high_s : reference.high_d;
   const std::vector<T> x =
       even_arguments<T>(std::max(options.arguments, options.elements), low, high);
-  fmt::print(
+  output(
       "{} on {} random arguments in [{}, {}]; error against the C library's 80-bit {}l;\n"
       "speed with vectors of {} elements from half that interval, best of {} rounds.\n",
       f.full_name(), x.size(), low, high, reference.c_name, options.elements, rounds);
@@ -165,7 +166,7 @@ void measure_as(const Function& f, const Reference& reference, const Options& op
   std::vector<T> halves(x.begin(), x.begin() + options.elements);
   for (T& value : halves) value /= 2;
   measure_speed(list, halves, options.elements);
-  print(list);
+  print_rows(list);
 }
 
 void measure(const Options& options) {

@@ -1,11 +1,22 @@
 // Results on standard output.
 #pragma once
 
+#include <fmt/format.h>
+
 #include <cstddef>
+#include <string>
+#include <utility>
 
 namespace orv_cli {
 
-/// Writes at once. Throws an Error where that fails, on a full disk for instance.
+/// Writes at once. Throws an Error where that fails, on a full disk for instance. All that goes to
+/// standard output goes through here, so that none of it is lost in silence.
 void write(const void* data, size_t size);
+
+template <class... Args>
+void output(fmt::format_string<Args...> format, Args&&... args) {
+  const std::string text = fmt::format(format, std::forward<Args>(args)...);
+  write(text.data(), text.size());
+}
 
 }  // namespace orv_cli

@@ -230,7 +230,7 @@ void add_random_command(CLI::App& app) {
   };
   add("KIND", options->kind, "uniform, bits, int or list", " ")
       ->required()
-      ->check(one_of({"uniform", "bits", "int", "list"}));
+      ->transform(one_of({"uniform", "bits", "int", "list"}));
   auto* brng = add("--brng", options->brng, "The generator (default: MT19937)", "NAME[:OFFSET]");
   auto* seed = add("--seed", options->seed,
                    "Seed words with commas between, 0 to 4294967295 each, decimal\n"
@@ -250,9 +250,9 @@ void add_random_command(CLI::App& app) {
       ->excludes(brng)
       ->excludes(seed);
   add("--type", options->type, "For uniform: d double (default) or s float", "d|s")
-      ->check(one_of({"d", "s"}));
+      ->transform(one_of({"d", "s"}));
   add("--format", options->format, "text (default) or binary", "FORMAT")
-      ->check(one_of({"text", "binary"}));
+      ->transform(one_of({"text", "binary"}));
   command->footer(footer);
   command->callback([command, options] {
     refuse_options(*command, options->kind);

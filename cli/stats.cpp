@@ -27,10 +27,11 @@ void stats(const StatsOptions& options) {
 }
 
 constexpr const char* footer =
-    R"(Input: a CSV file (commas, cells may be quoted, LF or CR LF). A first row in which no cell is a
-number is taken as a header. A cell is missing if it is empty, NA or nan. Columns are given by
-name or by number from 1. Without --select all columns of numbers are taken: those whose first
-cell that is not missing, among the first 1000 rows, is a number.
+    R"(Input: a CSV file (commas, cells may be quoted, LF or CR LF). A first row without a number is
+taken as a header, and so is one that differs in kind from the columns below it, such as
+country,2020,2021; a note tells of a doubt. A cell is missing if it is empty, NA or nan. Columns
+are given by name or by number from 1. Without --select all columns of numbers are taken: those
+whose first cell that is not missing, among the first 1000 rows, is a number.
 
 Missing cells: drop (default) leaves out each row in which a selected column has one, and tells
 how many; pairwise takes all values of each column, and for each pair of columns the rows that
@@ -50,7 +51,7 @@ W is the sum of weights, W2 that of their squares, E the weighted mean:
   pooled           the groups' sums of products, over the sum of their W - W2 / W
   partial          covariance of Y given Z: Cyy - Cyz inv(Czz) Czy
 What is not defined, such as the deviation of one value, is shown as -, in CSV as an empty cell,
-in JSON as null.
+in JSON as null. Infinities are inf and -inf, in JSON the strings "inf" and "-inf".
 
 The file is read once, in blocks, and may be larger than memory. Quantiles and --by need all
 values: beyond --memory quartiles are left out, and --quantiles and --by stop.

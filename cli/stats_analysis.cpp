@@ -22,7 +22,6 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-constexpr size_t head_rows = 1000;         // that tell which columns hold numbers
 constexpr int64_t block_values = 1 << 19;  // that are read before they are computed with
 constexpr size_t most_pairwise = 200;      // columns that all pairs are made of
 constexpr size_t most_groups = 1000;       // all observations are looked through for each
@@ -62,14 +61,15 @@ std::vector<double> orders_of(const std::string& text) {
 /// Which columns of the file are what.
 class Choice {
  public:
-  Choice(const Table& table, const std::deque<CsvRow>& head, const StatsOptions& options)
-      : table_(table) {
+  Choice(const Table& table, const StatsOptions& options) : table_(table) {
+    if (table.head().empty()) throw Error("{} holds no number, only names", table.file().name());
+    if (!table.note().empty()) notes.push_back(table.note());
     weights = find(options.weights, "--weights");
     by = find(options.by, "--by");
     const auto partial = find_all(options.partial, "--partial");
     const auto given = find_all(options.given, "--given");
     if (options.select.empty()) {
-      choose_numeric(head);
+      choose_numeric();
     } else {
       for (const size_t c : find_all(options.select, "--select")) add(c, "--select");
     }
@@ -120,7 +120,8 @@ class Choice {
   }
 
   /// By its first cell that is not missing.
-  void choose_numeric(const std::deque<CsvRow>& head) {
+  void choose_numeric() {
+    const std::deque<CsvRow>& head = table_.head();
     Strings texts, names;
     for (size_t column = 0; column < table_.width(); ++column) {
       if (column == weights || column == by) continue;
@@ -174,9 +175,8 @@ class Analysis {
       : options_(options),
         services_(orv_threads_pool()),
         orders_(orders_of(options.quantiles)),
-        table_(options.file, header_of(options.header)),
-        head_(read_head()),
-        choice_(table_, head_, options),
+        table_(options.file, header_of(options.header), column_limit()),
+        choice_(table_, options),
         pairwise_(options.missing == "pairwise"),
         matrix_(options.covariance || options.correlation || !options.partial.empty()),
         values_(choice_.columns.size()),
@@ -186,8 +186,6 @@ class Analysis {
 
   Report run() {
     Progress progress(table_.file().bytes_in_all(), Progress::Results::at_the_end);
-    for (const CsvRow& row : head_) take(row);
-    head_.clear();
     while (const CsvRow* row = table_.next()) {
       take(*row);
       if (++waiting_ < block_rows_) continue;
@@ -201,7 +199,9 @@ class Analysis {
  private:
   using Values = Sample<T>;
 
-  std::deque<CsvRow> read_head();
+  int64_t memory() const;
+  CsvLimit column_limit() const;
+  void expect_room(size_t groups) const;
   void make_samples();
   void take(const CsvRow& row);
   void take_complete();
@@ -230,7 +230,6 @@ class Analysis {
   const SSThreadServices* const services_;
   const std::vector<double> orders_;
   Table table_;
-  std::deque<CsvRow> head_;
   const Choice choice_;
   const bool pairwise_;
   const bool matrix_;
@@ -248,16 +247,34 @@ class Analysis {
   bool keeps_values_ = true, made_room_ = false;
 };
 
+/// What a column, and an element of the matrices, takes on its way from the cell to the report. A
+/// report in JSON is in memory as a tree.
+constexpr int64_t column_bytes(bool json) { return json ? 3584 : 1792; }
+constexpr int64_t element_bytes(bool json) { return json ? 192 : 96; }
+
+/// Bytes that what grows with the number of columns may take. Less than 64 MiB would not be worth
+/// saving.
 template <class T>
-std::deque<CsvRow> Analysis<T>::read_head() {
-  std::deque<CsvRow> head;
-  while (head.size() < head_rows) {
-    const CsvRow* const row = table_.next();
-    if (row == nullptr) break;
-    head.push_back(*row);
-  }
-  if (head.empty()) throw Error("{} holds no number, only names", table_.file().name());
-  return head;
+int64_t Analysis<T>::memory() const {
+  return std::max<int64_t>(options_.memory, 64) << 20;
+}
+
+template <class T>
+CsvLimit Analysis<T>::column_limit() const {
+  return {static_cast<size_t>(memory() / column_bytes(options_.format == "json")), false,
+          "; --memory MIB allows more"};
+}
+
+/// For the matrix of each thread and of each group, and one that is printed.
+template <class T>
+void Analysis<T>::expect_room(size_t groups) const {
+  const auto p = static_cast<double>(values_.size());
+  const auto matrices = static_cast<double>(groups) + services_->max_threads();
+  const int64_t printed = element_bytes(options_.format == "json");
+  const double bytes = p * p * (matrices * sizeof(T) + static_cast<double>(printed));
+  if (bytes <= static_cast<double>(memory())) return;
+  throw Error("matrices of {} columns take {:.0f} MiB; --select fewer, or --memory MIB allows more",
+              values_.size(), std::ceil(bytes / (1 << 20)));
 }
 
 /// Complete rows make one sample where a matrix of all variables is wanted, else narrow ones, for
@@ -268,23 +285,25 @@ void Analysis<T>::make_samples() {
   const bool weighted = choice_.weights.has_value();
   const bool whole = !pairwise_ && (matrix_ || choice_.by);
   const size_t width = whole ? p : pairwise_ ? 1 : narrow;
-  for (size_t first = 0; first < p; first += width) {
-    samples_.emplace_back(std::min(width, p - first), weighted, true);
-  }
   if (pairwise_ && choice_.by) {
     throw Error("--by {}: groups are made of complete rows; allowed are --missing drop and fail",
                 in_quotes(options_.by));
   }
+  if (pairwise_ && matrix_ && p > most_pairwise) {
+    throw Error("--missing pairwise: matrices of {} columns; allowed are {}, choose with --select",
+                p, most_pairwise);
+  }
+  if (whole) expect_room(1);
+  for (size_t first = 0; first < p; first += width) {
+    samples_.emplace_back(std::min(width, p - first), weighted, true);
+  }
   if (pairwise_ && matrix_) {
-    if (p > most_pairwise) {
-      throw Error(
-          "--missing pairwise: matrices of {} columns; allowed are {}, choose with --select", p,
-          most_pairwise);
-    }
     pairs_.assign(p * (p - 1) / 2, Values(2, weighted, false, Values::Wanted::covariance));
   }
   const auto width_in_all = static_cast<int64_t>(p + 2 * pairs_.size());
-  block_rows_ = std::clamp<int64_t>(block_values / width_in_all, 256, 1 << 16);
+  const int64_t room = memory() / 8 / (width_in_all * static_cast<int64_t>(sizeof(T)));  // rows
+  block_rows_ =
+      std::clamp<int64_t>(block_values / width_in_all, std::clamp<int64_t>(room, 1, 256), 1 << 16);
 }
 
 // ---- Rows ---------------------------------------------------------------------------------------
@@ -559,6 +578,7 @@ void Analysis<T>::report_matrices(Report& report) {
     report.matrices.push_back({"Partial correlation" + given, names(1), partial.correlation});
   }
   if (choice_.by) {
+    expect_room(group_labels_.size());
     report.groups = {
         choice_.name(*choice_.by), group_labels_,
         samples_[0].pooled(groups_, static_cast<int64_t>(group_labels_.size()), services_)};

@@ -209,9 +209,9 @@ std::string csv_cell(const std::string& text) {
 /// A line of text and numbers; what is not defined is left empty.
 std::string csv_line(const Strings& texts, const std::vector<double>& numbers, bool single) {
   std::string line;
-  for (const std::string& text : texts) {
-    if (!line.empty()) line += ',';
-    line += csv_cell(text);
+  for (size_t i = 0; i < texts.size(); ++i) {
+    if (i > 0) line += ',';
+    line += csv_cell(texts[i]);
   }
   for (const double x : numbers) {
     line += ',';
@@ -266,9 +266,11 @@ std::string as_csv(const Report& report) {
 
 using Json = nlohmann::ordered_json;
 
-/// What is not defined becomes null. A float is printed with its own digits, not with a double's.
+/// What is not defined becomes null; JSON has no infinities either, they become strings. A float is
+/// printed with its own digits, not with a double's.
 Json json_number(double value, bool single) {
-  if (!std::isfinite(value)) return nullptr;
+  if (std::isnan(value)) return nullptr;
+  if (std::isinf(value)) return exact_text(value, single);
   return single ? std::strtod(exact_text(value, true).c_str(), nullptr) : value;
 }
 
@@ -328,11 +330,11 @@ void print_report(const Report& report, const std::string& format) {
   const std::string text = format == "json"  ? as_json(report)
                            : format == "csv" ? as_csv(report)
                                              : as_table(report);
+  write(text.data(), text.size());
   for (const std::string& note : report.notes) fmt::print(stderr, "orv: note: {}\n", note);
   if (format == "csv" && report.dropped + report.weightless > 0) {
     fmt::print(stderr, "orv: note: {}\n", rows_text(report));
   }
-  write(text.data(), text.size());
 }
 
 }  // namespace orv_cli

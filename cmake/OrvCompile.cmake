@@ -2,7 +2,7 @@
 # assume a rounding mode.
 add_library(orv_compile INTERFACE)
 target_compile_options(orv_compile INTERFACE
-  -Wall -Wextra -Wshadow -Wundef -Wno-psabi -Wno-ignored-attributes -Werror -ffp-contract=off)
+  -Wall -Wextra -Wshadow -Wundef -Wno-psabi -Wno-ignored-attributes -ffp-contract=off)
 target_include_directories(orv_compile INTERFACE
   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
 
@@ -34,4 +34,10 @@ function(orv_export_only target map)
     set_target_properties(${target} PROPERTIES LINKER_LANGUAGE C)
   endif()
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${map})
+endfunction()
+
+# A program that was linked with the library loads that of the same major version.
+function(orv_load_by_version target)
+  set_target_properties(${target} PROPERTIES
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 endfunction()

@@ -23,15 +23,15 @@ inline std::string path_of(const std::string& name) {
 }
 
 /// `arguments` go through the shell; IN in them is the path of a file that holds `input`, which
-/// is standard input as well.
+/// is standard input as well. Standard output may be sent elsewhere.
 inline Outcome orv(std::string arguments, const std::string& input = "",
                    const std::string& env = "") {
   std::ofstream(path_of("in")) << input;
   if (const size_t at = arguments.find("IN"); at != std::string::npos) {
     arguments.replace(at, 2, path_of("in"));
   }
-  const std::string command = "env -u ORV_QEM_MODE " + env + " " ORV_COMMAND " " + arguments +
-                              " <" + path_of("in") + " >" + path_of("out") + " 2>" + path_of("err");
+  const std::string command = "env -u ORV_QEM_MODE " + env + " " ORV_COMMAND " <" + path_of("in") +
+                              " >" + path_of("out") + " 2>" + path_of("err") + " " + arguments;
   const int status = std::system(command.c_str());
   const auto read = [](const char* name) {
     std::ostringstream text;

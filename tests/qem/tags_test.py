@@ -116,7 +116,9 @@ def main(objects):
     faults, counts, weak = [], {}, {}
     for path in map(pathlib.Path, objects):
         random_side = "zok" in path.parts  # all of it is for AVX, whatever a unit is called
-        tag = missing.pop(path.name.split(".")[0], "g9" if random_side else None)
+        shared = re.match(r"qem_(\w\w)_", path.name) if "_heap" in path.parts else None
+        tag = shared[1] if shared else missing.pop(
+            path.name.split(".")[0], "g9" if random_side else None)
         listing = output("objdump", "-d", "--no-show-raw-insn", "-M", "att", str(path))
         count = sum(1 for _ in instructions(listing))
         counts[tag] = counts.get(tag, 0) + count

@@ -1,0 +1,71 @@
+#include "first_row.hpp"
+
+#include <algorithm>
+#include <cctype>
+#include <set>
+#include <string_view>
+#include <vector>
+
+#include "columns.hpp"
+
+namespace orv_cli {
+namespace {
+
+/// Kinds of cells, to be joined; a missing cell has none.
+enum : unsigned { text = 1, year = 2, whole = 4, other = 8, number = year | whole | other };
+
+unsigned kind_of(std::string_view cell) {
+  double value;
+  if (is_missing(cell)) return 0;
+  if (!parse(cell, value)) return text;
+  const bool is_signed = cell[0] == '-' || cell[0] == '+';
+  const auto is_digit = [](unsigned char c) { return std::isdigit(c) != 0; };
+  if (!std::ranges::all_of(cell.substr(is_signed ? 1 : 0), is_digit)) return other;
+  return cell.size() == 4 && (cell[0] == '1' || cell[0] == '2') ? year : whole;
+}
+
+unsigned kinds_below(const std::deque<CsvRow>& rows, size_t column) {
+  unsigned kinds = 0;
+  for (const CsvRow& row : rows) kinds |= kind_of(row.cells[column]);
+  return kinds;
+}
+
+/// Whether a cell of this kind stands above none of its like.
+bool differs(unsigned kind, unsigned below) {
+  if (below == 0 || (below & text) != 0) return false;
+  if (kind == year) return (below & year) == 0;
+  return kind == text || below == other;
+}
+
+}  // namespace
+
+FirstRow first_row_is(const CsvRow& first, const std::deque<CsvRow>& below) {
+  std::vector<size_t> texts, numbers;  // columns
+  unsigned kinds = 0;
+  bool has_label = false, are_names = true;
+  std::set<std::string_view> seen;
+  for (size_t column = 0; column < first.cells.size(); ++column) {
+    const std::string& cell = first.cells[column];
+    const unsigned kind = kind_of(cell);
+    kinds |= kind;
+    has_label |= kind == text || cell.empty();
+    if (kind == text) texts.push_back(column);
+    if ((kind & number) == 0) continue;
+    numbers.push_back(column);
+    are_names = are_names && kind != other && seen.insert(cell).second;
+  }
+  if (numbers.empty()) return texts.empty() ? FirstRow::data : FirstRow::names;
+  const auto is_unlike = [&](size_t column) {
+    return differs(kind_of(first.cells[column]), kinds_below(below, column));
+  };
+  if (std::ranges::any_of(texts, is_unlike)) return FirstRow::rather_names;
+  if (!are_names || below.empty()) return FirstRow::data;
+  const bool all_unlike = std::ranges::all_of(numbers, is_unlike);
+  const bool several = numbers.size() > 1;
+  if (all_unlike && (has_label || (several && (kinds & number) == year))) {
+    return FirstRow::rather_names;
+  }
+  return has_label || (all_unlike && several) ? FirstRow::rather_data : FirstRow::data;
+}
+
+}  // namespace orv_cli

@@ -1,0 +1,3 @@
+#include <orv/version.h>
+
+const char* orv_version() { return ORV_VERSION; }
