@@ -75,6 +75,7 @@ void release(std::vector<T>& v) {
   std::vector<T>().swap(v);
 }
 
+constexpr double undefined = std::numeric_limits<double>::quiet_NaN();
 constexpr uint64_t covariance_estimates = SS_EST_MEAN | SS_EST_COV;
 constexpr uint64_t all_estimates = covariance_estimates | SS_EST_RAW2 | SS_EST_RAW3 | SS_EST_RAW4 |
                                    SS_EST_CEN2 | SS_EST_CEN3 | SS_EST_CEN4 | SS_EST_SKEWNESS |
@@ -93,6 +94,7 @@ Sample<T>::Sample(size_t variables, bool weighted, bool keep_values, Wanted want
     results->assign(variables, std::numeric_limits<T>::quiet_NaN());
   }
   covariance_.assign(variables * variables, std::numeric_limits<T>::quiet_NaN());
+  exact_.resize(variables);
 }
 
 template <class T>
@@ -116,6 +118,17 @@ void Sample<T>::begin(const SSThreadServices* services) {
   }
 }
 
+/// One observation after the other, since the order of a sum shows in its digits.
+template <class T>
+void Sample<T>::take_exactly() {
+  const size_t p = variables(), n = block_.size() / p;
+  for (size_t i = 0; i < n; ++i) {
+    const long double w = weighted_ ? block_weights_[i] : 1;
+    exact_weights_.add(w);
+    for (size_t j = 0; j < p; ++j) exact_[j].add(block_[i * p + j] - (long double){origin_[j]}, w);
+  }
+}
+
 template <class T>
 void Sample<T>::take_block(const SSThreadServices* services) {
   if (block_.empty()) return;
@@ -131,6 +144,7 @@ void Sample<T>::take_block(const SSThreadServices* services) {
     task.set(SS_PARAM_MINIMUM, minimum_);
     task.set(SS_PARAM_MAXIMUM, maximum_);
     check(Entries<T>::minmax(task, SS_EST_MIN | SS_EST_MAX, SS_METHOD_FAST, services));
+    take_exactly();
   }
   for (size_t i = 0; i < block_.size(); i += variables()) {
     for (size_t j = 0; j < variables(); ++j) block_[i + j] -= origin_[j];
@@ -158,18 +172,32 @@ void Sample<T>::take_block(const SSThreadServices* services) {
 
 template <class T>
 double Sample<T>::mean(size_t j) const {
-  return static_cast<double>(origin_[j]) + mean_[j];
+  const double exact = exact_[j].mean(origin_[j], exact_weights_);
+  return std::isfinite(exact) ? exact : static_cast<double>(origin_[j]) + mean_[j];
+}
+
+template <class T>
+long double Sample<T>::variance(size_t j) const {
+  const long double exact = exact_[j].variance(exact_weights_);
+  return std::isfinite(exact) ? exact : covariance_[j * (variables() + 1)];
 }
 
 template <class T>
 double Sample<T>::standard_deviation(size_t j) const {
-  return std::sqrt(covariance(j, j));
+  return count_ > 1 ? static_cast<double>(std::sqrt(variance(j))) : undefined;
+}
+
+template <class T>
+double Sample<T>::covariance(size_t i, size_t j) const {
+  if (count_ < 2) return undefined;
+  return i == j ? static_cast<double>(variance(i)) : covariance_[i * variables() + j];
 }
 
 template <class T>
 double Sample<T>::correlation(size_t i, size_t j) const {
   if (i == j) return 1;
-  return covariance(i, j) / (standard_deviation(i) * standard_deviation(j));
+  const auto updated = [&](size_t k) { return double{covariance_[k * (variables() + 1)]}; };
+  return covariance(i, j) / (std::sqrt(updated(i)) * std::sqrt(updated(j)));
 }
 
 // ---- From the values ----------------------------------------------------------------------------
@@ -226,8 +254,19 @@ std::vector<double> Sample<T>::quantiles(std::span<const double> orders,
 template <class T>
 Pooled Sample<T>::pooled(const std::vector<int64_t>& groups, int64_t group_count,
                          const SSThreadServices* services) {
-  for (size_t i = 0; i < values_.size(); ++i) values_[i] -= origin_[i % variables()];
   const size_t p = variables(), g = static_cast<size_t>(group_count);
+  std::vector<WeightSums> group_weights(g);
+  std::vector<DeviationSums> exact(g * p);
+  for (size_t i = 0; i < groups.size(); ++i) {
+    const auto group = static_cast<size_t>(groups[i]);
+    const long double w = weighted_ ? weights_[i] : 1;
+    group_weights[group].add(w);
+    for (size_t j = 0; j < p; ++j) {
+      T& x = values_[i * p + j];
+      exact[group * p + j].add(x - (long double){origin_[j]}, w);
+      x -= origin_[j];
+    }
+  }
   const std::vector<int64_t> every_group(g, 1);
   std::vector<T> pooled_mean(p), pooled_cov(p * p), means(g * p), covariances(g * p * p);
   Task<T> task(p_, count_, values_.data(), data_or_null(weights_));
@@ -242,7 +281,10 @@ Pooled Sample<T>::pooled(const std::vector<int64_t>& groups, int64_t group_count
   check(Entries<T>::pooled_covariance(task, SS_EST_POOLED | SS_EST_GROUP, SS_METHOD_ONE_PASS,
                                       services));
   Pooled result = {std::vector<int64_t>(g), {means.begin(), means.end()}, {}};
-  for (size_t i = 0; i < g * p; ++i) result.means[i] += origin_[i % p];
+  for (size_t i = 0; i < g * p; ++i) {
+    const double mean = exact[i].mean(origin_[i % p], group_weights[i / p]);
+    result.means[i] = std::isfinite(mean) ? mean : result.means[i] + origin_[i % p];
+  }
   result.covariance.assign(pooled_cov.begin(), pooled_cov.end());
   for (const int64_t group : groups) ++result.counts[static_cast<size_t>(group)];
   return result;
