@@ -118,14 +118,17 @@ void Sample<T>::begin(const SSThreadServices* services) {
   }
 }
 
-/// One observation after the other, since the order of a sum shows in its digits.
+/// In the order of the observations, whatever threads there are.
 template <class T>
 void Sample<T>::take_exactly() {
   const size_t p = variables(), n = block_.size() / p;
-  for (size_t i = 0; i < n; ++i) {
-    const long double w = weighted_ ? block_weights_[i] : 1;
-    exact_weights_.add(w);
-    for (size_t j = 0; j < p; ++j) exact_[j].add(block_[i * p + j] - (long double){origin_[j]}, w);
+  for (size_t i = 0; i < n; i += exact_together) {
+    const size_t count = std::min(n - i, exact_together);
+    const T* const weights = weighted_ ? &block_weights_[i] : nullptr;
+    exact_weights_.add(weights, count);
+    for (size_t j = 0; j < p; ++j) {
+      exact_[j].add(&block_[i * p + j], p, weights, count, origin_[j]);
+    }
   }
 }
 
@@ -172,14 +175,15 @@ void Sample<T>::take_block(const SSThreadServices* services) {
 
 template <class T>
 double Sample<T>::mean(size_t j) const {
-  const double exact = exact_[j].mean(origin_[j], exact_weights_);
+  const double exact = exact_[j].mean(exact_weights_);
   return std::isfinite(exact) ? exact : static_cast<double>(origin_[j]) + mean_[j];
 }
 
 template <class T>
 long double Sample<T>::variance(size_t j) const {
   const long double exact = exact_[j].variance(exact_weights_);
-  return std::isfinite(exact) ? exact : covariance_[j * (variables() + 1)];
+  if (!std::isfinite(exact)) return covariance_[j * (variables() + 1)];
+  return minimum_[j] < maximum_[j] ? exact : 0;
 }
 
 template <class T>
@@ -255,15 +259,15 @@ template <class T>
 Pooled Sample<T>::pooled(const std::vector<int64_t>& groups, int64_t group_count,
                          const SSThreadServices* services) {
   const size_t p = variables(), g = static_cast<size_t>(group_count);
-  std::vector<WeightSums> group_weights(g);
-  std::vector<DeviationSums> exact(g * p);
+  std::vector<ExactWeights> group_weights(g);
+  std::vector<ExactMoments> exact(g * p);
   for (size_t i = 0; i < groups.size(); ++i) {
     const auto group = static_cast<size_t>(groups[i]);
-    const long double w = weighted_ ? weights_[i] : 1;
-    group_weights[group].add(w);
+    const T* const weight = weighted_ ? &weights_[i] : nullptr;
+    group_weights[group].add(weight, 1);
     for (size_t j = 0; j < p; ++j) {
       T& x = values_[i * p + j];
-      exact[group * p + j].add(x - (long double){origin_[j]}, w);
+      exact[group * p + j].add(&x, 1, weight, 1, origin_[j]);
       x -= origin_[j];
     }
   }
@@ -282,7 +286,7 @@ Pooled Sample<T>::pooled(const std::vector<int64_t>& groups, int64_t group_count
                                       services));
   Pooled result = {std::vector<int64_t>(g), {means.begin(), means.end()}, {}};
   for (size_t i = 0; i < g * p; ++i) {
-    const double mean = exact[i].mean(origin_[i % p], group_weights[i / p]);
+    const double mean = exact[i].mean(group_weights[i / p]);
     result.means[i] = std::isfinite(mean) ? mean : result.means[i] + origin_[i % p];
   }
   result.covariance.assign(pooled_cov.begin(), pooled_cov.end());

@@ -75,8 +75,8 @@ class Sample {
   std::vector<T> mean_, raw_2_, raw_3_, raw_4_, central_2_, central_3_, central_4_, skewness_,
       kurtosis_, covariance_, minimum_, maximum_;
   T weight_sums_[2] = {};
-  WeightSums exact_weights_;
-  std::vector<DeviationSums> exact_;  // from the origin
+  ExactWeights exact_weights_;
+  std::vector<ExactMoments> exact_;
 };
 
 struct Partial {

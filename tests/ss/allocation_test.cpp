@@ -131,6 +131,24 @@ TEST(Allocation, Groups) {
                                              orv_threads_serial());
             }),
             6);
+  // No more threads have sums of their own than there are groups.
+  const double wide[33] = {};
+  std::vector<double> sums(11 * 11);
+  size_t bytes[2];
+  for (const int32_t threads : {0, 2, 100}) {
+    static int32_t usable;
+    usable = threads;
+    SSThreadServices services = *orv_threads_serial();
+    services.max_threads = [] { return usable; };
+    Task<double> pooling(11, 3, SS_COLUMNS, wide);
+    pooling.set(SS_PARAM_GROUP_INDICES, {0, 1, 1}).set(SS_PARAM_POOLED_COV_STORAGE, {0});
+    pooling.set(SS_PARAM_POOLED_MEAN, sums).set(SS_PARAM_POOLED_COV, sums);
+    watch_allocations();
+    EXPECT_EQ(_zokdSSPooledCovariance(pooling, SS_EST_POOLED, SS_METHOD_ONE_PASS, &services),
+              SS_OK);
+    bytes[threads == 100] = seen_allocations().bytes;
+  }
+  EXPECT_EQ(bytes[0], bytes[1]);
   Task<double> too_many(2, 3, SS_COLUMNS, data);
   too_many.set(SS_PARAM_GROUP_INDICES, {0, INT32_MAX, 1});
   EXPECT_EQ(_zokdSSPooledCovariance(too_many, 0, SS_METHOD_ONE_PASS, orv_threads_serial()),

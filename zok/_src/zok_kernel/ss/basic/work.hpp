@@ -106,7 +106,7 @@ void denormalise(BasicWork<T>& b, const SourceMatrix<T>& source) {
   const intptr_t p = b.p;
   T* S = b.main.S;
   const T W = b.main.acc[0], W2 = b.main.acc[1], scale = W - W2 / W;
-  if (!(W > 0) || isinf(1 / scale)) {  // nothing so far, or what has no covariance: one observation
+  if (!(W > 0) || scale == 0) {  // nothing so far, or one observation, which has no covariance
     memset(S, 0, sizeof(T) * static_cast<size_t>(p * p));
     return;
   }
@@ -144,22 +144,21 @@ int32_t _vSSInitBasicCommon(BasicWork<T>& b, const SSThreadServices& services) {
     b.main.acc[1] = so_far[1];
   }
 
+  const SourceMatrix<T> source(b);
   if (b.crosses()) {
-    const SourceMatrix<T> source(b);
     b.main.S = source.matrix;
     if (b.task.variable_mask != nullptr || !source.storage.full()) {
       b.own_S = allocate<T>(Count(b.p) * b.p);
       if (b.own_S == nullptr) return SS_NO_MEMORY;
       b.main.S = b.own_S;
     }
-    denormalise(b, source);
   }
-
   const Count others = Count(b.threads - 1) * b.thread_size();
   if (others.value > 0) {
     b.thread_block = allocate_zeros<T>(others);
     if (b.thread_block == nullptr) return SS_NO_MEMORY;
   }
+  if (b.crosses()) denormalise(b, source);
   return SS_OK;
 }
 
