@@ -100,23 +100,22 @@ TEST_F(Threads, RunEveryThreadIndexOnce) {
   });
 }
 
-/// How many threads meet inside a job of three; fewer would wait for ever.
+/// How many threads meet inside a job of three, by indices or items; fewer would wait for ever.
 int distinct_threads() {
   std::barrier all_there(3);
   std::vector<std::thread::id> ids(3);
-  run(orv_threads_pool()->run_threads, 3, [&](int32_t t, int32_t, int32_t) {
+  const Function meet = [&](int32_t t, int32_t, int32_t) {
     ids[t] = std::this_thread::get_id();
     all_there.arrive_and_wait();
-  });
+  };
+  run(orv_threads_pool()->run_items, 3, 0, meet);
+  run(orv_threads_pool()->run_threads, 3, meet);
   return static_cast<int>(std::set(ids.begin(), ids.end()).size());
 }
 
 TEST_F(Threads, GiveEachItemAndIndexAThreadOfItsOwn) {
   orv_threads_set_count(3);
   EXPECT_EQ(distinct_threads(), 3);
-  std::barrier all_there(3);
-  run(orv_threads_pool()->run_items, 3, 0,
-      [&](int32_t, int32_t, int32_t) { all_there.arrive_and_wait(); });
 }
 
 TEST_F(Threads, StartAscendingAndKeepTheOrder) {
