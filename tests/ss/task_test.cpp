@@ -5,6 +5,7 @@
 #include <set>
 #include <tuple>
 
+#include "orv/zok.h"
 #include "support.hpp"
 
 namespace orv_test {
@@ -95,6 +96,8 @@ TEST(Task, DeletionCallsEveryHookFirst) {
     EXPECT_EQ(task, nullptr);
   }
   EXPECT_EQ(__zokSSDeleteTask(nullptr), SS_NULL_TASK);
+  StreamState* stream = nullptr;  // deleted as harmlessly
+  EXPECT_EQ(__zokDeleteStream(&stream), RNG_OK);
 }
 
 /// Fields that an editor sets together, and the numbers of their parameters.
