@@ -395,7 +395,7 @@ TEST(Basic, DISABLED_MoreThan31BitsOfObservations) {
   ASSERT_NE(pages, MAP_FAILED);
   auto* const x = static_cast<double*>(pages);
   x[0] = 2, x[n - 1] = 1;
-  double mean, cov;
+  double mean = 0, cov = 0;
   Task<double> task(1, n, SS_ROWS, x, true);
   task.set(SS_PARAM_MEAN, &mean).set(SS_PARAM_COV, &cov);
   EXPECT_EQ(_zokdSSBasic(task, SS_EST_COV, SS_METHOD_FAST, orv_threads_serial()), SS_OK);

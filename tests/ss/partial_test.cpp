@@ -10,8 +10,6 @@ using namespace orv_test;
 
 namespace {
 
-constexpr uint64_t both = SS_EST_PARTIAL_COV | SS_EST_PARTIAL_COR;
-
 /// A well-conditioned symmetric matrix with exact elements in either precision.
 std::vector<long double> covariance(int64_t p) {
   std::mt19937 random(static_cast<uint32_t>(p) + 40);
