@@ -102,9 +102,10 @@ void feed(const Data<T>& data, const Way& way, Results<T>& results) {
 template <class T>
 struct Recurrence {
   std::vector<T> mean, raw[3], S;
-  T acc[2] = {0, 0};
+  T acc[2];
 
-  explicit Recurrence(const Data<T>& data) : mean(data.p), S(data.p * data.p) {
+  explicit Recurrence(const Data<T>& data, T start = 0)
+      : mean(data.p), S(data.p * data.p), acc{start, start} {
     const int p = data.p;
     for (auto& r : raw) r.assign(p, 0);
     int i = 0;
@@ -186,14 +187,10 @@ TEST(Basic, CountsThatRoundAreAddedOneByOne) {
     Results<float> results(1, 0);
     results.accumulated[0] = results.accumulated[1] = start;
     feed(data, {.estimates = SS_EST_MEAN, .layout = SS_ROWS}, results);
-    float W = start, mean = 0;
-    for (int i = 0; i < data.n; ++i) {
-      mean = 1 / (1 + W) * (W * mean + data(i, 0));
-      W += 1;
-    }
-    EXPECT_EQ(results.of[0][0], mean);
-    EXPECT_EQ(results.accumulated[0], W);
-    EXPECT_EQ(results.accumulated[1], W);
+    const Recurrence<float> expected(data, start);
+    EXPECT_EQ(results.of[0], expected.mean);
+    EXPECT_EQ(results.accumulated[0], expected.acc[0]);
+    EXPECT_EQ(results.accumulated[1], expected.acc[1]);
   }
 }
 
