@@ -41,8 +41,7 @@ Definitions, for values x with weights w (1 without --weights; rows of weight 0 
 W is the sum of weights, W2 that of their squares, E the weighted mean:
   mean             m = E x
   covariance       sum of w (x - mx) (y - my), over W - W2 / W (without weights n - 1)
-  std. deviation   square root of the variance c2 = covariance of a column with itself,
-                   from one-pass updates about the mean, not from E x^2 - m^2
+  std. deviation   square root of the variance c2 = covariance of a column with itself
   skewness         E (x - m)^3 / c2^1.5       c2 is the unbiased variance, the other moments
   excess kurtosis  E (x - m)^4 / c2^2 - 3     are those of the population
   quantile         of order q: at (n - 1) q in the sorted values, counted from 0, linear between
@@ -50,6 +49,8 @@ W is the sum of weights, W2 that of their squares, E the weighted mean:
                    the sum of weights, in ascending order, reaches q W, linear between neighbours
   pooled           the groups' sums of products, over the sum of their W - W2 / W
   partial          covariance of Y given Z: Cyy - Cyz inv(Czz) Czy
+Means, variances and deviations are those of exact arithmetic, rounded once in nearly all cases; the
+others come from updates about the mean. No digit depends on --threads.
 What is not defined, such as the deviation of one value, is shown as -, in CSV as an empty cell,
 in JSON as null. Infinities are inf and -inf, in JSON the strings "inf" and "-inf".
 

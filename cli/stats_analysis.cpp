@@ -173,7 +173,7 @@ class Analysis {
  public:
   explicit Analysis(const StatsOptions& options)
       : options_(options),
-        services_(orv_threads_pool()),
+        services_(orv_threads_reproducible()),
         orders_(orders_of(options.quantiles)),
         table_(options.file, header_of(options.header), column_limit()),
         choice_(table_, options),
@@ -421,8 +421,8 @@ void call_function(int32_t item, int32_t, int32_t, void* args) {
   (*static_cast<std::function<void(int32_t)>*>(args))(item);
 }
 
-/// Many samples go to the threads one each; of few samples each has all threads. An exception waits
-/// until all are back.
+/// Many samples go to the threads one each; of few samples each has all threads. Neither changes a
+/// digit. An exception waits until all are back.
 template <class T>
 template <class Function>
 void Analysis<T>::for_each_sample(Function function) {
@@ -436,7 +436,7 @@ void Analysis<T>::for_each_sample(Function function) {
       failures[i] = std::current_exception();
     }
   };
-  if (count >= services_->max_threads()) {
+  if (count >= orv_threads_pool()->max_threads()) {
     services_->run_items(count, 0, &one, call_function);
   } else {
     for (int32_t item = 0; item < count; ++item) one(item);

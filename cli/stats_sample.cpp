@@ -75,6 +75,7 @@ void release(std::vector<T>& v) {
   std::vector<T>().swap(v);
 }
 
+constexpr double undefined = std::numeric_limits<double>::quiet_NaN();
 constexpr uint64_t covariance_estimates = SS_EST_MEAN | SS_EST_COV;
 constexpr uint64_t all_estimates = covariance_estimates | SS_EST_RAW2 | SS_EST_RAW3 | SS_EST_RAW4 |
                                    SS_EST_CEN2 | SS_EST_CEN3 | SS_EST_CEN4 | SS_EST_SKEWNESS |
@@ -93,6 +94,7 @@ Sample<T>::Sample(size_t variables, bool weighted, bool keep_values, Wanted want
     results->assign(variables, std::numeric_limits<T>::quiet_NaN());
   }
   covariance_.assign(variables * variables, std::numeric_limits<T>::quiet_NaN());
+  exact_.resize(variables);
 }
 
 template <class T>
@@ -116,6 +118,20 @@ void Sample<T>::begin(const SSThreadServices* services) {
   }
 }
 
+/// In the order of the observations, whatever threads there are.
+template <class T>
+void Sample<T>::take_exactly() {
+  const size_t p = variables(), n = block_.size() / p;
+  for (size_t i = 0; i < n; i += exact_together) {
+    const size_t count = std::min(n - i, exact_together);
+    const T* const weights = weighted_ ? &block_weights_[i] : nullptr;
+    exact_weights_.add(weights, count);
+    for (size_t j = 0; j < p; ++j) {
+      exact_[j].add(&block_[i * p + j], p, weights, count, origin_[j]);
+    }
+  }
+}
+
 template <class T>
 void Sample<T>::take_block(const SSThreadServices* services) {
   if (block_.empty()) return;
@@ -131,6 +147,7 @@ void Sample<T>::take_block(const SSThreadServices* services) {
     task.set(SS_PARAM_MINIMUM, minimum_);
     task.set(SS_PARAM_MAXIMUM, maximum_);
     check(Entries<T>::minmax(task, SS_EST_MIN | SS_EST_MAX, SS_METHOD_FAST, services));
+    take_exactly();
   }
   for (size_t i = 0; i < block_.size(); i += variables()) {
     for (size_t j = 0; j < variables(); ++j) block_[i + j] -= origin_[j];
@@ -158,18 +175,33 @@ void Sample<T>::take_block(const SSThreadServices* services) {
 
 template <class T>
 double Sample<T>::mean(size_t j) const {
-  return static_cast<double>(origin_[j]) + mean_[j];
+  const double exact = exact_[j].mean(exact_weights_);
+  return std::isfinite(exact) ? exact : static_cast<double>(origin_[j]) + mean_[j];
+}
+
+template <class T>
+long double Sample<T>::variance(size_t j) const {
+  const long double exact = exact_[j].variance(exact_weights_);
+  if (!std::isfinite(exact)) return covariance_[j * (variables() + 1)];
+  return minimum_[j] < maximum_[j] ? exact : 0;
 }
 
 template <class T>
 double Sample<T>::standard_deviation(size_t j) const {
-  return std::sqrt(covariance(j, j));
+  return count_ > 1 ? static_cast<double>(std::sqrt(variance(j))) : undefined;
+}
+
+template <class T>
+double Sample<T>::covariance(size_t i, size_t j) const {
+  if (count_ < 2) return undefined;
+  return i == j ? static_cast<double>(variance(i)) : covariance_[i * variables() + j];
 }
 
 template <class T>
 double Sample<T>::correlation(size_t i, size_t j) const {
   if (i == j) return 1;
-  return covariance(i, j) / (standard_deviation(i) * standard_deviation(j));
+  const auto updated = [&](size_t k) { return double{covariance_[k * (variables() + 1)]}; };
+  return covariance(i, j) / (std::sqrt(updated(i)) * std::sqrt(updated(j)));
 }
 
 // ---- From the values ----------------------------------------------------------------------------
@@ -226,8 +258,19 @@ std::vector<double> Sample<T>::quantiles(std::span<const double> orders,
 template <class T>
 Pooled Sample<T>::pooled(const std::vector<int64_t>& groups, int64_t group_count,
                          const SSThreadServices* services) {
-  for (size_t i = 0; i < values_.size(); ++i) values_[i] -= origin_[i % variables()];
   const size_t p = variables(), g = static_cast<size_t>(group_count);
+  std::vector<ExactWeights> group_weights(g);
+  std::vector<ExactMoments> exact(g * p);
+  for (size_t i = 0; i < groups.size(); ++i) {
+    const auto group = static_cast<size_t>(groups[i]);
+    const T* const weight = weighted_ ? &weights_[i] : nullptr;
+    group_weights[group].add(weight, 1);
+    for (size_t j = 0; j < p; ++j) {
+      T& x = values_[i * p + j];
+      exact[group * p + j].add(&x, 1, weight, 1, origin_[j]);
+      x -= origin_[j];
+    }
+  }
   const std::vector<int64_t> every_group(g, 1);
   std::vector<T> pooled_mean(p), pooled_cov(p * p), means(g * p), covariances(g * p * p);
   Task<T> task(p_, count_, values_.data(), data_or_null(weights_));
@@ -242,7 +285,10 @@ Pooled Sample<T>::pooled(const std::vector<int64_t>& groups, int64_t group_count
   check(Entries<T>::pooled_covariance(task, SS_EST_POOLED | SS_EST_GROUP, SS_METHOD_ONE_PASS,
                                       services));
   Pooled result = {std::vector<int64_t>(g), {means.begin(), means.end()}, {}};
-  for (size_t i = 0; i < g * p; ++i) result.means[i] += origin_[i % p];
+  for (size_t i = 0; i < g * p; ++i) {
+    const double mean = exact[i].mean(group_weights[i / p]);
+    result.means[i] = std::isfinite(mean) ? mean : result.means[i] + origin_[i % p];
+  }
   result.covariance.assign(pooled_cov.begin(), pooled_cov.end());
   for (const int64_t group : groups) ++result.counts[static_cast<size_t>(group)];
   return result;

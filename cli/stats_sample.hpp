@@ -7,6 +7,8 @@
 #include <span>
 #include <vector>
 
+#include "stats_exact.hpp"
+
 namespace orv_cli {
 
 /// A p by p matrix.
@@ -40,7 +42,7 @@ class Sample {
   double maximum(size_t j) const { return maximum_[j]; }
   double skewness(size_t j) const { return skewness_[j]; }
   double kurtosis(size_t j) const { return kurtosis_[j]; }
-  double covariance(size_t i, size_t j) const { return covariance_[i * variables() + j]; }
+  double covariance(size_t i, size_t j) const;
   double correlation(size_t i, size_t j) const;
 
   // From the values, for which they have to be kept. -------------------------------------------
@@ -60,6 +62,9 @@ class Sample {
 
  private:
   void begin(const SSThreadServices* services);
+  void take_exactly();
+  /// The exact one where it can be told, else the one from updates.
+  long double variance(size_t j) const;
 
   int64_t p_;
   bool weighted_, keep_;
@@ -70,6 +75,8 @@ class Sample {
   std::vector<T> mean_, raw_2_, raw_3_, raw_4_, central_2_, central_3_, central_4_, skewness_,
       kurtosis_, covariance_, minimum_, maximum_;
   T weight_sums_[2] = {};
+  ExactWeights exact_weights_;
+  std::vector<ExactMoments> exact_;
 };
 
 struct Partial {

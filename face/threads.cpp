@@ -1,4 +1,4 @@
-// Thread services: a serial table and a pool of standard threads.
+// Thread services: a serial table, and two that share a pool of standard threads.
 //
 // Every run of items is a Job, a serial one with a single thread. The pool's threads live as long
 // as the process: nobody joins them at exit, and the library stays loaded when it is closed.
@@ -22,6 +22,9 @@
 namespace {
 
 constexpr int32_t most_threads = 256;
+
+/// Enough to keep that many processors busy, few enough that sums of each take little room.
+constexpr int32_t fixed_shares = 32;
 
 // ---- Jobs ---------------------------------------------------------------------------------------
 
@@ -196,6 +199,8 @@ int32_t one_thread() { return 1; }
 /// An item's thread is taken: the rest of the pool belongs to the item's job.
 int32_t pool_threads() { return current != nullptr ? 1 : count().load(); }
 
+int32_t shares() { return fixed_shares; }
+
 /// As many threads as the job asks for, if there are so many and so many items.
 template <int32_t (*usable)()>
 void run(Spread spread, int32_t items, int32_t threads, void* args, SSItemFunction function) {
@@ -220,9 +225,9 @@ void run_ascending(int32_t items, int32_t threads, void* args, SSItemFunction fu
   run<usable>(Spread::ascending, items, threads, args, function);
 }
 
-template <int32_t (*usable)()>
+template <int32_t (*usable)(), int32_t (*offered)()>
 void run_threads(int32_t threads, void* args, SSItemFunction function) {
-  const int32_t wanted = threads > 0 ? threads : usable();
+  const int32_t wanted = threads > 0 ? threads : offered();
   run<usable>(Spread::by_thread, wanted, wanted, args, function);
 }
 
@@ -232,15 +237,18 @@ void run_in_order(int32_t item, int32_t thread, int32_t threads, void* args,
   function(item, thread, threads, args);
 }
 
-template <int32_t (*usable)()>
+/// `offered` threads, made up by those that are usable.
+template <int32_t (*usable)(), int32_t (*offered)() = usable>
 constexpr SSThreadServices services = {run_items<usable>, run_ascending<usable>,
-                                       run_threads<usable>, run_in_order, usable};
+                                       run_threads<usable, offered>, run_in_order, offered};
 
 }  // namespace
 
 const SSThreadServices* orv_threads_serial() { return &services<one_thread>; }
 
 const SSThreadServices* orv_threads_pool() { return &services<pool_threads>; }
+
+const SSThreadServices* orv_threads_reproducible() { return &services<pool_threads, shares>; }
 
 void orv_threads_set_count(int32_t threads) {
   count() = threads > 0 ? std::min(threads, most_threads) : default_count();

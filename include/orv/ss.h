@@ -329,7 +329,8 @@ ORV_API int32_t __zoksSSNewTask(SSTask** task, const void* p, const void* n, con
                                 const float* x, const float* weights, const void* indices,
                                 int32_t int_is_64);
 
-/** Deletes the task and leaves 0 in its place. */
+/** Deletes the task and leaves 0 in its place, so that a second deletion does nothing and returns
+ *  SS_OK, too. SS_NULL_TASK where there is no place. */
 ORV_API int32_t __zokSSDeleteTask(SSTask** task);
 
 /** Sets one field to `array`. Inputs and results alike: the library writes only to results.
@@ -426,14 +427,28 @@ ORV_API int32_t __zoksSSEditMtxParametrz(SSTask* task, float* cor, const void* c
                                          float* parametrized_cor,
                                          const void* parametrized_cor_storage);
 
-/* Compute entries: (task, SS_EST_... bits, SS_METHOD_... bit, threads). */
+/* Compute entries: (task, SS_EST_... bits, SS_METHOD_... bit, threads).
+ *
+ * When an entry has found all else that it looks for, it looks at the sizes of the data:
+ * SS_BAD_DIMENSION or SS_BAD_OBSERVATION_COUNT for numbers below 1 or beyond what memory holds, and
+ * for quantiles beyond 2^31 - 1; SS_NULL_OBSERVATIONS. The task itself must be there.
+ *
+ * An element's result has the same bits for every layout, mask, storage and word size, and whatever
+ * other variables there are. Where matrix routines of BLAS and LAPACK are used, in _zokdSSBasic
+ * with SS_METHOD_FAST and in _zokdSSPartialCovariance, the last bits of covariances and
+ * correlations are those of the routines that the processor gets, and are not promised. */
 
 /** Moments, covariance and correlation, in one traversal: running weighted means (updates after
  *  West 1979) and a scatter matrix, by the same updates with SS_METHOD_ONE_PASS or by matrix
  *  routines with SS_METHOD_FAST, which is faster for many variables and loses digits where the mean
  *  is large beside the deviation. With `accumulated_weights` set, results go on from block to
  * block: {0, 0} there begins anew. Threads get at least 1000 observations each and are merged after
- *  Chan, Golub and LeVeque (1979).
+ *  Chan, Golub and LeVeque (1979): the last bits depend on the number of shares, which max_threads
+ *  tells (orv_threads_reproducible() always tells the same).
+ *  Ratios of moments, and the products under a correlation's root, are formed in doubles for floats
+ *  too, and leave the range only where the moments themselves do. A correlation that can't be
+ * formed, since a variable has not varied, is NaN; a call that goes on from one alone takes it as
+ * no scatter. Data in rows of 2^31 observations and more are updated, with SS_METHOD_FAST too.
  *  Fails with SS_BAD_STORAGE, the code of the first missing result, SS_BAD_METHOD, SS_NO_MEMORY. */
 ORV_API int32_t _zokdSSBasic(SSTask* task, uint64_t estimates, uint64_t method,
                              const SSThreadServices* services);
@@ -448,14 +463,17 @@ ORV_API int32_t _zoksSSMinmax(SSTask* task, uint64_t estimates, uint64_t method,
                               const SSThreadServices* services);
 
 /** Quantiles and sorted data of each variable. The quantile of order q lies at (n - 1) q of the
- *  sorted data, between its neighbours in proportion (definition 7 of Hyndman and Fan 1996).
- * Results of the selected variables stand one after another. */
+ *  sorted data, between its neighbours in proportion (definition 7 of Hyndman and Fan 1996); one
+ *  that falls on an element is that element, whatever its neighbours. Weights are not looked at.
+ *  Results of the selected variables stand one after another. Without memory for the work nothing
+ *  is computed, and the status is SS_OK all the same. */
 ORV_API int32_t _zokdSSQuantiles(SSTask* task, uint64_t estimates, uint64_t method,
                                  const SSThreadServices* services);
 ORV_API int32_t _zoksSSQuantiles(SSTask* task, uint64_t estimates, uint64_t method,
                                  const SSThreadServices* services);
 
-/** The weighted quantile of each variable, of the task's first order only. Checks nothing. */
+/** The weighted quantile of each variable, of the task's first order only. Checks nothing
+ *  but the sizes. */
 ORV_API int32_t _zokdSSWMedian(SSTask* task, uint64_t estimates, uint64_t method,
                                const SSThreadServices* services);
 ORV_API int32_t _zoksSSWMedian(SSTask* task, uint64_t estimates, uint64_t method,

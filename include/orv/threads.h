@@ -17,6 +17,12 @@ ORV_API const SSThreadServices* orv_threads_serial(void);
  *  and a job from inside an item runs on the thread that it is on. */
 ORV_API const SSThreadServices* orv_threads_pool(void);
 
+/** The same pool, for results that don't depend on how many threads it has: work is always cut into
+ *  shares for 32 threads, as far as there is so much of it, and those that there are take them in
+ *  turn. With the other tables the last bits of moments and covariances change with the number of
+ *  threads. Costs room for the sums of 32 threads. */
+ORV_API const SSThreadServices* orv_threads_reproducible(void);
+
 /** Sets how many threads the pool offers, the calling one included. 0 or less: the environment's
  *  ORV_NUM_THREADS or else the number of processors that this process may use, as at the start.
  *  Takes effect with the next job. */

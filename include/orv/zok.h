@@ -115,7 +115,8 @@ ORV_API int32_t __zokNewStreamEx(StreamState** stream, int32_t brng, int32_t nse
 ORV_API int32_t __zokAllocateStream(StreamState** stream, BrngProperties* table, int32_t brng,
                                     int32_t row, int32_t offset);
 
-/** Releases a stream with its chunks and writes 0 to *stream. */
+/** Releases a stream with its chunks and writes 0 to *stream. Where that is 0 already, nothing is
+ *  done. */
 ORV_API int32_t __zokDeleteStream(StreamState** stream);
 
 /** Makes an independent copy. Errors: RNG_NO_MEMORY. */

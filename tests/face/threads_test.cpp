@@ -52,6 +52,7 @@ void for_each_table(Test test) {
     SCOPED_TRACE("pool of " + std::to_string(count));
     orv_threads_set_count(count);
     test(orv_threads_pool(), count);
+    test(orv_threads_reproducible(), count);
   }
 }
 
@@ -62,7 +63,7 @@ class Threads : public testing::Test {
 
 TEST_F(Threads, RunEveryItemOnceWithThreadNumbersOfTheirOwn) {
   for_each_table([](const SSThreadServices* s, int32_t count) {
-    EXPECT_EQ(s->max_threads(), count);
+    EXPECT_EQ(s->max_threads(), s == orv_threads_reproducible() ? 32 : count);
     for (const Slot slot : {s->run_items, s->run_ascending}) {
       for (const int32_t items : {0, 1, 2, 7, 300}) {
         for (const int32_t asked : {0, 1, 3, 100}) {
@@ -84,9 +85,9 @@ TEST_F(Threads, RunEveryItemOnceWithThreadNumbersOfTheirOwn) {
 }
 
 TEST_F(Threads, RunEveryThreadIndexOnce) {
-  for_each_table([](const SSThreadServices* s, int32_t count) {
+  for_each_table([](const SSThreadServices* s, int32_t) {
     for (const int32_t asked : {0, 1, 2, 5, 8, 100}) {
-      const int32_t expected = asked == 0 ? count : asked;
+      const int32_t expected = asked == 0 ? s->max_threads() : asked;
       std::vector<std::atomic<int>> times(expected);
       std::atomic<int> wrong = 0;
       run(s->run_threads, asked, [&](int32_t index, int32_t zero, int32_t threads) {
@@ -99,23 +100,22 @@ TEST_F(Threads, RunEveryThreadIndexOnce) {
   });
 }
 
-/// How many threads meet inside a job of three; fewer would wait for ever.
+/// How many threads meet inside a job of three, by indices or items; fewer would wait for ever.
 int distinct_threads() {
   std::barrier all_there(3);
   std::vector<std::thread::id> ids(3);
-  run(orv_threads_pool()->run_threads, 3, [&](int32_t t, int32_t, int32_t) {
+  const Function meet = [&](int32_t t, int32_t, int32_t) {
     ids[t] = std::this_thread::get_id();
     all_there.arrive_and_wait();
-  });
+  };
+  run(orv_threads_pool()->run_items, 3, 0, meet);
+  run(orv_threads_pool()->run_threads, 3, meet);
   return static_cast<int>(std::set(ids.begin(), ids.end()).size());
 }
 
 TEST_F(Threads, GiveEachItemAndIndexAThreadOfItsOwn) {
   orv_threads_set_count(3);
   EXPECT_EQ(distinct_threads(), 3);
-  std::barrier all_there(3);
-  run(orv_threads_pool()->run_items, 3, 0,
-      [&](int32_t, int32_t, int32_t) { all_there.arrive_and_wait(); });
 }
 
 TEST_F(Threads, StartAscendingAndKeepTheOrder) {

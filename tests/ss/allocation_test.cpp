@@ -1,8 +1,8 @@
 // What tasks and statistics allocate, and what is left when it fails.
 #include <functional>
 
+#include "entry_cases.hpp"
 #include "serv/failing_allocator.hpp"
-#include "support.hpp"
 
 using namespace orv_test;
 
@@ -47,7 +47,30 @@ template <class T>
 class StatisticsAllocation : public testing::Test {};
 TYPED_TEST_SUITE(StatisticsAllocation, Precisions);
 
-TYPED_TEST(StatisticsAllocation, Basic) {
+TYPED_TEST(StatisticsAllocation, EveryFailureIsReportedAndLeavesNothing) {
+  using T = TypeParam;
+  const int64_t selected[] = {1, 0};
+  for (const Case& c : all_cases<T>()) {
+    if (c.entry == Entries<T>::quantiles) continue;  // see below
+    for (const void* mask :
+         {static_cast<const void*>(nullptr), static_cast<const void*>(selected)}) {
+      SCOPED_TRACE(testing::Message() << "estimates " << c.estimates << (mask ? ", masked" : ""));
+      CaseTask<T> task(c);
+      task.set(offsetof(SSTask, variable_mask), mask);
+      reported_failures([&] { return task.run(); });
+      for (size_t i = task.checks.size(); i-- > 0;) {
+        for (const void* wrong : task.checks[i].wrong) {
+          task.set(task.checks[i].field, wrong);
+          watch_allocations();
+          task.run();
+          EXPECT_EQ(seen_allocations().open, 0) << "check " << i;
+        }
+      }
+    }
+  }
+}
+
+TYPED_TEST(StatisticsAllocation, ThreadsAndBlocks) {
   using T = TypeParam;
   constexpr int p = 3, n = 2500;
   const std::vector<T> x(p * n, 1), w(n, 1);
@@ -70,34 +93,17 @@ TYPED_TEST(StatisticsAllocation, Basic) {
   }
 }
 
-TYPED_TEST(StatisticsAllocation, WeightedQuantile) {
-  using T = TypeParam;
-  const T x[] = {3, 1, 2}, weights[] = {1, 1, 1}, median = T(0.5);
-  T result;
-  Task<T> task(1, 3, SS_COLUMNS, x);
-  task.set(SS_PARAM_WEIGHTS, weights)
-      .set(SS_PARAM_QUANT_ORDERS, &median)
-      .set(SS_PARAM_QUANTILES, &result);
-  EXPECT_EQ(reported_failures([&] {
-              result = -1;
-              const int32_t status = Entries<T>::weighted_median(task, 0, 0, nullptr);
-              EXPECT_EQ(result, status == SS_OK ? 2 : -1);
-              return status;
-            }),
-            2);
-}
-
 // Without memory these report nothing, and compute nothing.
 TYPED_TEST(StatisticsAllocation, Quantiles) {
   using T = TypeParam;
   const T x[] = {3, 5, 1, 6, 2, 4}, median = T(0.5);
   for (const int failing : {0, 1}) {
-    T quantiles[] = {-1, -1}, sorted[] = {-1, -1, -1, -1, -1, -1};
+    std::vector<T> results(8, -1);
     Task<T> task(2, 3, SS_COLUMNS, x);
     task.set(SS_PARAM_QUANT_ORDER_COUNT, {1})
         .set(SS_PARAM_QUANT_ORDERS, &median)
-        .set(SS_PARAM_QUANTILES, quantiles)
-        .set(SS_PARAM_ORDER_STATS, sorted)
+        .set(SS_PARAM_QUANTILES, results)
+        .set(SS_PARAM_ORDER_STATS, &results[2])
         .set(SS_PARAM_ORDER_STATS_STORAGE, {SS_COLUMNS});
     watch_allocations(failing);
     const int32_t status = Entries<T>::quantiles(task, SS_EST_QUANTILES | SS_EST_ORDER_STATS,
@@ -107,71 +113,37 @@ TYPED_TEST(StatisticsAllocation, Quantiles) {
     EXPECT_EQ(seen.asked, 1);
     EXPECT_EQ(seen.bytes, 3 * sizeof(T) + 2 * sizeof(int32_t));
     EXPECT_EQ(seen.open, 0);
-    EXPECT_EQ(quantiles[0], failing == 0 ? 2 : -1);
-    EXPECT_EQ(quantiles[1], failing == 0 ? 5 : -1);
-    EXPECT_EQ(sorted[0], failing == 0 ? 1 : -1);
+    EXPECT_EQ(results,
+              failing != 0 ? std::vector<T>(8, -1) : std::vector<T>({2, 5, 1, 4, 2, 5, 3, 6}));
   }
 }
 
-const double data[] = {1, 2, 4, 3, 5, 9};
-
+// No more threads have sums of their own than there are groups, and no more groups are counted than
+// items are.
 TEST(Allocation, Groups) {
-  double mean[2], matrix[4], means[4], matrices[8];
-  Task<double> task(2, 3, SS_COLUMNS, data);
-  task.set(SS_PARAM_GROUP_INDICES, {0, 1, 1})
-      .set(SS_PARAM_GROUP_OUTPUT_INDICES, {1, 1})
-      .set(SS_PARAM_POOLED_COV_STORAGE, {0})
-      .set(SS_PARAM_GROUP_COV_STORAGE, {0})
-      .set(SS_PARAM_POOLED_MEAN, mean)
-      .set(SS_PARAM_POOLED_COV, matrix)
-      .set(SS_PARAM_GROUP_MEANS, means)
-      .set(SS_PARAM_GROUP_COV, matrices);
-  EXPECT_EQ(reported_failures([&] {
-              return _zokdSSPooledCovariance(task, SS_EST_POOLED | SS_EST_GROUP, SS_METHOD_ONE_PASS,
-                                             orv_threads_serial());
-            }),
-            6);
-  Task<double> too_many(2, 3, SS_COLUMNS, data);
-  too_many.set(SS_PARAM_GROUP_INDICES, {0, INT32_MAX, 1});
-  EXPECT_EQ(_zokdSSPooledCovariance(too_many, 0, SS_METHOD_ONE_PASS, orv_threads_serial()),
-            SS_NO_MEMORY);
-}
-
-TEST(Allocation, PartialCovariance) {
-  const double c[] = {2, 1, 1, 2}, indefinite[] = {2, 1, 1, -2};
-  double out;
-  Task<double> task(2, 1, SS_COLUMNS, nullptr);
-  task.set(SS_PARAM_COV, c)
-      .set(SS_PARAM_COV_STORAGE, {0})
-      .set(SS_PARAM_PARTIAL_INDEX_ARRAY, {1, -1})
-      .set(SS_PARAM_PARTIAL_COV, &out)
-      .set(SS_PARAM_PARTIAL_COV_STORAGE, {0});
-  const auto run = [&] {
-    return _zokdSSPartialCovariance(task, SS_EST_PARTIAL_COV, SS_METHOD_FAST, nullptr);
+  static int32_t usable;
+  SSThreadServices services = *orv_threads_serial();
+  services.max_threads = [] { return usable; };
+  const double x[33] = {};
+  std::vector<double> results(11 * 11);
+  std::vector<size_t> bytes;
+  Task<double> task(11, 3, SS_COLUMNS, x);
+  task.set(SS_PARAM_POOLED_MEAN, results).set(SS_PARAM_POOLED_COV, results);
+  task.set(SS_PARAM_POOLED_COV_STORAGE, {0});
+  const auto run = [&](int32_t threads, int64_t last_group) {
+    usable = threads;
+    task.set(SS_PARAM_GROUP_INDICES, {0, 1, last_group});
+    watch_allocations();
+    const int32_t status =
+        _zokdSSPooledCovariance(task, SS_EST_POOLED, SS_METHOD_ONE_PASS, &services);
+    bytes.push_back(seen_allocations().bytes);
+    return status;
   };
-  EXPECT_EQ(reported_failures(run), 1);
-  task.set(SS_PARAM_COV, indefinite);
-  watch_allocations();
-  EXPECT_EQ(run(), SS_FACTOR_FAILED);
-  EXPECT_EQ(seen_allocations().open, 0);
-}
-
-TEST(Allocation, ExtremesNeedMemoryForAMaskInColumns) {
-  for (const int64_t layout : {SS_ROWS, SS_COLUMNS}) {
-    for (const bool masked : {false, true}) {
-      double high[2];
-      Task<double> task(2, 3, layout, data);
-      task.set(SS_PARAM_MAXIMUM, high);
-      if (masked) task.set(SS_PARAM_VARIABLE_MASK, {0, 1});
-      EXPECT_EQ(reported_failures([&] {
-                  high[0] = high[1] = 0;
-                  return _zokdSSMinmax(task, SS_EST_MAX, SS_METHOD_FAST, nullptr);
-                }),
-                masked && layout == SS_COLUMNS);
-      EXPECT_EQ(high[0], masked ? 0 : layout == SS_ROWS ? 4 : 5);
-      EXPECT_EQ(high[1], 9);
-    }
-  }
+  for (const int32_t threads : {0, 1, 2, 100}) EXPECT_EQ(run(threads, 1), SS_OK);
+  EXPECT_EQ(bytes[0], bytes[1]);
+  EXPECT_LT(bytes[1], bytes[2]);
+  EXPECT_EQ(bytes[2], bytes[3]);
+  EXPECT_EQ(run(1, INT32_MAX), SS_NO_MEMORY);
 }
 
 }  // namespace

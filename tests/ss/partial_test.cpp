@@ -10,8 +10,6 @@ using namespace orv_test;
 
 namespace {
 
-constexpr uint64_t both = SS_EST_PARTIAL_COV | SS_EST_PARTIAL_COR;
-
 /// A well-conditioned symmetric matrix with exact elements in either precision.
 std::vector<long double> covariance(int64_t p) {
   std::mt19937 random(static_cast<uint32_t>(p) + 40);
@@ -111,44 +109,6 @@ TYPED_TEST(Partial, GivesCovarianceAndCorrelation) {
       EXPECT_EQ(cov[0], 99) << "not asked for";
     }
   }
-}
-
-TEST(PartialStatus, ChecksComeInTheirOrder) {
-  const double c[] = {2, 1, 1, 2}, indefinite[] = {2, 1, 1, -2};
-  double out[4];
-  Task<double> t(2, 1, SS_COLUMNS, nullptr);
-  for (const int64_t array : {SS_PARAM_COR, SS_PARAM_COV}) t.set(array, c);
-  for (const int64_t array : {SS_PARAM_PARTIAL_COV, SS_PARAM_PARTIAL_COR}) t.set(array, out);
-  for (const int64_t code : {SS_PARAM_COR_STORAGE, SS_PARAM_COV_STORAGE,
-                             SS_PARAM_PARTIAL_COV_STORAGE, SS_PARAM_PARTIAL_COR_STORAGE}) {
-    t.set(code, {0});
-  }
-  const auto run = [&](uint64_t method) {
-    return _zokdSSPartialCovariance(t, both, method, nullptr);
-  };
-  for (const auto& roles : {std::vector<int64_t>{1, 0}, {-1, -1}, {0, 0}, {0, -1}}) {
-    t.set_integers(SS_PARAM_PARTIAL_INDEX_ARRAY, roles);
-    EXPECT_EQ(run(SS_METHOD_FAST), SS_BAD_PARTIAL_INDEX);
-  }
-  t.set(SS_PARAM_PARTIAL_INDEX_ARRAY, {1, -1});
-  EXPECT_EQ(run(SS_METHOD_FAST), SS_OK);
-  t.set(SS_PARAM_COV, indefinite);
-  EXPECT_EQ(run(SS_METHOD_FAST), SS_FACTOR_FAILED);
-
-  const auto wrong_method = ~uint64_t{SS_METHOD_FAST};
-  EXPECT_EQ(run(wrong_method), SS_BAD_METHOD);
-  SSTask& task = *static_cast<SSTask*>(t);
-  expect_null_checks_in_order(
-      {{SS_NULL_COV, &task.cor},
-       {SS_NULL_STORAGE, &task.cor_storage},
-       {SS_NULL_PARTIAL_INDEX, &task.cov},  // the correlation takes its place
-       {SS_NULL_STORAGE, &task.cov_storage},
-       {SS_NULL_PARTIAL_INDEX, &task.partial_index_array},
-       {SS_NULL_PARTIAL_COV, &task.partial_cov},
-       {SS_NULL_STORAGE, &task.partial_cov_storage},
-       {SS_NULL_PARTIAL_COR, &task.partial_cor},
-       {SS_NULL_STORAGE, &task.partial_cor_storage}},
-      [&] { return run(wrong_method); });
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
-// Means and covariances of groups against two passes in long double, and bit for bit against a
-// plain loop in the order that the updates have.
+// Means and covariances of groups, bit for bit against a plain loop in the order that the updates
+// have.
 #include <cmath>
-#include <limits>
 #include <random>
 
 #include "support.hpp"
@@ -48,32 +47,13 @@ struct Data : Case {
   std::vector<int64_t> group, mask, wanted;
 };
 
-/// Means times a, the scatter, W and W - W2 / W, in arithmetic of type R.
-template <class R>
+/// Means times a, the scatter, W and W - W2 / W.
+template <class T>
 struct Sums {
   explicit Sums(int64_t p) : mean(p), scatter(p * p) {}
-  std::vector<R> mean, scatter;
-  R a = 0, b = 0;
+  std::vector<T> mean, scatter;
+  T a = 0, b = 0;
 };
-
-template <class T>
-Sums<long double> two_passes(const Data<T>& d, int64_t group) {
-  Sums<long double> s(d.p);
-  long double squares = 0;
-  for (const int64_t i : d.members(group)) {
-    const long double w = d.weights[i];
-    s.a += w, squares += w * w;
-    for (int64_t j = 0; j < d.p; ++j) s.mean[j] += w * d.at(i, j);
-  }
-  for (const int64_t i : d.members(group)) {
-    const auto deviation = [&](int64_t j) { return d.at(i, j) - s.mean[j] / s.a; };
-    for (int64_t jk = 0; jk < d.p * d.p; ++jk) {
-      s.scatter[jk] += d.weights[i] * deviation(jk / d.p) * deviation(jk % d.p);
-    }
-  }
-  s.b = s.a - squares / s.a;
-  return s;
-}
 
 template <class T>
 Sums<T> updates(const Data<T>& d, int64_t group) {
@@ -97,21 +77,20 @@ Sums<T> updates(const Data<T>& d, int64_t group) {
 
 /// All results in one array, which is full of -77 at first: the pooled mean and matrix, then the
 /// means and matrices of the wanted groups.
-template <class R>
-struct Results : std::vector<R> {
+template <class T>
+struct Results : std::vector<T> {
   Results(const Results&) = delete;
-  template <class T>
   explicit Results(const Data<T>& d)
-      : std::vector<R>((d.p + d.size()) * (1 + (d.groups + 1) / 2), -77),
+      : std::vector<T>((d.p + d.size()) * (1 + (d.groups + 1) / 2), -77),
         pooled_mean(this->data()),
         pooled_cov(pooled_mean + d.p),
         means(pooled_cov + d.size()),
         covs(means + d.p * ((d.groups + 1) / 2)) {}
-  R *pooled_mean, *pooled_cov, *means, *covs;
+  T *pooled_mean, *pooled_cov, *means, *covs;
 };
 
-template <class R, class T, class OfScatter>
-void put(const Data<T>& d, const Sums<R>& s, R* mean, R* cov, OfScatter of_scatter) {
+template <class T, class OfScatter>
+void put(const Data<T>& d, const Sums<T>& s, T* mean, T* cov, OfScatter of_scatter) {
   for (int64_t j = 0; j < d.p; ++j) {
     if (d.mask[j] != 0) mean[j] = s.mean[j] / s.a;
   }
@@ -121,21 +100,21 @@ void put(const Data<T>& d, const Sums<R>& s, R* mean, R* cov, OfScatter of_scatt
   });
 }
 
-template <class R, class T>
-std::vector<R> expected(const Data<T>& d, Sums<R> (*sums_of)(const Data<T>&, int64_t)) {
-  Results<R> all(d);
-  Sums<R> total(d.p);
+template <class T>
+std::vector<T> expected(const Data<T>& d) {
+  Results<T> all(d);
+  Sums<T> total(d.p);
   for (int64_t g = 0; g < d.groups; ++g) {
-    const Sums<R> s = sums_of(d, g);
+    const Sums<T> s = updates(d, g);
     if (d.wanted[g] != 0) {
       put(d, s, all.means + g / 2 * d.p, all.covs + g / 2 * d.size(),
-          [&](R x) { return x * (1 / s.b); });
+          [&](T x) { return x * (1 / s.b); });
     }
     for (int64_t j = 0; j < d.p; ++j) total.mean[j] += s.mean[j];
     for (int64_t jk = 0; jk < d.p * d.p; ++jk) total.scatter[jk] += s.scatter[jk];
     total.a += s.a, total.b += s.b;
   }
-  put(d, total, all.pooled_mean, all.pooled_cov, [&](R x) { return x / total.b; });
+  put(d, total, all.pooled_mean, all.pooled_cov, [&](T x) { return x / total.b; });
   return all;
 }
 
@@ -154,9 +133,8 @@ struct Pooling {
     if (d.weighted) task.set(SS_PARAM_WEIGHTS, d.weights);
     if (d.masked) task.set_integers(SS_PARAM_VARIABLE_MASK, d.mask);
   }
-  int32_t run(uint64_t estimates = both, uint64_t method = SS_METHOD_ONE_PASS,
-              const SSThreadServices* services = orv_threads_serial()) {
-    return Entries<T>::pooled_covariance(task, estimates, method, services);
+  int32_t run(const SSThreadServices* services = orv_threads_serial()) {
+    return Entries<T>::pooled_covariance(task, both, SS_METHOD_ONE_PASS, services);
   }
   Results<T> results;
   Task<T> task;
@@ -180,12 +158,7 @@ TYPED_TEST(Pooled, GivesMeansAndCovariances) {
       const Data<T> d(c);
       Pooling<T> found(d);
       ASSERT_EQ(found.run(), SS_OK);
-      EXPECT_EQ(found.results, expected<T>(d, updates<T>));
-      const auto truth = expected<long double>(d, two_passes<T>);
-      const long double tolerance = 8 * std::numeric_limits<T>::epsilon() * (c.p + 4) * c.p;
-      for (size_t i = 0; i < truth.size(); ++i) {
-        EXPECT_NEAR(found.results[i], truth[i], tolerance) << i;
-      }
+      EXPECT_EQ(found.results, expected(d));
     }
   }
 }
@@ -199,7 +172,7 @@ TYPED_TEST(Pooled, GivesTheSameBitsForAnyNumberOfThreads) {
     orv_threads_set_count(threads);
     for (int repeat = 0; repeat < 5; ++repeat) {
       Pooling<T> parallel(d);
-      ASSERT_EQ(parallel.run(both, SS_METHOD_ONE_PASS, orv_threads_pool()), SS_OK);
+      ASSERT_EQ(parallel.run(orv_threads_pool()), SS_OK);
       EXPECT_EQ(parallel.results, serial.results) << threads << " threads";
     }
   }
@@ -220,36 +193,11 @@ TEST(PooledCases, OneObservationHasNoCovarianceAndNoneNoMean) {
   EXPECT_EQ(dense.run(), SS_OK);
   EXPECT_EQ(*dense.results.pooled_cov, 2) << "scatter over n - groups";
   EXPECT_EQ(*dense.results.pooled_mean, 4);
-}
-
-TEST(PooledStatus, ChecksComeInTheirOrder) {
-  Data<double> d({3, 35, 4});
-  const Pooling<double> untouched(d);
-  d.group[17] = -1;
-  d.wanted[3] = 2;
-  Pooling<double> t(d);
-  EXPECT_EQ(t.run(), SS_BAD_GROUP_INDICES) << "a negative group";
-  d.group[17] = 0;
-  t.task.set_integers(SS_PARAM_GROUP_INDICES, d.group);
-  EXPECT_EQ(t.run(0), SS_BAD_GROUP_INDICES) << "a selection of 2";
-  d.wanted[3] = 1;
-  t.task.set_integers(SS_PARAM_GROUP_OUTPUT_INDICES, d.wanted);
-  EXPECT_EQ(t.run(0), SS_OK);
-  EXPECT_EQ(t.results, untouched.results) << "nothing was asked for";
-
-  const auto wrong_method = ~uint64_t{SS_METHOD_ONE_PASS};
-  EXPECT_EQ(t.run(both, wrong_method), SS_BAD_METHOD);
-  SSTask& task = *static_cast<SSTask*>(t.task);
-  expect_null_checks_in_order({{SS_BAD_STORAGE, &task.observation_storage},
-                               {SS_NULL_GROUP_INDICES, &task.group_indices},
-                               {SS_NULL_STORAGE, &task.pooled_cov_storage},
-                               {SS_NULL_POOLED_COV, &task.pooled_cov},
-                               {SS_NULL_POOLED_MEAN, &task.pooled_mean},
-                               {SS_NULL_STORAGE, &task.group_cov_storage},
-                               {SS_NULL_GROUP_INDICES, &task.group_output_indices},
-                               {SS_NULL_GROUP_COV, &task.group_cov},
-                               {SS_NULL_GROUP_MEANS, &task.group_means}},
-                              [&] { return t.run(both, wrong_method); });
+  const double weights[] = {1, 3, 2};
+  dense.task.set(SS_PARAM_WEIGHTS, weights);
+  EXPECT_EQ(dense.run(), SS_OK);
+  EXPECT_EQ(*dense.results.pooled_cov, 3 / 1.5) << "scatter over the sum of W - W2 / W";
+  EXPECT_EQ(*dense.results.pooled_mean, 26. / 6);
 }
 
 }  // namespace

@@ -240,44 +240,35 @@ TEST(Sort, MoreFloatsThanAFloatCounts) {
   EXPECT_TRUE(spaced == a);
 }
 
-TYPED_TEST(SortTest, RadixRefuses) {
-  using T = TypeParam;
-  T data[] = {2, 1}, work[2] = {5, 5};
-  EXPECT_EQ(Sorters<T>::radix(nullptr, work, 0), SORT_NULL_POINTER);
-  EXPECT_EQ(Sorters<T>::radix(data, nullptr, 0), SORT_NULL_POINTER);
-  EXPECT_EQ(Sorters<T>::radix(data, work, 0), SORT_BAD_LENGTH);
-  EXPECT_EQ(Sorters<T>::radix(data, work, -1), SORT_BAD_LENGTH);
-  EXPECT_EQ(data[0], 2);
-}
-
-TEST(Sort, PrimitivesRefuse) {
-  float from[] = {2, 1}, to[] = {5, 5};
+TEST(Sort, RadixAndPrimitivesRefuse) {
+  float a[] = {2, 1}, b[] = {5, 5};
+  double c[] = {2, 1}, d[] = {5, 5};
   int32_t words[] = {3, 4};
-  EXPECT_EQ(p8_tebsCopy_32f(nullptr, to, 0), SORT_NULL_POINTER);
-  EXPECT_EQ(p8_tebsCopy_32f(from, nullptr, 2), SORT_NULL_POINTER);
-  EXPECT_EQ(p8_tebsCopy_32f(from, to, 0), SORT_BAD_LENGTH);
-  EXPECT_EQ(p8_tebsZero_32s(nullptr, 0), SORT_NULL_POINTER);
-  EXPECT_EQ(p8_tebsZero_32s(words, -1), SORT_BAD_LENGTH);
-  EXPECT_EQ(to[0], 5);
-  EXPECT_EQ(words[0], 3);
+  for (const int32_t n : {0, -1}) {
+    EXPECT_EQ(p8_tebsSortRadixAscend_32f_I(nullptr, b, n), SORT_NULL_POINTER);
+    EXPECT_EQ(p8_tebsSortRadixAscend_32f_I(a, nullptr, n), SORT_NULL_POINTER);
+    EXPECT_EQ(p8_tebsSortRadixAscend_32f_I(a, b, n), SORT_BAD_LENGTH);
+    EXPECT_EQ(p8_tebsSortRadixAscend_64f_I(nullptr, d, n), SORT_NULL_POINTER);
+    EXPECT_EQ(p8_tebsSortRadixAscend_64f_I(c, nullptr, n), SORT_NULL_POINTER);
+    EXPECT_EQ(p8_tebsSortRadixAscend_64f_I(c, d, n), SORT_BAD_LENGTH);
+    EXPECT_EQ(p8_tebsCopy_32f(nullptr, b, n), SORT_NULL_POINTER);
+    EXPECT_EQ(p8_tebsCopy_32f(a, nullptr, n), SORT_NULL_POINTER);
+    EXPECT_EQ(p8_tebsCopy_32f(a, b, n), SORT_BAD_LENGTH);
+    EXPECT_EQ(p8_tebsZero_32s(nullptr, n), SORT_NULL_POINTER);
+    EXPECT_EQ(p8_tebsZero_32s(words, n), SORT_BAD_LENGTH);
+  }
+  EXPECT_EQ(a[0] + b[0] + words[0], 10);
 }
 
 TEST(Sort, PrimitivesCopyAndZeroJustWhatTheyAreTold) {
-  std::vector<float> from(3000), to;
-  for (size_t k = 0; k < from.size(); ++k) from[k] = static_cast<float>(k + 1);
-  for (const int offset : {0, 1, 3}) {
-    for (const int n : {1, 2, 15, 16, 17, 64, 65, 1000, 2900}) {
-      to.assign(3000, -1);
-      EXPECT_EQ(p8_tebsCopy_32f(from.data() + 1, to.data() + offset, n), SORT_OK);
-      for (int k = 0; k < 3000; ++k) {
-        const bool inside = k >= offset && k < offset + n;
-        ASSERT_EQ(to[k], inside ? from[k - offset + 1] : -1) << offset << ' ' << n << ' ' << k;
-      }
-      std::vector<int32_t> words(3000, 9);
-      EXPECT_EQ(p8_tebsZero_32s(words.data() + offset, n), SORT_OK);
-      EXPECT_EQ(std::count(words.begin() + offset, words.begin() + offset + n, 0), n);
-      EXPECT_EQ(std::count(words.begin(), words.end(), 9), 3000 - n);
-    }
+  for (const int n : {1, 2, 15, 16, 17, 64, 65, 1000, 2900}) {
+    std::vector<float> from(n, 7), to(n + 2, -1), copied(n + 2, 7);
+    std::vector<int32_t> words(n + 2, 9), zeroed(n + 2, 0);
+    copied.front() = copied.back() = -1, zeroed.front() = zeroed.back() = 9;
+    EXPECT_EQ(p8_tebsCopy_32f(from.data(), &to[1], n), SORT_OK);
+    EXPECT_EQ(p8_tebsZero_32s(&words[1], n), SORT_OK);
+    EXPECT_EQ(to, copied);
+    EXPECT_EQ(words, zeroed);
   }
 }
 

@@ -115,19 +115,4 @@ void for_each_stored(int64_t storage, int64_t p, F f) {
   }
 }
 
-/// What a call returns for a field that is null.
-struct NullCheck {
-  int32_t status;
-  void* field;
-};
-
-/// Clears the fields from the last one on: each is reported before all that are null already.
-template <class Run>
-void expect_null_checks_in_order(const std::vector<NullCheck>& checks, Run run) {
-  for (size_t i = checks.size(); i-- > 0;) {
-    std::memset(checks[i].field, 0, sizeof(void*));
-    EXPECT_EQ(run(), checks[i].status) << i;
-  }
-}
-
 }  // namespace orv_test

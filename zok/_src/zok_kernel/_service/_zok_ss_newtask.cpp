@@ -62,7 +62,8 @@ int32_t __zoksSSNewTask(SSTask** task, const void* p, const void* n, const void*
 
 int32_t __zokSSDeleteTask(SSTask** slot) {
   if (slot == nullptr) return SS_NULL_TASK;
-  SSTask* task = *slot;
+  SSTask* const task = *slot;
+  if (task == nullptr) return SS_OK;
   for (int32_t i = 0; i < task->cleanup_count; ++i) task->cleanup_hooks[i](task);
   orv_serv_deallocate(task);
   *slot = nullptr;

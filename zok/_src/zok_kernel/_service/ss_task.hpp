@@ -1,8 +1,10 @@
 // What every compute entry reads from a task: integers of either width, layouts, matrix storage.
+// And what it asks for: threads, work buffers.
 #pragma once
 
 #include <stddef.h>
 #include <stdint.h>
+#include <string.h>
 
 #include "orv/serv.h"
 #include "orv/ss.h"
@@ -50,6 +52,30 @@ class Selection {
 inline bool is_rows(int64_t layout) { return (layout & SS_ROWS) != 0; }
 inline bool is_layout(int64_t layout) { return (layout & (SS_ROWS | SS_COLUMNS)) != 0; }
 
+/// No array has more elements.
+inline constexpr int64_t most_elements = PTRDIFF_MAX / sizeof(float);
+
+inline int32_t check_dimension(const SSTask& task, int64_t most = most_elements) {
+  const int64_t p = integer(task, task.dimension);
+  return p < 1 || p > most ? SS_BAD_DIMENSION : SS_OK;
+}
+
+/// The sizes of the data, and whether there are any. Every entry that reads them comes here when
+/// all else that it looks for is there: an editor takes any address, and counts change behind it.
+inline int32_t check_data(const SSTask& task, int64_t most = most_elements) {
+  const int32_t status = check_dimension(task, most);
+  if (status != SS_OK) return status;
+  const int64_t n = integer(task, task.observation_count);
+  if (n < 1 || n > most) return SS_BAD_OBSERVATION_COUNT;
+  return task.observations != nullptr ? SS_OK : SS_NULL_OBSERVATIONS;
+}
+
+/// What the services offer, of whom an answer below 1 is not expected.
+inline int32_t usable_threads(const SSThreadServices& services) {
+  const int32_t threads = services.max_threads();
+  return threads < 1 ? 1 : threads;
+}
+
 /// Where the elements of a symmetric p by p matrix stand.
 class MatrixStorage {
  public:
@@ -90,12 +116,35 @@ class MatrixStorage {
 /// Work buffers of statistics are aligned to two cache lines.
 inline constexpr size_t work_alignment = 128;
 
-/// An array of `count` elements, or null. Release with orv_serv_deallocate.
+/// A number of elements. Sums and products that wrap around become one that nobody can allocate.
+struct Count {
+  constexpr Count(intptr_t n) : value(static_cast<size_t>(n)) {}
+  size_t value;
+};
+
+constexpr Count operator+(Count a, Count b) {
+  if (__builtin_add_overflow(a.value, b.value, &a.value)) a.value = SIZE_MAX;
+  return a;
+}
+constexpr Count operator*(Count a, Count b) {
+  if (__builtin_mul_overflow(a.value, b.value, &a.value)) a.value = SIZE_MAX;
+  return a;
+}
+
+/// An array, or null. Release with orv_serv_deallocate.
 template <class T>
-T* allocate(size_t count) {
-  size_t bytes;
-  if (__builtin_mul_overflow(count, sizeof(T), &bytes)) return nullptr;
+T* allocate(Count count) {
+  const size_t bytes = (count * sizeof(T)).value;
+  if (bytes > PTRDIFF_MAX) return nullptr;
   return static_cast<T*>(orv_serv_allocate(bytes, work_alignment));
+}
+
+/// The same, of zeros.
+template <class T>
+T* allocate_zeros(Count count) {
+  T* const array = allocate<T>(count);
+  if (array != nullptr) memset(array, 0, count.value * sizeof(T));
+  return array;
 }
 
 }  // namespace ORV_TAG

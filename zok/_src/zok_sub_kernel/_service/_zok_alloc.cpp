@@ -68,6 +68,7 @@ int32_t __zokNewStreamEx(StreamState** stream, int32_t brng, int32_t nseeds,
 }
 
 int32_t __zokDeleteStream(StreamState** stream) {
+  if (*stream == nullptr) return RNG_OK;
   __zokDeleteChunks(*stream);
   orv_serv_orv_free(*stream);
   *stream = nullptr;

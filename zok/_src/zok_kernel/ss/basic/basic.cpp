@@ -70,7 +70,7 @@ int32_t run_with_matrix_routines(const BasicWork<T>& b, intptr_t first, intptr_t
   const intptr_t block = matrix_block<T>(b.p);
   T* scaled = nullptr;
   if (b.weights != nullptr) {
-    scaled = allocate<T>(static_cast<size_t>(block) * static_cast<size_t>(b.p));
+    scaled = allocate<T>(Count(block) * b.p);
     if (scaled == nullptr) return SS_NO_MEMORY;
     syr('u', p, s.acc[0], s.moment[0], s.S, p);
     run(kernel, b, first, end, s);
@@ -136,10 +136,9 @@ void merge(const BasicWork<T>& b, int32_t thread) {
 /// that are left out keep what they have.
 template <class T>
 int32_t find_moments(BasicWork<T>& b) {
-  const auto p = static_cast<size_t>(b.p);
   const bool masked = b.task.variable_mask != nullptr && b.moment_count() > 0;
   if (masked) {
-    b.masked_moments = allocate<T>(static_cast<size_t>(b.moment_count()) * p);
+    b.masked_moments = allocate<T>(Count(b.moment_count()) * b.p);
     if (b.masked_moments == nullptr) return SS_NO_MEMORY;
   }
   T* at = b.masked_moments;
@@ -147,8 +146,8 @@ int32_t find_moments(BasicWork<T>& b) {
     if (!b.has_moment(k)) continue;
     b.main.moment[k] = masked ? at : b.result(k);
     if (!masked) continue;
-    memcpy(at, b.result(k), p * sizeof(T));
-    at += p;
+    memcpy(at, b.result(k), static_cast<size_t>(b.p) * sizeof(T));
+    at += b.p;
   }
   return SS_OK;
 }
@@ -184,7 +183,7 @@ void write_matrices(const BasicWork<T>& b) {
   if ((b.work & est_cor) != 0) {
     b.cor_storage.write(static_cast<T*>(b.task.cor), selected, [&](intptr_t j, intptr_t k) {
       if (j == k) return g * element(j, j);
-      return element(j, k) / static_cast<T>(sqrt(element(j, j) * element(k, k)));
+      return static_cast<T>(element(j, k) / root_of_product(element(j, j), element(k, k)));
     });
   }
   if ((b.work & est_cov) != 0) {
@@ -219,9 +218,11 @@ int32_t basic(const SSTask& task, uint64_t estimates, uint64_t method,
               const SSThreadServices& services) {
   if (!is_layout(integer(task, task.observation_storage))) return SS_BAD_STORAGE;
   uint32_t work;
-  const int32_t status = work_for(task, estimates, work);
+  int32_t status = work_for(task, estimates, work);
   if (status != SS_OK) return status;
   if ((method & (SS_METHOD_FAST | SS_METHOD_ONE_PASS)) == 0) return SS_BAD_METHOD;
+  status = check_data(task);
+  if (status != SS_OK) return status;
   BasicWork<T> b(task, work, (method & SS_METHOD_ONE_PASS) != 0);
   return _vSSBasic(b, services);
 }

@@ -3,6 +3,7 @@
 
 #include <math.h>
 
+#include "../../_service/ratios.hpp"
 #include "../../_service/ss_task.hpp"
 
 namespace orv {
@@ -94,8 +95,8 @@ void _vSSCenMomentDerEstimators(const SSTask& task, intptr_t p, uint32_t work, c
     write(est_central_2, task.central_moment_2, c2);
     write(est_central_3, task.central_moment_3, c3);
     write(est_central_4, task.central_moment_4, c4);
-    write(est_kurtosis, task.kurtosis, c4 / (c2 * c2) - 3);
-    write(est_skewness, task.skewness, c3 / static_cast<T>(sqrt(c2 * c2 * c2)));
+    write(est_kurtosis, task.kurtosis, static_cast<T>(over_square(c4, c2) - 3));
+    write(est_skewness, task.skewness, static_cast<T>(over_root_of_cube(c3, c2)));
     write(est_variation, task.variation, static_cast<T>(sqrt(c2)) / m);
   }
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <math.h>
+#include <stdint.h>
 #include <string.h>
 
 #include <initializer_list>
@@ -48,7 +49,7 @@ struct BasicWork {
         x(static_cast<const T*>(t.observations)),
         weights(static_cast<const T*>(t.weights)),
         columns(!is_rows(integer(t, t.observation_storage))),
-        one_pass(one_pass_method),
+        one_pass(one_pass_method || !fits_matrix_routines()),
         work(w),
         cov_storage((w & est_cov) != 0 ? integer(t, t.cov_storage) : 0, p),
         cor_storage((w & est_cor) != 0 ? integer(t, t.cor_storage) : 0, p) {}
@@ -57,6 +58,9 @@ struct BasicWork {
   }
   BasicWork(const BasicWork&) = delete;
   BasicWork& operator=(const BasicWork&) = delete;
+
+  /// They count to 2^31: variables, and in rows the way from one to the next.
+  bool fits_matrix_routines() const { return p <= INT32_MAX && (columns || n <= INT32_MAX); }
 
   bool has_moment(int k) const { return (work >> k & 1) != 0; }
   bool crosses() const { return (work & (est_cov | est_cor)) != 0; }
@@ -70,7 +74,7 @@ struct BasicWork {
     Sums<T> sums = main;
     if (thread == 0) return sums;
     sums.acc = acc_block + 4 * thread;
-    T* at = thread_block + (thread - 1) * thread_size();
+    T* at = thread_block + (Count(thread - 1) * thread_size()).value;
     for (T*& moment : sums.moment) {
       if (moment == nullptr) continue;
       moment = at;
@@ -79,7 +83,7 @@ struct BasicWork {
     if (crosses()) sums.S = at;
     return sums;
   }
-  intptr_t thread_size() const { return moment_count() * p + (crosses() ? p * p : 0); }
+  Count thread_size() const { return (Count(moment_count()) + (crosses() ? p : 0)) * p; }
 };
 
 /// The matrix that the call goes on from: the covariance or, where only that is asked for, the
@@ -95,7 +99,8 @@ struct SourceMatrix {
   MatrixStorage storage;
 };
 
-/// Turns the source matrix back into sums of cross-products.
+/// Turns the source matrix back into sums of cross-products. A correlation that can't have been
+/// formed, since a variable has not varied so far, stands for none.
 template <class T>
 void denormalise(BasicWork<T>& b, const SourceMatrix<T>& source) {
   const intptr_t p = b.p;
@@ -114,7 +119,8 @@ void denormalise(BasicWork<T>& b, const SourceMatrix<T>& source) {
   }
   for (intptr_t k = 0; k < p; ++k) {
     for (intptr_t j = 0; j < k && source.is_cor; ++j) {
-      S[j + k * p] *= static_cast<T>(sqrt(S[j + j * p] * S[k + k * p]));
+      const double root = root_of_product(S[j + j * p], S[k + k * p]);
+      S[j + k * p] = root > 0 ? static_cast<T>(S[j + k * p] * root) : 0;
     }
   }
   for (intptr_t k = 0; k < p; ++k) {
@@ -126,37 +132,33 @@ void denormalise(BasicWork<T>& b, const SourceMatrix<T>& source) {
 template <class T>
 int32_t _vSSInitBasicCommon(BasicWork<T>& b, const SSThreadServices& services) {
   constexpr intptr_t least_share = 1000;
-  b.threads = services.max_threads();
-  if (b.threads < 1 || b.n / b.threads < least_share) {
+  b.threads = usable_threads(services);
+  if (b.n / b.threads < least_share) {
     b.threads = b.n < least_share ? 1 : static_cast<int32_t>(b.n / least_share);
   }
-  const auto threads = static_cast<size_t>(b.threads);
-  b.acc_block = allocate<T>(4 * threads);
+  b.acc_block = allocate_zeros<T>(4 * Count(b.threads));
   if (b.acc_block == nullptr) return SS_NO_MEMORY;
-  memset(b.acc_block, 0, 4 * threads * sizeof(T));
   b.main.acc = b.acc_block;
   if (const auto* so_far = static_cast<const T*>(b.task.accumulated_weights)) {
     b.main.acc[0] = so_far[0];
     b.main.acc[1] = so_far[1];
   }
 
+  const SourceMatrix<T> source(b);
   if (b.crosses()) {
-    const SourceMatrix<T> source(b);
     b.main.S = source.matrix;
     if (b.task.variable_mask != nullptr || !source.storage.full()) {
-      b.own_S = allocate<T>(static_cast<size_t>(b.p) * static_cast<size_t>(b.p));
+      b.own_S = allocate<T>(Count(b.p) * b.p);
       if (b.own_S == nullptr) return SS_NO_MEMORY;
       b.main.S = b.own_S;
     }
-    denormalise(b, source);
   }
-
-  const auto others = (threads - 1) * static_cast<size_t>(b.thread_size());
-  if (others > 0) {
-    b.thread_block = allocate<T>(others);
+  const Count others = Count(b.threads - 1) * b.thread_size();
+  if (others.value > 0) {
+    b.thread_block = allocate_zeros<T>(others);
     if (b.thread_block == nullptr) return SS_NO_MEMORY;
-    memset(b.thread_block, 0, others * sizeof(T));
   }
+  if (b.crosses()) denormalise(b, source);
   return SS_OK;
 }
 

@@ -122,7 +122,7 @@ void search(const T* x, intptr_t n, intptr_t p, T* minimum, T* maximum) {
 template <class T>
 int32_t search_copies(const T* x, intptr_t n, intptr_t p, const Selection& selected,
                       T* const (&results)[2]) {
-  T* const scratch = allocate<T>(static_cast<size_t>(2 * p));
+  T* const scratch = allocate<T>(2 * Count(p));
   if (scratch == nullptr) return SS_NO_MEMORY;
   T* copies[2] = {};
   for (int r = 0; r < 2; ++r) {
@@ -148,6 +148,7 @@ int32_t minmax(const SSTask& task, uint64_t estimates, uint64_t method) {
   if (low && task.minimum == nullptr) return SS_NULL_MINIMUM;
   if (high && task.maximum == nullptr) return SS_NULL_MAXIMUM;
   if ((method & (SS_METHOD_FAST | SS_METHOD_ONE_PASS)) == 0) return SS_BAD_METHOD;
+  if (const int32_t status = check_data(task); status != SS_OK) return status;
   if (!low && !high) return SS_OK;
 
   const auto p = static_cast<intptr_t>(integer(task, task.dimension));

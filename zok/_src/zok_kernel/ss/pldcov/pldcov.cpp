@@ -126,24 +126,18 @@ template <class T>
 int32_t allocate_all(int32_t groups, int32_t threads, Arguments<T>* a) {
   using Sums = GroupSums<T>;
   const intptr_t p = a->data.p;
-  const int32_t blocks = threads + (a->pooled ? 1 : 0);
-  size_t size;
-  if (__builtin_mul_overflow(Sums::vectors(p), Sums::stride_of(p), &a->sums_size) ||
-      __builtin_mul_overflow(a->sums_size, blocks, &size)) {
-    return SS_NO_MEMORY;
-  }
-  const auto count = static_cast<size_t>(groups);
-  a->thread_sums = allocate<T>(size);
-  a->members = allocate<intptr_t>(static_cast<size_t>(a->data.n));
-  a->group_end = allocate<intptr_t>(count);
-  a->place = allocate<int32_t>(count);
-  a->a = allocate<T>(count);
-  a->b = allocate<T>(count);
+  const Count sums_size = Count(Sums::vectors(p)) * Sums::stride_of(p);
+  a->sums_size = static_cast<intptr_t>(sums_size.value);
+  a->thread_sums = allocate_zeros<T>(sums_size * (threads + (a->pooled ? 1 : 0)));
+  a->members = allocate<intptr_t>(a->data.n);
+  a->group_end = allocate<intptr_t>(groups);
+  a->place = allocate<int32_t>(groups);
+  a->a = allocate<T>(groups);
+  a->b = allocate<T>(groups);
   if (a->thread_sums == nullptr || a->members == nullptr || a->group_end == nullptr ||
       a->place == nullptr || a->a == nullptr || a->b == nullptr) {
     return SS_NO_MEMORY;
   }
-  memset(a->thread_sums, 0, size * sizeof(T));
   if (a->pooled) a->total = a->sums_of(threads);
   return SS_OK;
 }
@@ -172,7 +166,7 @@ int32_t check(const SSTask& task, bool pooled, bool single, uint64_t method) {
     if (task.group_cov == nullptr) return SS_NULL_GROUP_COV;
     if (task.group_means == nullptr) return SS_NULL_GROUP_MEANS;
   }
-  return (method & SS_METHOD_ONE_PASS) != 0 ? SS_OK : SS_BAD_METHOD;
+  return (method & SS_METHOD_ONE_PASS) != 0 ? check_data(task) : SS_BAD_METHOD;
 }
 
 template <class T>
@@ -188,11 +182,12 @@ int32_t pooled_covariance(const SSTask& task, uint64_t estimates, uint64_t metho
             static_cast<intptr_t>(integer(task, task.dimension)),
             static_cast<const T*>(task.observations), static_cast<const T*>(task.weights),
             is_rows(integer(task, task.observation_storage))};
-  const int32_t threads = a.data.p > variables_for_one_thread ? services->max_threads() : 1;
   const int64_t groups = count_groups(task, a.data.n);
   if (groups < 0) return static_cast<int32_t>(groups);
 
   const auto items = static_cast<int32_t>(groups);
+  int32_t threads = a.data.p > variables_for_one_thread ? usable_threads(*services) : 1;
+  if (threads > items) threads = items;  // no more have a use for sums of their own
   const int32_t status = allocate_all(items, threads, &a);
   if (status == SS_OK) {
     sort_by_group(task, items, a);

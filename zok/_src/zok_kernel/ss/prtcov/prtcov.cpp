@@ -3,6 +3,7 @@
 #include <math.h>
 
 #include "../../_service/blas.hpp"
+#include "../../_service/ratios.hpp"
 #include "../../_service/ss_task.hpp"
 
 using namespace orv;
@@ -70,7 +71,7 @@ template <class T>
 void write_results(const SSTask& task, uint64_t estimates, const T* result, intptr_t m) {
   const auto cov = [=](intptr_t i, intptr_t j) { return result[i + j * m]; };
   const auto cor = [=](intptr_t i, intptr_t j) {
-    return i == j ? cov(i, i) : cov(i, j) / root(cov(i, i) * cov(j, j));
+    return i == j ? cov(i, i) : static_cast<T>(cov(i, j) / root_of_product(cov(i, i), cov(j, j)));
   };
   if ((estimates & SS_EST_PARTIAL_COV) != 0) {
     const MatrixStorage storage(integer(task, task.partial_cov_storage), m);
@@ -93,14 +94,12 @@ int32_t _vSSPrtCov(const SSTask& task, uint64_t estimates) {
   }
   if (k == 0 || m == 0) return SS_BAD_PARTIAL_INDEX;
 
-  const auto zz_size = static_cast<size_t>(k) * static_cast<size_t>(k);
-  const auto yz_size = static_cast<size_t>(m) * static_cast<size_t>(k);
-  const auto yy_size = static_cast<size_t>(m) * static_cast<size_t>(m);
+  const Count zz_size = Count(k) * k, yz_size = Count(m) * k, yy_size = Count(m) * m;
   T* const zz = allocate<T>(zz_size + 2 * yz_size + yy_size);
   if (zz == nullptr) return SS_NO_MEMORY;
-  T* const yz = zz + zz_size;
-  T* const product = yz + yz_size;
-  T* const yy = product + yz_size;
+  T* const yz = zz + zz_size.value;
+  T* const product = yz + yz_size.value;
+  T* const yy = product + yz_size.value;
 
   const Source<T> source(task);
   gather(source, roles, p, conditioning, conditioning, zz);
@@ -130,7 +129,7 @@ int32_t check(const SSTask& task, uint64_t estimates, uint64_t method) {
     if (task.partial_cor == nullptr) return SS_NULL_PARTIAL_COR;
     if (task.partial_cor_storage == nullptr) return SS_NULL_STORAGE;
   }
-  return (method & SS_METHOD_FAST) != 0 ? SS_OK : SS_BAD_METHOD;
+  return (method & SS_METHOD_FAST) != 0 ? check_dimension(task, INT32_MAX) : SS_BAD_METHOD;
 }
 
 template <class T>

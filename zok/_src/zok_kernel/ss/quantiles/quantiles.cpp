@@ -68,7 +68,8 @@ struct Place {
     if (rank > n - 1) rank = n - 1;
     fraction = f - static_cast<T>(rank);
   }
-  T between(T x, T next) const { return (1 - fraction) * x + fraction * next; }
+  /// `next` may be infinite, and has no part in a quantile that falls on x.
+  T between(T x, T next) const { return fraction == 0 ? x : (1 - fraction) * x + fraction * next; }
 
   intptr_t rank;
   T fraction;
@@ -234,13 +235,8 @@ intptr_t thread_count(intptr_t p, intptr_t n, int32_t usable) {
 
 /// One block: `elements` of T, then p integers.
 template <class T>
-T* allocate_work(intptr_t elements, intptr_t p) {
-  size_t bytes;
-  if (__builtin_mul_overflow(elements, static_cast<intptr_t>(sizeof(T)), &bytes) ||
-      __builtin_add_overflow(bytes, static_cast<size_t>(p) * sizeof(int32_t), &bytes)) {
-    return nullptr;
-  }
-  return static_cast<T*>(orv_serv_allocate(bytes, work_alignment));
+T* allocate_work(Count elements, intptr_t p) {
+  return reinterpret_cast<T*>(allocate<char>(elements * sizeof(T) + Count(p) * sizeof(int32_t)));
 }
 
 template <class T>
@@ -254,10 +250,11 @@ int32_t quantiles(const SSTask& task, uint64_t estimates, uint64_t method,
   if (status == SS_OK && a.order_stats_asked) status = check_order_stats(task);
   if (status != SS_OK) return status;
   if ((method & SS_METHOD_FAST) == 0) return SS_BAD_METHOD;
+  status = check_data(task, INT32_MAX);  // so far sorters and items count
+  if (status != SS_OK) return status;
 
   a.p = static_cast<intptr_t>(integer(task, task.dimension));
   a.n = static_cast<intptr_t>(integer(task, task.observation_count));
-  if (a.n < 1) return SS_BAD_OBSERVATION_COUNT;  // an edited count has been seen by nobody yet
   a.rows = is_rows(integer(task, task.observation_storage));
   a.observations = static_cast<const T*>(task.observations);
   if (a.order_stats_asked) {
@@ -270,8 +267,8 @@ int32_t quantiles(const SSTask& task, uint64_t estimates, uint64_t method,
     a.quant_order_count = static_cast<intptr_t>(integer(task, task.quant_order_count));
   }
 
-  const intptr_t threads = thread_count<T>(a.p, a.n, services.max_threads());
-  a.work = allocate_work<T>(threads * a.n, a.p);
+  const intptr_t threads = thread_count<T>(a.p, a.n, usable_threads(services));
+  a.work = allocate_work<T>(Count(threads) * a.n, a.p);
   int32_t count = 0;
   if (a.work != nullptr) {  // without memory nothing is computed, and nobody is told
     auto* const variables = reinterpret_cast<int32_t*>(a.work + threads * a.n);

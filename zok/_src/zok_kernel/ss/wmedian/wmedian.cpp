@@ -1,5 +1,7 @@
 // The weighted quantile of each variable, the median as a rule. Sorted data weigh up to the target,
 // q times the sum of weights; where they pass it between two observations, the result lies between.
+#include <math.h>
+
 #include "../../../zok_sub_kernel/_math/qsort.hpp"
 #include "../../_service/ss_task.hpp"
 
@@ -42,6 +44,14 @@ void _vSSQuickMapSort(intptr_t n, T* keys, T* map) {
   sort<intptr_t>(MappedKeys<T>(keys, map), n);
 }
 
+/// The part t of the way from u to v, where either may be infinite.
+template <class T>
+T between(T u, T v, T t) {
+  const T way = v - u;
+  if (isfinite(way)) return u + t * way;
+  return t == 0 ? u : t == 1 ? v : (1 - t) * u + t * v;
+}
+
 /// The quantile of sorted keys, for weights that sum up to `total`.
 template <class T>
 T weighted_quantile(intptr_t n, const T* keys, const T* weights, T total, T q) {
@@ -66,7 +76,7 @@ T weighted_quantile(intptr_t n, const T* keys, const T* weights, T total, T q) {
   if (!(below > 0)) return v;
   const T u = keys[weighty_below(k)];
   if (n % 2 != 0 && below == (total - weights[k]) * q) return v;
-  return u + (target - below) / (sum - below) * (v - u);
+  return between(u, v, (target - below) / (sum - below));
 }
 
 template <class T>
@@ -74,8 +84,8 @@ int32_t _vSSWQuantile(intptr_t p, intptr_t n, int64_t layout, const T* x, const 
                       T* results) {
   T total = 0;
   for (intptr_t i = 0; i < n; ++i) total += weights[i];
-  T* const keys = allocate<T>(static_cast<size_t>(n));
-  T* const map = allocate<T>(static_cast<size_t>(n));
+  T* const keys = allocate<T>(n);
+  T* const map = allocate<T>(n);
   if (keys == nullptr || map == nullptr) {
     orv_serv_deallocate(keys);
     orv_serv_deallocate(map);
@@ -98,6 +108,7 @@ int32_t _vSSWQuantile(intptr_t p, intptr_t n, int64_t layout, const T* x, const 
 
 template <class T>
 int32_t weighted_quantiles(const SSTask& task) {
+  if (const int32_t status = check_data(task); status != SS_OK) return status;
   return _vSSWQuantile(static_cast<intptr_t>(integer(task, task.dimension)),
                        static_cast<intptr_t>(integer(task, task.observation_count)),
                        integer(task, task.observation_storage),
