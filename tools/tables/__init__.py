@@ -3,14 +3,14 @@ from . import exp, exported, ln
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
-    CORE / "exp/vdexp_tables.hpp": exp.vdexp_tables,
-    CORE / "exp/vsexp_tables.hpp": exp.vsexp_tables,
-    CORE / "expm1/vdexpm1_tables.hpp": exp.vdexpm1_tables,
-    CORE / "expm1/vsexpm1_tables.hpp": exp.vsexpm1_tables,
-    CORE / "ln/vdln_tables.hpp": ln.vdln_tables,
-    CORE / "log10/vdlog10_tables.hpp": ln.vdlog10_tables,
-    CORE / "log10/vslog10_tables.hpp": ln.vslog10_tables,
-    CORE / "log1p/vslog1p_tables.hpp": ln.vslog1p_tables,
-    CORE / "ln/vsln_tables.hpp": ln.vsln_tables,
+    CORE / "exp/tables/vdexp_tables.hpp": exp.vdexp_tables,
+    CORE / "exp/tables/vsexp_tables.hpp": exp.vsexp_tables,
+    CORE / "expm1/tables/vdexpm1_tables.hpp": exp.vdexpm1_tables,
+    CORE / "expm1/tables/vsexpm1_tables.hpp": exp.vsexpm1_tables,
+    CORE / "ln/tables/vdln_tables.hpp": ln.vdln_tables,
+    CORE / "log10/tables/vdlog10_tables.hpp": ln.vdlog10_tables,
+    CORE / "log10/tables/vslog10_tables.hpp": ln.vslog10_tables,
+    CORE / "log1p/tables/vslog1p_tables.hpp": ln.vslog1p_tables,
+    CORE / "ln/tables/vsln_tables.hpp": ln.vsln_tables,
     CORE / "tables/exported_tables.cpp": exported.exported_tables,
 }
