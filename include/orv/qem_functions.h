@@ -293,7 +293,7 @@ ORV_API void orv_qem_kernel_dExpm1_V8HAynn(int32_t n, const double* a, double* r
 ORV_API void orv_qem_kernel_dExpm1_V8EPnnn(int32_t n, const double* a, double* r);
 
 /** dLn: natural logarithm; double.
- *  Largest error: LA 1.53, HA 0.501, EP 2.1e+06 ulp.
+ *  Largest error: LA 1.59, HA 0.501, EP 2.1e+06 ulp.
  *  Status codes: 1 negative argument, 2 zero. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dLn_ttab[3];
 extern ORV_API const float orv_qem_kernel_dLn_ctab[3];
@@ -306,7 +306,7 @@ ORV_API void orv_qem_kernel_dLn_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dLn_G9EPnnn(int32_t n, const double* a, double* r);
 
 /** dLog10: decimal logarithm; double.
- *  Largest error: LA 1.9, HA 0.503, EP 1.9 ulp.
+ *  Largest error: LA 1.93, HA 0.503, EP 1.93 ulp.
  *  Status codes: 1 negative argument, 2 zero. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dLog10_ttab[3];
 extern ORV_API const float orv_qem_kernel_dLog10_ctab[3];
@@ -318,7 +318,7 @@ ORV_API void orv_qem_kernel_dLog10_G9LAynn(int32_t n, const double* a, double* r
 ORV_API void orv_qem_kernel_dLog10_G9HAynn(int32_t n, const double* a, double* r);
 
 /** dLog1p: ln(1 + x), accurate near 0; double.
- *  Largest error: LA 1.58, HA 0.501, EP 2.1e+06 ulp.
+ *  Largest error: LA 1.7, HA 0.501, EP 2.1e+06 ulp.
  *  Status codes: 1 argument below -1, 2 argument -1. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dLog1p_ttab[3];
 extern ORV_API const float orv_qem_kernel_dLog1p_ctab[3];

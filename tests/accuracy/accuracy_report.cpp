@@ -6,6 +6,7 @@
 //   --exhaustive   float functions of one operand at all 2^32 arguments instead
 //   --write FILE   puts the table into FILE, between its markers
 //   --check        exit code 1 if a kernel breaks its level's bound or its record
+//   --digests      the digests of this build and nothing else, for tests/accuracy/digests.txt
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -25,6 +26,7 @@ struct Options {
   int rounds = 1;
   bool exhaustive = false;
   bool check = false;
+  bool digests = false;
   std::string file;
   std::vector<std::string> names;
 
@@ -55,6 +57,8 @@ Options parse(int argc, char** argv) {
       options.exhaustive = true;
     } else if (word == "--check") {
       options.check = true;
+    } else if (word == "--digests") {
+      options.digests = true;
     } else if (word[0] == '-') {
       stop("no option " + word);
     } else {
@@ -121,6 +125,10 @@ void write_section(const std::string& path, const std::string& section, const st
 }
 
 int run(const Options& options) {
+  if (options.digests) {
+    for (const auto& [name, digest] : compute_digests()) std::cout << name << ' ' << digest << '\n';
+    return 0;
+  }
   quiet_mode();
   Report report;
   report.table

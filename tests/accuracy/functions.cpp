@@ -28,8 +28,8 @@ void angle_inputs(Inputs<R>& in) {
   in.linear(0.3, -10, 10);
   in.linear(0.2, -65600, 65600);
   in.patterns_of_both_signs(0.3, 0, std::numeric_limits<R>::infinity());
-  in.multiples(0.2, pi / 512, -70000, 70000);
-  in.multiples(0.1, pi / 2, 65000, is_float<R> ? 1e30 : 1e300);
+  in.seams(0.2, pi / 512, -70000, 70000);
+  in.seams(0.1, pi / 2, 65000, is_float<R> ? 1e30 : 1e300);
   for (const double x : {65536.0, pi / 2, pi}) in.at(x, 16);
   for (const double x : {0x1.6AC5B262CA1FFp849, 0x1.DF77E73A0A3C5p+417, 0x1.921FB54442D18p+100,
                          0x1.2D97C7F3321D2p+2, 22.0, 355.0, 1e22}) {
@@ -42,14 +42,14 @@ template <class R>
 void whole_inputs(Inputs<R>& in) {
   arithmetic_inputs(in);
   in.patterns_of_both_signs(0.4, 0.01, 4 / std::numeric_limits<R>::epsilon());
-  in.multiples(0.2, 0.5, -100, 100);
+  in.seams(0.2, 0.5, -100, 100);
   in.at_scales(1);
 }
 
 /// Multiples of half a reduction step: where the nearest step changes, and where nothing is left.
 template <class R>
 void exp_steps(Inputs<R>& in, double lo, double hi) {
-  for (const double steps : {128.0, 256.0, 2048.0}) in.multiples(0.08, ln2 / steps, lo, hi);
+  for (const double steps : {128.0, 256.0, 2048.0}) in.seams(0.08, ln2 / steps, lo, hi);
 }
 
 template <class R>
@@ -63,14 +63,14 @@ void exp_inputs(Inputs<R>& in) {
   in.linear(0.1, -1, 1);
   in.patterns_of_both_signs(0.2, std::numeric_limits<R>::epsilon() / 8, -nonzero);
   exp_steps(in, nonzero, largest);
-  for (const double x : {normal, nonzero, largest}) in.at(x, 8);
+  for (const double x : {normal, nonzero, largest}) in.seam(x);
   if (is_float<R>) {
-    in.at(0x1.5D589Ep6);  // lanes end
-    in.at(-0x1.9D1DA0p6);
+    in.seam(0x1.5D589Ep6);  // lanes end
+    in.seam(-0x1.9D1DA0p6);
   } else {
     // High words at which the lanes of a level end, and results that lose all but a few bits.
     for (const double x : {0x1.6232Bp9, 0x1.61266p9, 0x1.5D533p9}) {
-      for (const double sign : {-1, 1}) in.at(sign * x), in.at(sign * (x + 0x1p-11));
+      for (const double sign : {-1, 1}) in.at(sign * x), in.seam(sign * (x + 0x1p-11));
     }
     in.at(-0x1.6DDC0F4C6DAF4p9);
     in.near(0.02, 0, 0x1p-53);
@@ -88,20 +88,20 @@ void expm1_inputs(Inputs<R>& in) {
   exp_steps(in, -0.1, 0.1);
   for (const double x : {largest, is_float<R> ? 0x1.5A92D6p6 : 0x1.61DA04CBAFE44p9, 54 * -ln2,
                          55 * -ln2, 25 * -ln2, 26 * -ln2}) {
-    in.at(x, 8);
+    in.seam(x);
   }
 }
 
-/// Numbers whose reciprocal estimate is just at a table entry or between two.
+/// Arguments whose reciprocal, in units of a logarithm's table, is a whole number or lies between
+/// two: those of ln(x + shift). Beside 1 the table's entry and the rest cancel, so most are there.
 template <class R>
-void log_table_breaks(Inputs<R>& in) {
-  for (const int entries : {64, 128, 256, 1024}) {
-    for (int k = entries / 2; k <= entries; ++k) {
-      for (const double at : {k + 0.0, k + 0.5}) {
-        const double x = entries / at;
-        in.at(x, 1);
-        in.at(x / 2, 1);
-        in.at(x * static_cast<double>(1u << in.random.below(31)), 1);
+void log_seams(Inputs<R>& in, double shift) {
+  for (const int entries : {256, 512, 1024}) {
+    for (double at = entries / 2; at <= entries; at += 0.5) {
+      const double x = entries / at;
+      for (const double scale : {0.5, 1.0, static_cast<double>(1u << in.random.below(31))}) {
+        const bool cancels = std::abs(x * scale - 1) < 8.0 / entries;
+        in.seam(x * scale - shift, cancels ? 400 : 4);
       }
     }
   }
@@ -114,8 +114,11 @@ void log_inputs(Inputs<R>& in) {
   in.linear(0.05, 0.98, 1.02);
   in.near(0.2, 1, 0.5);
   in.patterns_of_both_signs(0.02, 0, std::numeric_limits<R>::infinity());
-  log_table_breaks(in);
-  for (const double x : {1.0, 0x1.6A09E667F3BCDp-1, 2.0 / 3, 0.75, 724.0 / 1024}) in.at_scales(x);
+  log_seams(in, 0);
+  for (int k = 64; k < 128; ++k) {  // the slow path's table, by way of denormals
+    in.seam((k + 0.5) / 64 * std::numeric_limits<R>::min() / 64);
+  }
+  for (const double x : {1.0, 0x1.6A09E667F3BCDp-1, 2.0 / 3}) in.at_scales(x);
   for (const double x : {1.0, 0.990234375, 1.009765625}) in.at(x, 64);
 }
 
@@ -133,13 +136,10 @@ void log1p_inputs(Inputs<R>& in) {
   in.linear(0.2, -1, 1);
   in.linear(0.1, -0.02, 0.02);
   in.near(0.1, -1, 0.5);
-  const size_t from = in.values.size();
-  log_table_breaks(in);
-  for (size_t i = from; i < in.values.size(); ++i) in.values[i] -= 1;
-  for (const double x : {-1.0, -0.5, -0.25, -0x1.2BEC333018867p-2, 0x1.A827999FCEF34p-2, 1.0 / 3,
-                         -1.0 / 3, epsilon, epsilon / 2, epsilon / 4, -epsilon / 2, -epsilon / 4,
-                         is_float<R> ? 0x1.FFFFFEp117 : 0x1.FFFFFFFFFF000p1012,
-                         is_float<R> ? -0x1.fe0d2ap-9 : 0x1.fffcf14ea4d42p-12 /* the worst */}) {
+  log_seams(in, 1);
+  for (const double x :
+       {-1.0, -0.5, -0.25, 1.0 / 3, -1.0 / 3, epsilon, epsilon / 2, epsilon / 4, -epsilon / 2,
+        -epsilon / 4, is_float<R> ? 0x1.FFFFFEp117 : 0x1.FFFFFFFFFF000p1012}) {
     in.at(x, 16);
   }
 }

@@ -63,21 +63,33 @@ void Inputs<R>::near(double share, double center, double farthest) {
 }
 
 template <class R>
-void Inputs<R>::multiples(double share, double step, double lo, double hi) {
-  constexpr int reach = 1, points = 2 * reach + 1;
+void Inputs<R>::at(double value, int reach) {
+  for (int i = -reach; i <= reach; ++i) {
+    values.push_back(from_bits<R>(bits_of(static_cast<R>(value)) + i));
+  }
+}
+
+template <class R>
+void Inputs<R>::seam(double value, int count) {
+  using Bits = typename Format<R>::Bits;
+  at(value, 1);
+  const Bits bits = bits_of(static_cast<R>(value));
+  for (int i = 0; i < 2 * count; ++i) {
+    const Bits least = Bits{1} << random.below(std::numeric_limits<R>::digits - 4);
+    const Bits ulps = least + static_cast<Bits>(random.below(least));
+    values.push_back(from_bits<R>(i % 2 == 0 ? bits + ulps : bits - ulps));
+  }
+}
+
+template <class R>
+void Inputs<R>::seams(double share, double step, double lo, double hi) {
+  constexpr int points = 11;  // of a seam
   const auto first = static_cast<int64_t>(lo / step),
              count = static_cast<int64_t>(hi / step) - first;
   const bool all = count * points <= amount(share);
   for (int64_t i = 0; i < (all ? count : amount(share) / points); ++i) {
     const int64_t k = first + (all ? i : static_cast<int64_t>(random.below(count)));
-    at(static_cast<double>(k) * step, reach);
-  }
-}
-
-template <class R>
-void Inputs<R>::at(double value, int reach) {
-  for (int i = -reach; i <= reach; ++i) {
-    values.push_back(from_bits<R>(bits_of(static_cast<R>(value)) + i));
+    seam(static_cast<double>(k) * step);
   }
 }
 

@@ -43,10 +43,13 @@ class Inputs {
   void patterns_of_both_signs(double share, double lo, double hi);
   /// center +- d, d down to what the center still feels.
   void near(double share, double center, double farthest);
-  /// k * step with neighbours; as many random k as the share allows, or all in between.
-  void multiples(double share, double step, double lo, double hi);
   /// One value, with `reach` neighbours on either side.
   void at(double value, int reach = 4);
+  /// Where a reduction changes its choice: neighbours, and `count` numbers on either side at random
+  /// distances, uniform in exponent from an ulp to an eighth of the value.
+  void seam(double value, int count = 4);
+  /// Seams at k * step; as many random k as the share allows, or all in between.
+  void seams(double share, double step, double lo, double hi);
   /// Its like at every second exponent.
   void at_scales(double value);
 

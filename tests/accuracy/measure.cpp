@@ -188,6 +188,7 @@ Points<R> make_points(const Function& f, const Kernel& shape, uint64_t seed, int
   points.operand[0] = std::move(in.values);
   if (points.operands == 2) pair_up(points, in.random);
   points.n = static_cast<int32_t>(points.operand[0].size() / points.width);
+  for (int j = 0; j < points.operands; ++j) points.operand[j].resize(points.n * points.width);
   return points;
 }
 

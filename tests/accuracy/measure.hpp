@@ -74,7 +74,7 @@ Reached exhaust(const Function& f, const FunctionSlots& function);
 std::vector<std::string> faults(const Kernel& slot, const Function& f, const Worst& worst);
 
 /// A digest of each kernel's results over a fixed input set, which shows any change of a bit
-/// between builds and processors: the lines of digests.txt, first word and rest.
+/// between builds and processors: the lines of digests.txt, two words each.
 using Digests = std::map<std::string, std::string>;
 Digests compute_digests();
 

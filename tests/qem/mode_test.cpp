@@ -2,6 +2,9 @@
 #include <orv/qem.h>
 #include <stdlib.h>
 
+#include <optional>
+#include <sstream>
+
 #include "harness.hpp"
 
 using namespace orv_test;
@@ -33,7 +36,8 @@ TEST_F(Mode, EnvironmentGrammar) {
   // one 12 put it a place further.
   const std::string fits = repeat(27, "QEM_LA") + repeat(5, "QEM_RESTORE") + "QEM_EP";
   const std::string too_far = repeat(34, "QEM_LA") + repeat(1, "QEM_RESTORE") + "QEM_EP";
-  std::vector<std::pair<const char*, int64_t>> cases = {
+  std::vector<std::pair<std::optional<std::string>, int64_t>> cases = {
+      {std::nullopt, -1},
       {"QEM_LA", 0x1},
       {"QEM_HA", 0x2},
       {"QEM_EP", 0x3},
@@ -53,36 +57,18 @@ TEST_F(Mode, EnvironmentGrammar) {
       {"QEM_LA,QEM_LA", 0x1},
       {"QEM_HA,QEM_DEFAULT_PRECISION", 0x2},
       {"QEM_ERRMODE_DEFAULT,QEM_LA,QEM_RESTORE", 0x1A31},
-      {fits.c_str(), 0x33},
+      {fits, 0x33},
   };
-  for (const char* refused : {static_cast<const char*>(nullptr),
-                              "",
-                              "X",
-                              "QEM_DOUBLE_CONSISTENT",
-                              "QEM_LA,",
-                              ",QEM_LA",
-                              "QEM_LA,,QEM_HA",
-                              " QEM_LA",
-                              "QEM_LA ",
-                              "QEM_LA, QEM_HA",
-                              "QEM_LA;QEM_HA",
-                              "QEM_LAX",
-                              "QEM_L",
-                              "QEM_",
-                              "QEM",
-                              "Q",
-                              "LA",
-                              "qem_la",
-                              "QEM_la",
-                              "QEM_HA,QEM_NO",
-                              "QEM_DENORMALS_FLUSHED",
-                              too_far.c_str()}) {
-    cases.emplace_back(refused, -1);
-  }
+  std::istringstream refused(
+      "|X|QEM_DOUBLE_CONSISTENT|QEM_LA,|,QEM_LA|QEM_LA,,QEM_HA| QEM_LA|QEM_LA |QEM_LA, QEM_HA|"
+      "QEM_LA;QEM_HA|QEM_LAX|QEM_L|QEM_|QEM|Q|LA|qem_la|QEM_la|QEM_HA,QEM_NO|"
+      "QEM_DENORMALS_FLUSHED|" +
+      too_far);
+  for (std::string value; std::getline(refused, value, '|');) cases.emplace_back(value, -1);
   for (const auto& c : cases) {
-    set_environment(c.first);
+    set_environment(c.first ? c.first->c_str() : nullptr);
     in_fresh_thread([&] {
-      SCOPED_TRACE(c.first == nullptr ? "no variable" : c.first);
+      SCOPED_TRACE(c.first.value_or("no variable"));
       EXPECT_EQ(orv_qem_kernel_ReadEnvVarMode(), c.second);
       EXPECT_EQ(orv_qem_kernel_GetMode(), c.second == -1 ? 0x1A02u : QemMode(c.second));
     });
@@ -157,18 +143,6 @@ TEST_F(Mode, CallbackSetsAndClearsItsRoute) {
       EXPECT_EQ(orv_qem_kernel_GetErrorCallBack(), nullptr);
     });
   }
-}
-
-TEST_F(Mode, ThreadsShareNoCell) {
-  in_fresh_thread([] {
-    orv_qem_kernel_SetErrStatus(77);
-    orv_qem_kernel_SetErrorCallBack(callback_1);
-    in_fresh_thread([] {
-      EXPECT_EQ(orv_qem_kernel_GetErrStatus(), 0);
-      EXPECT_EQ(orv_qem_kernel_GetErrorCallBack(), nullptr);
-    });
-    EXPECT_EQ(orv_qem_kernel_GetErrStatus(), 77);
-  });
 }
 
 TEST_F(Mode, TableIndex) {

@@ -55,7 +55,7 @@ def array(kind, name, rows, comment, storage="inline constexpr ", suffix=""):
     return "\n".join(lines + ["};", ""])
 
 
-def header(name, arrays, include="../simd/lookup.hpp"):
+def header(name, arrays, include="../../simd/lookup.hpp"):
     """A header of tables within the unit's namespace."""
     return "\n".join([
         f"// Made by: tools/make_tables.py {name}",

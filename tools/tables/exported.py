@@ -30,6 +30,8 @@ def expl_pair(j):
     return high, double(value - mpf(high))
 
 
+# Planned beside these, with the complex functions that look things up in it:
+# orv_qem_core_atanl_table_128.
 def exported_tables():
     rcp = [reciprocal(i) for i in range(256)]
     none = ""

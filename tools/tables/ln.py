@@ -113,7 +113,7 @@ def vsln_tables():
         fit("float", "vsln_ha_series", "log1p(x)/x", range(2, 10), third, "1 - x/2"),
         fit("float", "vsln_la_series", "log1p(x)/x", range(1, 9), third, "1"),
         fit("float", "vsln_ep_series", "log1p(x)/x", range(1, 5), third, "1"),
-    ], include="../simd/vectors.hpp")
+    ], include="../../simd/vectors.hpp")
 
 
 def vslog10_tables():

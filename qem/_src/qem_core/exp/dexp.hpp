@@ -2,7 +2,7 @@
 #pragma once
 
 #include "exp.hpp"
-#include "vdexp_tables.hpp"
+#include "tables/vdexp_tables.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "exp.hpp"
-#include "vsexp_tables.hpp"
+#include "tables/vsexp_tables.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "expm1.hpp"
-#include "vdexpm1_tables.hpp"
+#include "tables/vdexpm1_tables.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {

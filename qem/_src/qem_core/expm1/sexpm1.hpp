@@ -3,7 +3,7 @@
 
 #include "../exp/sexp.hpp"
 #include "expm1.hpp"
-#include "vsexpm1_tables.hpp"
+#include "tables/vsexpm1_tables.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {

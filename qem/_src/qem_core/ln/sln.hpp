@@ -4,7 +4,7 @@
 #pragma once
 
 #include "table_log.hpp"
-#include "vsln_tables.hpp"
+#include "tables/vsln_tables.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {

@@ -1,7 +1,7 @@
 // Constants and tables of the natural logarithm of doubles, see table_log.hpp.
 #pragma once
 
-#include "vdln_tables.hpp"
+#include "tables/vdln_tables.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {

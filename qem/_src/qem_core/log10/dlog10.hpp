@@ -2,7 +2,7 @@
 #pragma once
 
 #include "../ln/table_log.hpp"
-#include "vdlog10_tables.hpp"
+#include "tables/vdlog10_tables.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "../ln/table_log.hpp"
-#include "vslog10_tables.hpp"
+#include "tables/vslog10_tables.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "log1p.hpp"
-#include "vslog1p_tables.hpp"
+#include "tables/vslog1p_tables.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {

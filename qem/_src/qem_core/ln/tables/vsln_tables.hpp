@@ -2,7 +2,7 @@
 // clang-format off
 #pragma once
 
-#include "../simd/vectors.hpp"
+#include "../../simd/vectors.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {

@@ -2,7 +2,7 @@
 // clang-format off
 #pragma once
 
-#include "../simd/lookup.hpp"
+#include "../../simd/lookup.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {
