@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
+#include <map>
 #include <sstream>
 
 #include "measure.hpp"
@@ -42,27 +43,21 @@ struct Options {
 
 Options parse(int argc, char** argv) {
   Options options;
+  const std::map<std::string, bool*> switches = {{"--exhaustive", &options.exhaustive},
+                                                 {"--check", &options.check},
+                                                 {"--digests", &options.digests}};
   for (int i = 1; i < argc; ++i) {
     const std::string word = argv[i];
-    const auto value = [&] {
-      if (i + 1 == argc) stop(word + " needs a value");
-      return std::string(argv[++i]);
-    };
-    if (word == "--rounds") {
-      options.rounds = std::atoi(value().c_str());
-      if (options.rounds < 1) stop("--rounds needs a number from 1 on");
-    } else if (word == "--write") {
-      options.file = value();
-    } else if (word == "--exhaustive") {
-      options.exhaustive = true;
-    } else if (word == "--check") {
-      options.check = true;
-    } else if (word == "--digests") {
-      options.digests = true;
-    } else if (word[0] == '-') {
-      stop("no option " + word);
-    } else {
+    if (switches.contains(word)) {
+      *switches.at(word) = true;
+    } else if (word[0] != '-') {
       options.names.push_back(word);
+    } else if (++i == argc) {
+      stop("no option " + word + ", or it needs a value");
+    } else if (word == "--write") {
+      options.file = argv[i];
+    } else if (word != "--rounds" || (options.rounds = std::atoi(argv[i])) < 1) {
+      stop("no option " + word + ", or --rounds without a number from 1 on");
     }
   }
   return options;

@@ -118,7 +118,8 @@ void log_inputs(Inputs<R>& in) {
   for (int k = 64; k < 128; ++k) {  // the slow path's table, by way of denormals
     in.seam((k + 0.5) / 64 * std::numeric_limits<R>::min() / 64);
   }
-  for (const double x : {1.0, 0x1.6A09E667F3BCDp-1, 2.0 / 3}) in.at_scales(x);
+  for (double x = 2.0 / 3; x < std::numeric_limits<R>::max() / 2; x *= 2)
+    in.seam(x), in.seam(1 / x);
   for (const double x : {1.0, 0.990234375, 1.009765625}) in.at(x, 64);
 }
 

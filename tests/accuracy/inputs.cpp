@@ -93,12 +93,6 @@ void Inputs<R>::seams(double share, double step, double lo, double hi) {
   }
 }
 
-template <class R>
-void Inputs<R>::at_scales(double value) {
-  for (double x = value; x > std::numeric_limits<R>::min(); x /= 4) at(x, 1);
-  for (double x = value; x < std::numeric_limits<R>::max() / 4; x *= 4) at(x, 1);
-}
-
 template class Inputs<float>;
 template class Inputs<double>;
 template std::vector<float> special_values();

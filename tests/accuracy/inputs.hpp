@@ -50,8 +50,6 @@ class Inputs {
   void seam(double value, int count = 4);
   /// Seams at k * step; as many random k as the share allows, or all in between.
   void seams(double share, double step, double lo, double hi);
-  /// Its like at every second exponent.
-  void at_scales(double value);
 
   std::vector<R> values;
   Random random;

@@ -284,44 +284,33 @@ TEST(Routes, NamesOfAnyLength) {
 #ifdef __i386__
 int misalignment;  // of the stack that a callback was called with
 
-/// Its frame pointer stands 8 bytes below the arguments, which the caller puts at a multiple of 16.
-[[gnu::noinline]] int32_t fill(StreamState*, int32_t*, uint32_t*, int32_t* least, int32_t*,
-                               int32_t*) {
-  misalignment = (reinterpret_cast<uintptr_t>(__builtin_frame_address(0)) + 8) % 16;
+/// A caller puts the arguments, 8 bytes above the frame pointer, at a multiple of 16.
+#define ORV_LOOK_AT_STACK() \
+  misalignment = (reinterpret_cast<uintptr_t>(__builtin_frame_address(0)) + 8) % 16
+int32_t fill(StreamState*, int32_t*, uint32_t*, int32_t* least, int32_t*, int32_t*) {
+  ORV_LOOK_AT_STACK();
   return *least;
 }
-[[gnu::noinline]] int32_t look_at_stack(QemErrorContext*) {
-  misalignment = (reinterpret_cast<uintptr_t>(__builtin_frame_address(0)) + 8) % 16;
-  return 1;
-}
+int32_t look(QemErrorContext*) { return ORV_LOOK_AT_STACK(), 1; }
 
 /// Callers may have aligned their stacks to four bytes, callbacks expect sixteen.
 TEST(Callbacks, GetAnAlignedStack) {
   in_fresh_thread([] {
-    orv_qem_kernel_SetErrorCallBack(look_at_stack);
-    double numbers[8] = {}, out[2];
-    uint32_t words[8] = {};
+    orv_qem_kernel_SetErrorCallBack(look);
+    uint32_t numbers[8] = {};
+    double out[2];
     StreamState* stream = nullptr;
-    ASSERT_EQ(__zokiNewAbstractStream(&stream, 8, words, fill), 0);
-    const void *one = reinterpret_cast<void*>(1), *none = nullptr;
-    const struct {
-      const void* entry;
-      std::vector<const void*> arguments;
-    } cases[] = {
-        {(void*)orv_qem_kernel_sError, {one, none, out, out, out, out, "name"}},
-        {(void*)orv_qem_kernel_dError, {one, none, out, out, out, out, "name"}},
-        {(void*)orv_qem_kernel_cError, {one, none, out, out, out, out, "name"}},
-        {(void*)orv_qem_kernel_zError, {one, none, numbers, numbers, numbers, numbers, "name"}},
-        {(void*)_zokiRngUniformBits, {none, stream, one, out}},
-    };
-    for (const auto& c : cases) {
+    ASSERT_EQ(__zokiNewAbstractStream(&stream, 8, numbers, fill), 0);
+    const auto expect_aligned = [](auto entry, const std::vector<const void*>& arguments) {
       for (const int shift : {0, 4, 8, 12}) {
         misalignment = -1;
-        call_off_balance(reinterpret_cast<void (*)()>(const_cast<void*>(c.entry)), c.arguments,
-                         shift);
-        EXPECT_EQ(misalignment, 0) << "case " << &c - cases << ", shift " << shift;
+        call_off_balance(reinterpret_cast<void (*)()>(entry), arguments, shift);
+        EXPECT_EQ(misalignment, 0) << "shift " << shift;
       }
-    }
+    };
+    const void *one = reinterpret_cast<void*>(1), *none = nullptr;
+    expect_aligned(orv_qem_kernel_dError, {one, none, out, out, out, out, "name"});
+    expect_aligned(_zokiRngUniformBits, {none, stream, one, out});
     __zokDeleteStream(&stream);
   });
 }
