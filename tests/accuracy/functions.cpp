@@ -43,7 +43,6 @@ void whole_inputs(Inputs<R>& in) {
   arithmetic_inputs(in);
   in.patterns_of_both_signs(0.4, 0.01, 4 / std::numeric_limits<R>::epsilon());
   in.seams(0.2, 0.5, -100, 100);
-  in.at_scales(1);
 }
 
 /// Multiples of half a reduction step: where the nearest step changes, and where nothing is left.
