@@ -1,6 +1,7 @@
 from mpmath import cos, floor, frexp, ldexp, mp, mpf, pi, sin
 
 from .common import array, double, header, split
+from .polynomials import fit
 
 STEPS = 512  # of pi/256, a full turn
 WORDS = 40
@@ -32,6 +33,14 @@ def vdsincos_tables():
         array("Quad<double>", "vdsincos_table", [row(j) for j in range(STEPS)],
               "cos(j pi/256) as a power of two and the rest, sin(j pi/256) as high and low parts."),
     ], include="../../../simd/lookup.hpp")
+
+
+def vssincos_polynomials():
+    quarter = ("1b-20", "0.7854")
+    return header("vssincos_polynomials.hpp", [
+        fit("double", "vssincos_sine", "sin(x)", [3, 5, 7, 9], quarter, "x"),
+        fit("double", "vssincos_cosine", "cos(x)", [2, 4, 6, 8], quarter, "1", "absolute"),
+    ], include="../../../simd/vectors.hpp")
 
 
 def two_over_pi_words():

@@ -19,14 +19,14 @@ struct Cis {
 
   template <class V>
   static void lane(V x, V& re, V& im) {
-    sincos_lane(x, im, re);
+    SinCos<Real>::lane(x, im, re);
   }
   template <class V>
   static int rare(V x) {
-    return high_word_above(x, vdsincos_data::rare_above);
+    return SinCos<Real>::rare(x);
   }
 
-  static int slow(const In* x, Out* r) { return sincos_or_code(*x, &r->im, &r->re); }
+  static int slow(const In* x, Out* r) { return _dSinCos(*x, &r->im, &r->re); }
 };
 
 }  // namespace ORV_TAG

@@ -356,7 +356,9 @@ inline __m128 short_reciprocal(__m128 x) { return 1.0f / x; }
 #ifdef __AVX__
 inline __m128d short_reciprocal(__m128d x) {
   const __m128 two = _mm_cvtpd_ps(x);
-  return _mm_cvtps_pd(short_reciprocal(_mm_movelh_ps(two, two)));  // no zero to divide by
+  __m128 twice = _mm_movelh_ps(two, two);  // no zero to divide by
+  asm("" : "+x"(twice));                   // nor one that the compiler finds good enough
+  return _mm_cvtps_pd(short_reciprocal(twice));
 }
 #else
 // Two doubles are divided in less time than they are narrowed and widened.

@@ -11,7 +11,7 @@ template <class T>
 void sincos_element(int32_t i, const T* a, T* r1, T* r2, const char* text) {
   const orv::ControlWords words(orv::environment_x87_double);
   T sine, cosine;
-  const int code = orv::sincos_or_code(orv::load_one(a + i), &sine, &cosine);
+  const int code = orv::_dSinCos(orv::load_one(a + i), &sine, &cosine);
   memcpy(r1 + i, &sine, sizeof sine), memcpy(r2 + i, &cosine, sizeof cosine);
   if (code != 0) orv::report(code, i, a, r1, r2, text);
 }
@@ -20,7 +20,7 @@ template <class T, class Complex>
 void cis_element(int32_t i, const T* a, Complex* r, const char* text) {
   const orv::ControlWords words(orv::environment_x87_double);
   Complex z;
-  const int code = orv::sincos_or_code(orv::load_one(a + i), &z.im, &z.re);
+  const int code = orv::_dSinCos(orv::load_one(a + i), &z.im, &z.re);
   memcpy(r + i, &z, sizeof z);
   if (code != 0) orv::report(code, i, a, r, r, text);
 }
