@@ -126,9 +126,9 @@ TEST(Mistakes, AreOneLineAndCode2) {
       {"measure Sqr", "", {"dSqr", "Log1p"}},
       {"measure Exp -n 0", "", {"0", "1", "1000000"}},
   };
-  for (const char* command :
-       {"--help", "--version", "math --help", "math Exp", "info", "info Exp --format json",
-        "measure Exp --arguments 10 -n 10", "random bits", "random list", "stats -"}) {
+  for (const char* command : {"--help", "--version", "math --help", "math Exp", "info",
+                              "info Exp --format json", "measure Exp --arguments 10 -n 10",
+                              "random bits", "random int", "random list", "stats -"}) {
     mistakes.push_back({std::string(command) + " >/dev/full", "1\n", {"cannot write", "No space"}});
   }
   expect_mistakes([](const auto& arguments, const auto& in) { return orv(arguments, in); },

@@ -188,11 +188,6 @@ TEST(Random, AMistakeIsOneLineAndCode2) {
       {"bits -n 0 --save " + testing::TempDir(), "", {"--save", "directory"}},
   };
   expect_mistakes(random, mistakes);
-  const auto lost = [](const std::string& arguments, const std::string&) {
-    return orv("random " + arguments, "", "sh -c 'exec \"$@\" >/dev/full' sh");
-  };
-  expect_mistakes(lost, {{"list", "", {"standard output", "No space"}},
-                         {"int", "", {"standard output", "No space"}}});
   for (const std::string& path : {file, cut, abstract}) unlink(path.c_str());
 }
 
