@@ -195,12 +195,6 @@ TEST(Stats, MatricesAreRight) {
 }
 
 TEST(Stats, DigitsAreExactAndTheSameForAnyNumberOfThreads) {
-  std::string numbers = "x,g\n";
-  for (int i = 1; i <= 1000; ++i) numbers += std::to_string(i) + ",a\n";
-  const auto out = tables("--by g", numbers);
-  EXPECT_EQ(out[0][1][3], "500.5");
-  EXPECT_EQ(out[0][1][4], "288.8194360957494");
-  EXPECT_EQ(out[1][1], (Strings{"a", "1000", "500.5"}));
   EXPECT_EQ(tables("", "x\n1e20\n1\n-1e20\n")[0][1][3], "0.3333333333333333");
   const std::string input = make_data(30000, 9, 3, 0).csv();
   for (const std::string options : {"", "--cov --cor --precision s", "--cor --weights w"}) {
@@ -218,7 +212,7 @@ TEST(Stats, PrintsGroupsGapsAndNames) {
   const std::string pooled = "Pooled covariance within g,x,y\nx,5,21\ny,21,101\n";
   const struct {
     const char *arguments, *input;
-    Strings out, err;
+    Strings out, err = {};
   } cases[] = {
       {"--by g --format csv",
        "x,y,g\n1,10,u\n2,30,v\n3,12,u\n8,,v\n6,50,v\n4,20,\n",
@@ -226,25 +220,22 @@ TEST(Stats, PrintsGroupsGapsAndNames) {
        {"6 rows, 2 dropped"}},
       {"--by g --format csv",
        "x,y,g\n1,10,7\n2,30,5\n3,12,7\n6,50,5\n",
-       {"\n\nmean by g,count,x,y\n7,2,2,11\n5,2,4,40\n\n" + pooled},
-       {}},
-      {"", missing, {"5 rows, 3 dropped"}, {}},
+       {"\n\nmean by g,count,x,y\n7,2,2,11\n5,2,4,40\n\n" + pooled}},
+      {"", missing, {"5 rows, 3 dropped"}},
       {"--format csv", missing, {"\na,2,0,", "\nb,2,1,", "\nc,2,2,"}, {"5 rows, 3 dropped"}},
-      {"--format csv --missing pairwise", missing, {"\na,5,0,", "\nb,4,1,", "\nc,3,2,"}, {}},
-      {"--format csv --missing fail --select a", missing, {"\na,5,0,"}, {}},
+      {"--format csv --missing pairwise", missing, {"\na,5,0,", "\nb,4,1,", "\nc,3,2,"}},
+      {"--format csv --missing fail --select a", missing, {"\na,5,0,"}},
       {"--format csv --missing pairwise --select a,b",
        "a,b\n1,\n2,\n",
-       {"\na,2,0,1.5,", "\nb,0,2,,,,,,,,,\n"},
-       {}},
-      {"--format csv", "a,b\n3,4\n", {"\na,1,0,3,,3,3,3,3,3,,\n"}, {}},
-      {"--format csv --cor", constant, {"\na,2,0,3,0,3,", "\na,1,\nb,,1\n"}, {}},
-      {"--format json", "a\n3\n", {"\"standard_deviation\": null"}, {}},
-      {"--format json", "a\n-inf\ninf\n", {"\"minimum\": \"-inf\"", "\"maximum\": \"inf\""}, {}},
+       {"\na,2,0,1.5,", "\nb,0,2,,,,,,,,,\n"}},
+      {"--format csv", "a,b\n3,4\n", {"\na,1,0,3,,3,3,3,3,3,,\n"}},
+      {"--format csv --cor", constant, {"\na,2,0,3,0,3,", "\na,1,\nb,,1\n"}},
+      {"--format json", "a\n3\n", {"\"standard_deviation\": null"}},
+      {"--format json", "a\n-inf\ninf\n", {"\"minimum\": \"-inf\"", "\"maximum\": \"inf\""}},
       {"--format json --cor --quantiles 0.5 --precision s",
        names,
        {"\"rows\": 3", "\"name\": \"a \\\"b\"", "\"name\": \"gr\xC3\xB6\xC3\x9F\x65\"",
-        "\"mean\": 2.5833333", "\"order\": 0.5", "\"value\": 2.25", "\"title\": \"Correlation\""},
-       {}},
+        "\"mean\": 2.5833333", "\"order\": 0.5", "\"value\": 2.25", "\"title\": \"Correlation\""}},
   };
   for (const auto& c : cases) {
     const Outcome run = stats(c.arguments, c.input);
@@ -314,18 +305,11 @@ TEST(Stats, ChoosesTheColumnsOfNumbers) {
 // Beyond the memory that is allowed everything but quantiles comes out the same.
 TEST(Stats, StreamsWhatDoesNotFit) {
   const std::string input = make_data(120000, 3, 2, 0).csv();
-  const auto whole = tables("", input)[0];
-  for (const char* source : {"--memory 1 --format csv ", "--memory 1 --format csv - "}) {
-    const Outcome run = stats(source, input);
-    EXPECT_EQ(run.code, 0);
-    expect_all_in(run.err, {"quartiles are left out"});
-    const auto lines = split(run.out);
-    ASSERT_EQ(lines.size(), whole.size());
-    for (size_t i = 0; i < lines.size(); ++i) {
-      Strings expected = whole[i];
-      expected.erase(expected.begin() + 6, expected.begin() + 9);
-      EXPECT_EQ(split(lines[i], ','), expected);
-    }
+  auto expected = tables("", input)[0];
+  for (Strings& row : expected) row.erase(row.begin() + 6, row.begin() + 9);
+  for (const char* source : {"--memory 1", "--memory 1 - "}) {
+    EXPECT_EQ(tables(source, input)[0], expected);
+    expect_all_in(stats(source, input).err, {"quartiles are left out"});
   }
   expect_mistakes(stats, {{"--quantiles 0.5 --memory 1", input, {"--memory MIB allows more"}},
                           {"--by w --memory 1", input, {"--memory MIB allows more"}}});

@@ -19,15 +19,13 @@ class Abstract : public testing::Test {
   static inline std::function<int32_t(int32_t least, int32_t most)> answer;
   static inline uint32_t made;
 
-  static T element(uint32_t k) { return static_cast<T>(k % 4096); }
-
   /// The user's side: a counting sequence, as much of it as `answer` says.
   static int32_t fill(StreamState*, int32_t* length, T* buffer, int32_t* least, int32_t* most,
                       int32_t* index) {
     calls.push_back({*length, *least, *most, *index});
     const int32_t count = answer(*least, *most);
     if (count > *most) return count;
-    for (int32_t i = 0; i < count; ++i) buffer[(*index + i) % *length] = element(made++);
+    for (int32_t i = 0; i < count; ++i) buffer[(*index + i) % *length] = T(made++);
     return count;
   }
 
@@ -45,8 +43,7 @@ class Abstract : public testing::Test {
 
   /// What a draw makes of element k.
   static T drawn_element(uint32_t k) {
-    if constexpr (std::is_integral_v<T>) return element(k);
-    return 1 + ((T(1.3) - 1) / T(10)) * (element(k) + 3);
+    return std::is_integral_v<T> ? T(k) : T(1 + ((T(1.3) - 1) / T(10)) * (T(k) + 3));
   }
 
   void make(int32_t length, int32_t surplus = 0) {

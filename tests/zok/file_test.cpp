@@ -1,8 +1,4 @@
 // Streams in files: the bytes, what is accepted, every failure.
-//
-// One build's files are another's: with ORV_STREAM_FILES_OUT naming an existing folder, the test
-// StreamFiles.GoOnExactlyInAnotherBuild leaves a file and the numbers that follow it for each
-// generator; with ORV_STREAM_FILES_IN, it checks such a folder.
 #include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <stdio.h>
@@ -217,8 +213,8 @@ TEST(StreamFiles, EveryFailingWriteEndsTheSavingAndAFailureToCloseOutweighsAll) 
   }
 }
 
-// ---- From build to build -----------------------------------------------------------------------
-
+/// One build leaves a file and the numbers that follow it for each generator in an existing folder,
+/// ORV_STREAM_FILES_OUT; another checks them there, in ORV_STREAM_FILES_IN.
 TEST(StreamFiles, GoOnExactlyInAnotherBuild) {
   const char *const out = getenv("ORV_STREAM_FILES_OUT"), *const in = getenv("ORV_STREAM_FILES_IN");
   if (out == nullptr && in == nullptr) GTEST_SKIP() << "no folder is named";

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <deque>
 #include <functional>
 #include <random>
 #include <utility>
@@ -20,8 +19,6 @@ using Sequence = std::function<Words()>;  // of elements
 inline uint32_t seed_or(uint32_t otherwise, const Words& seeds, size_t k) {
   return k < seeds.size() ? seeds[k] : otherwise;
 }
-
-// ---- Elements ----------------------------------------------------------------------------------
 
 /// x(n + 1) = a x(n) mod m. A seed that is 0 counts as 1.
 struct Congruence {
@@ -173,8 +170,7 @@ inline Sequence sfmt19937(const Words& seeds) {
   };
 }
 
-// ---- Numbers on [a, b), doubles or, before they are rounded, floats ----------------------------
-
+/// Numbers on [a, b), doubles or, before they are rounded, floats.
 using Scaling = std::function<double(const Words& w, double a, double b, bool single)>;
 
 inline double scale(double w, double a, double b, double c) { return a + w * ((b - a) * c); }
@@ -205,22 +201,17 @@ inline double sfmt19937_number(const Words& w, double a, double b, bool single) 
                 : m + s * word;
 }
 
-// ---- The generators under test -----------------------------------------------------------------
-
 struct Model {
   Sequence next;
   Scaling scaling;
   bool by_words;  // words of an element that numbers leave over serve the next numbers
-  std::deque<uint32_t> spare = {};
+  Words spare = {};
 
   double number(double a, double b, bool single) {
-    if (!by_words) return scaling(next(), a, b, single);
-    if (spare.empty()) {
-      for (const uint32_t word : next()) spare.push_back(word);
-    }
-    const Words word = {spare.front()};
-    spare.pop_front();
-    return scaling(word, a, b, single);
+    if (spare.empty()) spare = next();
+    const Words taken(spare.begin(), by_words ? spare.begin() + 1 : spare.end());
+    spare.erase(spare.begin(), spare.begin() + taken.size());
+    return scaling(taken, a, b, single);
   }
 };
 

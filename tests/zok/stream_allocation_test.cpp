@@ -36,27 +36,8 @@ TEST(Streams, ABlockIsOneAlignedAllocationWithItsHeader) {
   }
 }
 
-TEST(Streams, ChunksAreReleasedWithTheirData) {
-  Stream stream(BRNG_MCG31M1);
-  watch_allocations();
-  add_chunks(stream, 5);
-  __zokDeleteChunks(stream);
-  const Allocations seen = seen_allocations();
-  EXPECT_EQ(seen.asked, 10);
-  EXPECT_EQ(seen.open, 0);
-  EXPECT_EQ(seen.bytes, 15 * 40 + 5 * (8 + 2 * sizeof(void*)));
-
-  char data = 'x';
-  watch_allocations(1);
-  EXPECT_EQ(__zokAddChunk(stream, 4, &data, 1), RNG_NO_MEMORY);
-  EXPECT_EQ(seen_allocations().asked, 1);
-  EXPECT_EQ(data, 'x');
-  EXPECT_EQ(__zokGetNumChunks(stream), 0);
-}
-
 /// How often each status comes, with a stream or none, while one after the other of the first 12
-/// allocations of `call` fails. A failure leaves no chunks, and the end of the stream nothing at
-/// all.
+/// allocations of `call` fails. A failure leaves no chunks, the end of the stream nothing.
 template <class Call>
 auto outcomes(Call call) {
   std::map<std::pair<int32_t, bool>, int> times;
