@@ -118,17 +118,15 @@ TEST(Mistakes, AreOneLineAndCode2) {
       {"math sLn --column 1", "1e39\n", {"line 1, column 1: '1e39'", "float"}},
       {"math Exp --column 1", "1,2\n3\n", {"line 2: 1 columns", "2"}},
       {"math Exp", "1\n\"2\n\n", {"line 2: a quote is opened"}},
-      {"math Exp",
-       "1\n\"2\"x\n",
-       {"line 2: a quote within a cell, or text after the closing quote"}},
+      {"math Exp", "1\n\"2\"x\n", {"line 2: a quote within a cell, or text after the closing"}},
       {"math Exp", "1\n\"a\nb\"\n", {"line 2, column 1: 'a"}},
       {"info Exq", "", {"'Exq'", "Exp"}},
       {"measure Sqr", "", {"dSqr", "Log1p"}},
       {"measure Exp -n 0", "", {"0", "1", "1000000"}},
   };
-  for (const char* command :
-       {"--help", "--version", "math --help", "math Exp", "info", "info Exp --format json",
-        "measure Exp --arguments 10 -n 10", "random bits", "random list", "stats -"}) {
+  for (const char* command : {"--help", "--version", "math --help", "math Exp", "info",
+                              "info Exp --format json", "measure Exp --arguments 10 -n 10",
+                              "random bits", "random int", "random list", "stats -"}) {
     mistakes.push_back({std::string(command) + " >/dev/full", "1\n", {"cannot write", "No space"}});
   }
   expect_mistakes([](const auto& arguments, const auto& in) { return orv(arguments, in); },

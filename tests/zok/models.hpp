@@ -5,8 +5,8 @@
 
 #include <algorithm>
 #include <array>
-#include <deque>
 #include <functional>
+#include <random>
 #include <utility>
 
 #include "stream_support.hpp"
@@ -19,8 +19,6 @@ using Sequence = std::function<Words()>;  // of elements
 inline uint32_t seed_or(uint32_t otherwise, const Words& seeds, size_t k) {
   return k < seeds.size() ? seeds[k] : otherwise;
 }
-
-// ---- Elements ----------------------------------------------------------------------------------
 
 /// x(n + 1) = a x(n) mod m. A seed that is 0 counts as 1.
 struct Congruence {
@@ -110,27 +108,23 @@ inline Words seeded_twister(uint32_t length, Words seeds) {
   return mt;
 }
 
-struct TwisterParameters {
-  uint32_t length, middle;
-  int lower_bits, first_shift;
-  uint32_t a, b, c;
+/// A state as the standard library's twisters take it.
+struct SeededState {
+  using result_type = uint32_t;
+  void generate(auto to, auto) { std::ranges::copy(words, to); }
+  Words words;
 };
 
-inline auto twister(const TwisterParameters& p) {
-  return [=](const Words& seeds) -> Sequence {
-    return [=, mt = seeded_twister(p.length, seeds)]() mutable {
-      const uint32_t lower = (1u << p.lower_bits) - 1;
-      const auto oldest = mt.end() - p.length;
-      uint32_t y = (oldest[0] & ~lower) | (oldest[1] & lower);
-      mt.push_back(oldest[p.middle] ^ y >> 1 ^ (y % 2 == 1 ? p.a : 0));
-      y = mt.back();
-      y ^= y >> p.first_shift;
-      y ^= y << 7 & p.b;
-      y ^= y << 15 & p.c;
-      return Words{y ^ y >> 18};
-    };
-  };
+template <uint32_t length, uint32_t middle, int lower, uint32_t a, int shift, uint32_t b,
+          uint32_t c>
+Sequence twister(const Words& seeds) {
+  SeededState state = {seeded_twister(length, seeds)};
+  using Engine = std::mersenne_twister_engine<uint32_t, 32, length, middle, lower, a, shift, ~0u, 7,
+                                              b, 15, c, 18, 1>;
+  return [engine = Engine(state)]() mutable { return Words{engine()}; };
 }
+template <uint32_t a, uint32_t b, uint32_t c>
+constexpr auto mt2203 = twister<69, 34, 5, a, 12, b, c>;
 
 inline Words seeded_sfmt19937(Words key) {
   constexpr uint32_t length = 624;
@@ -176,15 +170,10 @@ inline Sequence sfmt19937(const Words& seeds) {
   };
 }
 
-// ---- Numbers on [a, b), doubles or, before they are rounded, floats ----------------------------
-
+/// Numbers on [a, b), doubles or, before they are rounded, floats.
 using Scaling = std::function<double(const Words& w, double a, double b, bool single)>;
 
-inline double scale(double w, double a, double b, double c) {
-  const volatile double s = (b - a) * c;
-  const volatile double product = w * s;
-  return a + product;
-}
+inline double scale(double w, double a, double b, double c) { return a + w * ((b - a) * c); }
 
 inline Scaling times(double c) {
   return [c](const Words& w, double a, double b, bool) { return scale(w[0], a, b, c); };
@@ -193,18 +182,13 @@ inline Scaling times(double c) {
 inline double mcg59_number(const Words& w, double a, double b, bool single) {
   constexpr double c = 1.734723475976807e-18;
   if (single) return scale(w[0] + w[1] * 4294967296.0, a, b, c);
-  const volatile double low = w[0] * ((b - a) * c), high = w[1] * 4294967296.0 * ((b - a) * c);
-  const volatile double sum = low + high;
-  return sum + a;
+  return w[0] * ((b - a) * c) + w[1] * 4294967296.0 * ((b - a) * c) + a;
 }
 
 inline Scaling wh_number(int32_t offset) {
   return [=](const Words& w, double a, double b, bool) {
-    volatile double sum = 0;
-    for (int k = 0; k < 4; ++k) {
-      const volatile double term = w[k] * (1.0 / _zok_WH_M[offset][k]);
-      sum = sum + term;
-    }
+    double sum = 0;
+    for (int k = 0; k < 4; ++k) sum += w[k] * (1.0 / _zok_WH_M[offset][k]);
     return scale(sum - floor(sum), a, b, 1);
   };
 }
@@ -213,32 +197,25 @@ inline Scaling wh_number(int32_t offset) {
 inline double sfmt19937_number(const Words& w, double a, double b, bool single) {
   const double m = (a + b) / 2, s = (b - a) * 0x1p-32;
   const auto word = static_cast<int32_t>(w[0]);
-  const volatile double product = s * word;
-  const volatile float single_product = static_cast<float>(s) * static_cast<float>(word);
-  return single ? static_cast<float>(m) + single_product : m + product;
+  return single ? static_cast<float>(m) + static_cast<float>(s) * static_cast<float>(word)
+                : m + s * word;
 }
-
-// ---- The generators under test -----------------------------------------------------------------
 
 struct Model {
   Sequence next;
   Scaling scaling;
   bool by_words;  // words of an element that numbers leave over serve the next numbers
-  std::deque<uint32_t> spare = {};
+  Words spare = {};
 
   double number(double a, double b, bool single) {
-    if (!by_words) return scaling(next(), a, b, single);
-    if (spare.empty()) {
-      for (const uint32_t word : next()) spare.push_back(word);
-    }
-    const Words word = {spare.front()};
-    spare.pop_front();
-    return scaling(word, a, b, single);
+    if (spare.empty()) spare = next();
+    const Words taken(spare.begin(), by_words ? spare.begin() + 1 : spare.end());
+    spare.erase(spare.begin(), spare.begin() + taken.size());
+    return scaling(taken, a, b, single);
   }
 };
 
 struct Case {
-  const char* name;
   int32_t brng;
   bool leapfrogs, skips;
   std::function<Sequence(const Words&)> sequence;
@@ -249,29 +226,21 @@ struct Case {
   }
 };
 
-inline const std::vector<Case>& cases() {
-  const Scaling all_bits = times(2.3283064365386963e-10);
-  const auto mt2203 = [](uint32_t a, uint32_t b, uint32_t c) {
-    return twister({69, 34, 5, 12, a, b, c});
-  };
-  static const std::vector<Case> all = {
-      {"MCG31M1", BRNG_MCG31M1, true, true, mcg31m1, times(4.656612875245797e-10)},
-      {"MCG59", BRNG_MCG59, true, true, mcg59, mcg59_number},
-      {"MRG32K3A", BRNG_MRG32K3A, false, true, mrg32k3a, times(2.328306549837829e-10)},
-      {"R250", BRNG_R250, false, false, r250, all_bits},
-      {"WH 0", BRNG_WH, true, true, wh(0), wh_number(0)},
-      {"WH 272", BRNG_WH + 272, true, true, wh(272), wh_number(272)},
-      {"WH 1, low identifier", 5, true, true, wh(1), wh_number(1)},
-      {"MT19937", BRNG_MT19937, false, false,
-       twister({624, 397, 31, 11, 0x9908B0DF, 0x9D2C5680, 0xEFC60000}), all_bits},
-      {"MT2203 0", BRNG_MT2203, false, false, mt2203(0xAF81055F, 0xDD7EEF80, 0xEFD78000), all_bits},
-      {"MT2203 1", BRNG_MT2203 + 1, false, false, mt2203(0x832604E1, 0x66AD7F80, 0xEBD58000),
-       all_bits},
-      {"MT2203 1023", BRNG_MT2203 + 1023, false, false, mt2203(0xE1B6093F, 0x9D326E80, 0xEFD58000),
-       all_bits},
-      {"SFMT19937", BRNG_SFMT19937, false, false, sfmt19937, sfmt19937_number},
-  };
-  return all;
-}
+const Scaling all_bits = times(2.3283064365386963e-10);
+const Case cases[] = {
+    {BRNG_MCG31M1, true, true, mcg31m1, times(4.656612875245797e-10)},
+    {BRNG_MCG59, true, true, mcg59, mcg59_number},
+    {BRNG_MRG32K3A, false, true, mrg32k3a, times(2.328306549837829e-10)},
+    {BRNG_R250, false, false, r250, all_bits},
+    {BRNG_WH, true, true, wh(0), wh_number(0)},
+    {BRNG_WH + 272, true, true, wh(272), wh_number(272)},
+    {5, true, true, wh(1), wh_number(1)},
+    {BRNG_MT19937, false, false, twister<624, 397, 31, 0x9908B0DF, 11, 0x9D2C5680, 0xEFC60000>,
+     all_bits},
+    {BRNG_MT2203, false, false, mt2203<0xAF81055F, 0xDD7EEF80, 0xEFD78000>, all_bits},
+    {BRNG_MT2203 + 1, false, false, mt2203<0x832604E1, 0x66AD7F80, 0xEBD58000>, all_bits},
+    {BRNG_MT2203 + 1023, false, false, mt2203<0xE1B6093F, 0x9D326E80, 0xEFD58000>, all_bits},
+    {BRNG_SFMT19937, false, false, sfmt19937, sfmt19937_number},
+};
 
 }  // namespace orv_test

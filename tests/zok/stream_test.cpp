@@ -1,8 +1,6 @@
 // Creating, copying and deleting streams and their chunks.
 #include <algorithm>
-#include <string>
 #include <thread>
-#include <vector>
 
 #include "stream_support.hpp"
 
@@ -47,27 +45,26 @@ TEST(Chunks, TheNewestOfAnIdentifierIsFound) {
 }
 
 void expect_copies_to_go_on() {
-  const MemoryFile file;
-  for (const Generator& g : generators) {
+  const std::string name = memory_file();
+  for (const int32_t brng : generators) {
     for (const int32_t drawn : {1, 2, 138, 250, 625, 1001}) {
-      SCOPED_TRACE(testing::Message() << g.name << " after " << drawn);
-      Stream source(g.brng), copy, loaded;
-      draw_doubles(source, drawn);  // leaves a twister's spare words behind
-      for (int id = 1; id <= 3; ++id) add_chunk(source, id, id * 500);
+      SCOPED_TRACE(testing::Message() << brng << " after " << drawn);
+      Stream source(brng), copy, loaded;
+      draw<double>(source, drawn);  // leaves a twister's spare words behind
+      add_chunks(source, 3, 500);
       source->HeaderMark = 5;
       ASSERT_EQ(__zokCopyStream(&copy, source), RNG_OK);
-      ASSERT_EQ(save(source, file.name()), RNG_OK);
-      ASSERT_EQ(load(&loaded, file.name()), RNG_OK);
+      ASSERT_EQ(save(source, name), RNG_OK);
+      ASSERT_EQ(load(&loaded, name), RNG_OK);
       const std::string future = future_of(source);
       memset(__zokSearchChunk(source, 1), 0, 500);  // the others have their own
-      source.reset();
+      __zokDeleteStream(&source);
       EXPECT_EQ(copy->HeaderMark, 5);
       EXPECT_EQ(loaded->HeaderMark, 1) << "not in the file";
-      for (StreamState* const other : {copy.get(), loaded.get()}) {
-        EXPECT_EQ(other->Brng, g.brng);
-        EXPECT_EQ(__zokGetNumChunks(other), 3);
+      for (StreamState* const other : {+copy, +loaded}) {
+        EXPECT_EQ(other->Brng, brng);
         EXPECT_EQ(*reinterpret_cast<int*>(static_cast<intptr_t>(other->Chunks)), 1) << "the oldest";
-        for (int id = 1; id <= 3; ++id) expect_chunk(other, id, id * 500);
+        expect_chunks(other, 3, 500);
         EXPECT_TRUE(future_of(other) == future);
       }
     }
@@ -83,40 +80,38 @@ TEST(Streams, CopiesAndLoadedOnesGoOnExactlyInSeveralThreads) {
 
 TEST(Streams, StateCopiesTakeWhatSeedsMakeUpAndNoMore) {
   // A multiplier that leapfrog made, and a twister's parameters, are no part of the seeds.
-  for (const Generator& from : generators) {
-    for (const Generator& to : generators) {
-      SCOPED_TRACE(std::string(from.name) + " to " + to.name);
-      const Stream source(from.brng);
+  for (const int32_t from : generators) {
+    for (const int32_t to : generators) {
+      SCOPED_TRACE(testing::Message() << from << " to " << to);
+      const Stream source(from);
       alignas(32) char block[16384];
       memset(block, 0x55, sizeof block);
       auto* const destination = reinterpret_cast<StreamState*>(block);
-      *destination = {to.brng, 1, 0};
+      *destination = {to, 1, 0};
       EXPECT_EQ(__zokCopyStreamState(destination, source),
-                from.brng == to.brng ? RNG_OK : RNG_BRNGS_INCOMPATIBLE);
-      EXPECT_EQ(destination->Brng, to.brng);
-      const BrngProperties p = properties_of(from.brng);
-      const size_t copied = std::min({static_cast<size_t>(p.WordSize) * p.NumSeeds,
-                                      state_bytes(from.brng), state_bytes(to.brng)});
-      EXPECT_EQ(memcmp(destination + 1, source + 1, copied), 0);
-      const size_t end = sizeof(StreamState) + copied;
-      EXPECT_EQ(std::string(block + end, sizeof block - end),
-                std::string(sizeof block - end, 0x55));
+                from == to ? RNG_OK : RNG_BRNGS_INCOMPATIBLE);
+      EXPECT_EQ(destination->Brng, to);
+      const BrngProperties p = properties_of(from);
+      const size_t end = std::min({sizeof(StreamState) + p.WordSize * p.NumSeeds,
+                                   size_t(p.StateSize), size_t(properties_of(to).StateSize)});
+      EXPECT_EQ(memcmp(destination + 1, source + 1, end - sizeof(StreamState)), 0);
+      EXPECT_EQ(std::count(block + end, std::end(block), 0x55), std::end(block) - (block + end));
     }
   }
 }
 
 TEST(Streams, StateCopiesBringTheChunks) {
   for (const int32_t brng : {BRNG_MCG59, BRNG_MCG31M1}) {
-    Stream source(BRNG_MCG59), destination(brng, 9);
-    add_chunk(destination, 7, 20);
+    Stream source(BRNG_MCG59), destination(brng, {9});
+    add_chunks(destination, 1);
     EXPECT_EQ(__zokCopyStreamState(destination, destination), RNG_OK);
-    EXPECT_EQ(__zokGetNumChunks(destination), 1);
+    expect_chunks(destination, 1);
     const int32_t rows = brng == BRNG_MCG59 ? RNG_OK : RNG_BRNGS_INCOMPATIBLE;
     EXPECT_EQ(__zokCopyStreamState(destination, source), rows);
-    EXPECT_EQ(__zokGetNumChunks(destination), 0);
-    for (int id = 1; id <= 2; ++id) add_chunk(source, id, 40);
+    expect_chunks(destination, 0);
+    add_chunks(source, 2);
     EXPECT_EQ(__zokCopyStreamState(destination, source), RNG_OK) << "chunks hide the rows";
-    for (int id = 1; id <= 2; ++id) expect_chunk(destination, id, 40);
+    expect_chunks(destination, 2);
   }
 }
 
