@@ -96,6 +96,14 @@ auto bits(const std::vector<T>& x) {
   return words;
 }
 
+/// Data that have observation i of variable j at i p + j, in a layout.
+template <class T>
+std::vector<T> laid_out(int64_t layout, size_t p, const std::vector<T>& x) {
+  std::vector<T> rows;
+  for (size_t k = 0, n = x.size() / p; k < x.size(); ++k) rows.push_back(x[k % n * p + k / n]);
+  return layout == SS_ROWS ? rows : x;
+}
+
 /// Takes the number of a case apart into choices.
 struct Choices {
   int rest;
