@@ -162,10 +162,6 @@ TEST(Allocation, TaskIsNullWhenThereIsNoMemory) {
   EXPECT_EQ(task, nullptr);
 }
 
-template <class T>
-class Entry : public testing::Test {};
-TYPED_TEST_SUITE(Entry, Precisions);
-
 /// A task that has what a case looks for, and nothing else; places for results have 16 elements.
 template <class T>
 struct CaseTask {
@@ -191,7 +187,7 @@ struct CaseTask {
   uint64_t how;  // the method
 };
 
-TYPED_TEST(Entry, ChecksInItsOrderAndLeavesNothing) {
+TYPED_TEST(EachPrecision, EntriesCheckInTheirOrderAndLeaveNothing) {
   static const int64_t selected[] = {1, 0};
   for (const Case& c : all_cases<TypeParam>()) {
     for (const int64_t* mask : {static_cast<const int64_t*>(nullptr), selected}) {
@@ -222,7 +218,7 @@ TYPED_TEST(Entry, ChecksInItsOrderAndLeavesNothing) {
   }
 }
 
-TYPED_TEST(Entry, ThreadsAndBlocks) {
+TYPED_TEST(EachPrecision, AllocationsOfThreadsAndBlocks) {
   using T = TypeParam;
   constexpr int p = 3, n = 2500;
   SSThreadServices in_turn = *orv_threads_serial();  // two threads, one after the other on this one
@@ -251,7 +247,7 @@ TYPED_TEST(Entry, ThreadsAndBlocks) {
 }
 
 // Without memory these report nothing, and compute nothing.
-TYPED_TEST(Entry, QuantilesWithoutMemory) {
+TYPED_TEST(EachPrecision, QuantilesWithoutMemory) {
   using T = TypeParam;
   const T x[] = {3, 5, 1, 6, 2, 4}, median = T(0.5);
   for (const auto& expected : {std::vector<T>{2, 5, 1, 4, 2, 5, 3, 6}, std::vector<T>(8, -1)}) {

@@ -8,11 +8,7 @@ using namespace orv_test;
 
 namespace {
 
-template <class T>
-class MinMax : public testing::Test {};
-TYPED_TEST_SUITE(MinMax, Precisions);
-
-TYPED_TEST(MinMax, AgreesWithALoop) {
+TYPED_TEST(EachPrecision, ExtremesAgreeWithALoop) {
   using T = TypeParam;
   constexpr T nan = std::numeric_limits<T>::quiet_NaN();
   constexpr T infinity = std::numeric_limits<T>::infinity();

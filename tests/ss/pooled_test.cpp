@@ -1,5 +1,6 @@
 // Means and covariances of groups, bit for bit against a plain loop in the order that the updates
 // have.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <random>
@@ -10,32 +11,23 @@ using namespace orv_test;
 
 namespace {
 
-struct Case {
-  int64_t p, n, groups, layout = SS_COLUMNS, storage = SS_MATRIX_FULL;
-  bool weighted = false, masked = false, wide = false;
-};
-
-/// Every other group is wanted; the first observations of each group have no weight.
+/// Observations in groups, every other of which is wanted.
 template <class T>
-struct Data : Case {
-  explicit Data(const Case& c) : Case(c), x(p * n) {
-    std::mt19937 random(static_cast<uint32_t>(p));
-    const auto uniform = [&] { return static_cast<T>(random()) * T(0x1p-32); };
-    for (int64_t i = 0; i < n; ++i) {
+struct Grouped : Data<T> {
+  Grouped(int variables, int observations, int count, WeightKind weights = unweighted)
+      : Data<T>(variables, observations, weights), groups(count), mask(variables, 1) {
+    std::mt19937 random(variables);
+    for (int i = 0; i < observations; ++i) {
       group.push_back(i < groups ? groups - 1 - i : static_cast<int64_t>(random() % groups));
-      const T common = uniform();
-      for (int64_t j = 0; j < p; ++j) x[i * p + j] = 3 + j + common + uniform() * (j + 1);
-      const bool zero = i < 2 * groups || i % 13 == 5;
-      weights.push_back(!weighted ? 1 : zero ? 0 : T(0.25) + uniform());
     }
-    for (int64_t j = 0; j < p; ++j) mask.push_back(!masked || j % 3 != 1);
-    for (int64_t g = 0; g < groups; ++g) wanted.push_back(g % 2 == 0);
+    for (int g = 0; g < groups; ++g) wanted.push_back(g % 2 == 0);
   }
-  T at(int64_t i, int64_t j) const { return x[i * p + j]; }
-  int64_t size() const { return storage == 0 ? p * p : p * (p + 1) / 2; }
+  int64_t size() const { return storage == 0 ? this->p * this->p : this->p * (this->p + 1) / 2; }
 
-  std::vector<T> x, weights;
+  int groups;
   std::vector<int64_t> group, mask, wanted;
+  int64_t layout = SS_COLUMNS, storage = SS_MATRIX_FULL;
+  bool wide = false;
 };
 
 /// Means times a, the scatter, W and W - W2 / W.
@@ -47,18 +39,18 @@ struct Sums {
 };
 
 template <class T>
-Sums<T> updates(const Data<T>& d, int64_t group) {
+Sums<T> updates(const Grouped<T>& d, int64_t group) {
   Sums<T> s(d.p);
   T squares = 0;
   for (int64_t i = 0; i < d.n; ++i) {
-    const T w = d.weights[i];
+    const T w = d.w[i];
     if (d.group[i] != group || (s.a == 0 && !(w > 0))) continue;
     const T r = 1 / (w + s.a);
-    const auto deviation = [&](int64_t j) { return d.at(i, j) - s.mean[j]; };
+    const auto deviation = [&](int64_t j) { return d(i, j) - s.mean[j]; };
     for (int64_t jk = 0; jk < d.p * d.p; ++jk) {
       s.scatter[jk] += deviation(jk / d.p) * s.a * w * r * deviation(jk % d.p);
     }
-    for (int64_t j = 0; j < d.p; ++j) s.mean[j] = r * (s.a * s.mean[j] + w * d.at(i, j));
+    for (int64_t j = 0; j < d.p; ++j) s.mean[j] = r * (s.a * s.mean[j] + w * d(i, j));
     s.a += w, squares += w * w;
   }
   for (T& m : s.mean) m *= s.a;
@@ -71,14 +63,14 @@ template <class T>
 using Results = std::array<std::vector<T>, 4>;
 
 template <class T>
-Results<T> marked(const Data<T>& d) {
+Results<T> marked(const Grouped<T>& d) {
   const auto full = [](int64_t size) { return std::vector<T>(size, -77); };
   const int64_t wanted = (d.groups + 1) / 2;
   return {full(d.p), full(d.size()), full(d.p * wanted), full(d.size() * wanted)};
 }
 
 template <class T, class OfScatter>
-void put(const Data<T>& d, const Sums<T>& s, T* mean, T* cov, OfScatter of_scatter) {
+void put(const Grouped<T>& d, const Sums<T>& s, T* mean, T* cov, OfScatter of_scatter) {
   for (int64_t j = 0; j < d.p; ++j) {
     if (d.mask[j] != 0) mean[j] = s.mean[j] / s.a;
   }
@@ -89,7 +81,7 @@ void put(const Data<T>& d, const Sums<T>& s, T* mean, T* cov, OfScatter of_scatt
 }
 
 template <class T>
-Results<T> expected(const Data<T>& d) {
+Results<T> expected(const Grouped<T>& d) {
   Results<T> all = marked(d);
   Sums<T> total(d.p);
   for (int64_t g = 0; g < d.groups; ++g) {
@@ -107,7 +99,7 @@ Results<T> expected(const Data<T>& d) {
 }
 
 template <class T>
-Results<T> found(const Data<T>& d, const SSThreadServices* services = orv_threads_serial()) {
+Results<T> found(const Grouped<T>& d, const SSThreadServices* services = orv_threads_serial()) {
   Results<T> results = marked(d);
   const std::vector<T> x = laid_out(d.layout, d.p, d.x);
   Task<T> task(d.p, d.n, d.layout, x.data(), d.wide);
@@ -119,37 +111,34 @@ Results<T> found(const Data<T>& d, const SSThreadServices* services = orv_thread
       .set(SS_PARAM_POOLED_COV, results[1])
       .set(SS_PARAM_GROUP_MEANS, results[2])
       .set(SS_PARAM_GROUP_COV, results[3]);
-  if (d.weighted) task.set(SS_PARAM_WEIGHTS, d.weights);
-  if (d.masked) task.set_integers(SS_PARAM_VARIABLE_MASK, d.mask);
+  if (d.kind != unweighted) task.set(SS_PARAM_WEIGHTS, d.w);
+  if (std::ranges::count(d.mask, 0) > 0) task.set_integers(SS_PARAM_VARIABLE_MASK, d.mask);
   EXPECT_EQ(Entries<T>::pooled_covariance(task, SS_EST_POOLED | SS_EST_GROUP, SS_METHOD_ONE_PASS,
                                           services),
             SS_OK);
   return results;
 }
 
-template <class T>
-class Pooled : public testing::Test {};
-TYPED_TEST_SUITE(Pooled, Precisions);
-
-TYPED_TEST(Pooled, GivesMeansAndCovariances) {
-  using T = TypeParam;
-  const Case shapes[] = {{1, 40, 3}, {2, 60, 1},  {3, 35, 4},   {4, 90, 2},  {5, 200, 6},
-                         {8, 64, 2}, {9, 100, 3}, {10, 130, 5}, {16, 90, 2}, {20, 333, 7}};
-  for (Case c : shapes) {
-    for (int way = 0; way < 48; ++way) {
-      SCOPED_TRACE(testing::Message() << "p " << c.p << " way " << way);
+TYPED_TEST(EachPrecision, PooledMeansAndCovariances) {
+  const std::array<int, 3> shapes[] = {{1, 40, 3},  {2, 60, 1},  {3, 35, 4},  {4, 90, 2},
+                                       {5, 200, 6}, {8, 64, 2},  {9, 100, 3}, {10, 130, 5},
+                                       {16, 90, 2}, {20, 333, 7}};
+  for (const auto& [p, n, groups] : shapes) {
+    for (int way = 0; way < 72; ++way) {
+      SCOPED_TRACE(testing::Message() << "p " << p << " way " << way);
       Choices choose{way};
-      c.layout = choose(2) ? SS_ROWS : SS_COLUMNS;
-      c.weighted = choose(2), c.masked = choose(2), c.wide = choose(2);
-      c.storage = choose(3);
-      const Data<T> d(c);
+      Grouped<TypeParam> d(p, n, groups, static_cast<WeightKind>(choose(3)));
+      d.layout = choose(2) ? SS_ROWS : SS_COLUMNS;
+      for (int j = 1, masked = choose(2); masked && j < p; j += 3) d.mask[j] = 0;
+      d.wide = choose(2);
+      d.storage = choose(3);
       EXPECT_EQ(found(d), expected(d));
     }
   }
 }
 
-TYPED_TEST(Pooled, GivesTheSameBitsForAnyNumberOfThreads) {
-  const Data<TypeParam> d({12, 5000, 23});
+TYPED_TEST(EachPrecision, PooledBitsOfAnyNumberOfThreads) {
+  const Grouped<TypeParam> d(12, 5000, 23);
   const auto serial = found(d);
   for (int threads = 1; threads <= 8; ++threads) {
     orv_threads_set_count(threads);
@@ -161,7 +150,7 @@ TYPED_TEST(Pooled, GivesTheSameBitsForAnyNumberOfThreads) {
 }
 
 TEST(PooledCases, OneObservationHasNoCovarianceAndNoneNoMean) {
-  Data<double> d({1, 3, 3});
+  Grouped<double> d(1, 3, 3);
   d.x = {3, 5, 4};
   d.group = {0, 2, 0};
   const auto empty = found(d);
@@ -172,8 +161,8 @@ TEST(PooledCases, OneObservationHasNoCovarianceAndNoneNoMean) {
   const auto dense = found(d);
   EXPECT_EQ(dense[0][0], 4);
   EXPECT_EQ(dense[1][0], 2) << "scatter over n - groups";
-  d.weighted = true;
-  d.weights = {1, 3, 2};
+  d.kind = positive;
+  d.w = {1, 3, 2};
   const auto weighted = found(d);
   EXPECT_EQ(weighted[0][0], 26. / 6);
   EXPECT_EQ(weighted[1][0], 3 / 1.5) << "scatter over the sum of W - W2 / W";

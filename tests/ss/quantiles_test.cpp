@@ -59,12 +59,8 @@ std::vector<std::vector<T>> order_lists(int n) {
           {all.rbegin(), all.rend()}};
 }
 
-template <class T>
-class QuantilesTest : public testing::Test {};
-TYPED_TEST_SUITE(QuantilesTest, Precisions);
-
 /// Results are packed, and beyond them nothing is written.
-TYPED_TEST(QuantilesTest, FollowTheDefinition) {
+TYPED_TEST(EachPrecision, QuantilesFollowTheDefinition) {
   using T = TypeParam;
   constexpr int p = 5;
   Asked::usable = 3;
@@ -118,7 +114,7 @@ TYPED_TEST(QuantilesTest, FollowTheDefinition) {
   orv_threads_set_count(0);
 }
 
-TYPED_TEST(QuantilesTest, ThreadsShareTenMebibytes) {
+TYPED_TEST(EachPrecision, QuantileThreadsShareTenMebibytes) {
   using T = TypeParam;
   constexpr int64_t fitting = 0xa00000 / sizeof(T);
   const struct {
@@ -142,7 +138,7 @@ TYPED_TEST(QuantilesTest, ThreadsShareTenMebibytes) {
   }
 }
 
-TYPED_TEST(QuantilesTest, WeightedQuantileTakesEachBranch) {
+TYPED_TEST(EachPrecision, WeightedQuantileTakesEachBranch) {
   using T = TypeParam;
   const T tiny = std::numeric_limits<T>::epsilon() / 2;
   const T infinity = std::numeric_limits<T>::infinity();
@@ -186,7 +182,7 @@ TYPED_TEST(QuantilesTest, WeightedQuantileTakesEachBranch) {
 }
 
 /// Weights must stay with their observations through the sort, from whatever order.
-TYPED_TEST(QuantilesTest, WeightsMoveWithTheirKeys) {
+TYPED_TEST(EachPrecision, WeightsMoveWithTheirKeys) {
   using T = TypeParam;
   const T q = T(0.375);
   for (const int n : {8, 9, 64, 65, 300, 1001}) {

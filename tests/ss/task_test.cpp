@@ -44,11 +44,7 @@ void expect_same(const SSTask& task, const SSTask& expected) {
   EXPECT_EQ(std::memcmp(&task, &expected, sizeof task), 0);
 }
 
-template <class T>
-class TaskTest : public testing::Test {};
-TYPED_TEST_SUITE(TaskTest, Precisions);
-
-TYPED_TEST(TaskTest, ConstructorsCheckInOrder) {
+TYPED_TEST(EachPrecision, TaskConstructorsCheckInOrder) {
   static const int64_t one = 1, zero = 0, minus = -1, high = int64_t{1} << 32, rows = SS_ROWS,
                        both = SS_ROWS | SS_COLUMNS;
   const TypeParam x = 0;
