@@ -68,33 +68,24 @@ TEST_F(Threads, RunEveryItemOnceWithThreadNumbersOfTheirOwn) {
       for (const int32_t items : {0, 1, 2, 7, 300}) {
         for (const int32_t asked : {0, 1, 3, 100}) {
           std::vector<std::atomic<int>> times(items), busy(128);
-          std::atomic<int> wrong = 0;
           run(slot, items, asked, [&](int32_t item, int32_t thread, int32_t threads) {
             ++times.at(item);
-            const bool allowed = threads <= count && (asked == 0 || threads <= asked);
-            if (!allowed || thread < 0 || thread >= threads || busy.at(thread)++ != 0) ++wrong;
+            EXPECT_TRUE(threads <= count && (asked == 0 || threads <= asked));
+            EXPECT_TRUE(thread >= 0 && thread < threads && busy.at(thread)++ == 0);
             if (items < 10) sleep_oddly(item);
-            --busy[thread];
+            --busy.at(thread);
           });
-          EXPECT_EQ(wrong, 0) << "items " << items << " asked " << asked;
-          for (const auto& n : times) ASSERT_EQ(n, 1) << "items " << items;
+          for (const auto& n : times) ASSERT_EQ(n, 1) << "items " << items << " asked " << asked;
         }
       }
     }
-  });
-}
-
-TEST_F(Threads, RunEveryThreadIndexOnce) {
-  for_each_table([](const SSThreadServices* s, int32_t) {
     for (const int32_t asked : {0, 1, 2, 5, 8, 100}) {
       const int32_t expected = asked == 0 ? s->max_threads() : asked;
       std::vector<std::atomic<int>> times(expected);
-      std::atomic<int> wrong = 0;
       run(s->run_threads, asked, [&](int32_t index, int32_t zero, int32_t threads) {
         ++times.at(index);
-        if (zero != 0 || threads != expected) ++wrong;
+        EXPECT_TRUE(zero == 0 && threads == expected);
       });
-      EXPECT_EQ(wrong, 0) << "asked " << asked;
       for (const auto& n : times) ASSERT_EQ(n, 1) << "asked " << asked;
     }
   });
@@ -113,34 +104,27 @@ int distinct_threads() {
   return static_cast<int>(std::set(ids.begin(), ids.end()).size());
 }
 
-TEST_F(Threads, GiveEachItemAndIndexAThreadOfItsOwn) {
-  orv_threads_set_count(3);
-  EXPECT_EQ(distinct_threads(), 3);
-}
-
 TEST_F(Threads, StartAscendingAndKeepTheOrder) {
   for_each_table([](const SSThreadServices* s, int32_t count) {
-    for (const bool some_leave_it_out : {false, true}) {
-      const auto leaves_it_out = [&](int32_t i) { return some_leave_it_out && i % 3 == 0; };
+    for (const int32_t left_out : {0, 1}) {  // of three items
       std::vector<int32_t> expected, order;  // unguarded: run_in_order is the guard
-      std::atomic<int32_t> begun = 0, wrong = 0;
+      std::atomic<int32_t> begun = 0;
       for (int32_t i = 0; i < 60; ++i) {
-        if (!leaves_it_out(i)) expected.push_back(i);
+        if (i % 3 >= left_out) expected.push_back(i);
       }
       run(s->run_ascending, 60, 0, [&](int32_t item, int32_t thread, int32_t threads) {
         // An item begins when all below have been taken; as many as there are threads may overlap.
-        if (std::abs(begun++ - item) >= count) ++wrong;
+        EXPECT_LT(std::abs(begun++ - item), count);
         sleep_oddly(item);
-        if (leaves_it_out(item)) return;
+        if (item % 3 < left_out) return;
         in_order(s, item, thread, threads, [&](int32_t i, int32_t t, int32_t n) {
-          if (i != item || t != thread || n != threads) ++wrong;
+          EXPECT_TRUE(i == item && t == thread && n == threads);
           sleep_oddly(60 - i);
           order.push_back(i);
         });
         if (item % 2 == 0) sleep_oddly(item);
       });
-      EXPECT_EQ(wrong, 0) << some_leave_it_out;
-      EXPECT_EQ(order, expected) << some_leave_it_out;
+      EXPECT_EQ(order, expected);
     }
   });
 }
@@ -148,67 +132,60 @@ TEST_F(Threads, StartAscendingAndKeepTheOrder) {
 TEST_F(Threads, JobsFromInsideAnItemStayOnItsThread) {
   orv_threads_set_count(4);
   const auto* s = orv_threads_pool();
-  std::atomic<int> runs = 0, wrong = 0;
+  std::atomic<int> runs = 0;
   std::vector<int32_t> order;
-  const auto nest = [&](int32_t outer, int32_t outer_thread, int32_t outer_threads) {
-    const auto here = std::this_thread::get_id();
-    const auto expect_here = [&](int32_t, int32_t thread, int32_t) {
+  run(s->run_ascending, 8, 0, [&](int32_t outer, int32_t outer_thread, int32_t outer_threads) {
+    const auto expect_here = [&, here = std::this_thread::get_id()](auto, int32_t thread, auto) {
       ++runs;
-      if (std::this_thread::get_id() != here || thread != 0 || s->max_threads() != 1) ++wrong;
+      EXPECT_TRUE(std::this_thread::get_id() == here && thread == 0 && s->max_threads() == 1);
     };
     run(s->run_items, 5, 3, expect_here);
     run(s->run_threads, 3, expect_here);
     std::vector<int32_t> inner_order;
     run(s->run_ascending, 4, 0, [&](int32_t item, int32_t thread, int32_t threads) {
       expect_here(item, thread, threads);
-      in_order(s, item, thread, threads,
-               [&](int32_t i, int32_t, int32_t) { inner_order.push_back(i); });
+      in_order(s, item, thread, threads, [&](int32_t i, auto, auto) { inner_order.push_back(i); });
     });
-    if (inner_order != std::vector<int32_t>{0, 1, 2, 3}) ++wrong;
+    EXPECT_EQ(inner_order, (std::vector{0, 1, 2, 3}));
     in_order(s, outer, outer_thread, outer_threads,
-             [&](int32_t i, int32_t, int32_t) { order.push_back(i); });
-  };
-  run(s->run_ascending, 8, 0, nest);
+             [&](int32_t i, auto, auto) { order.push_back(i); });
+  });
   EXPECT_EQ(runs, 8 * (5 + 3 + 4));
-  EXPECT_EQ(wrong, 0);
-  EXPECT_EQ(order, (std::vector<int32_t>{0, 1, 2, 3, 4, 5, 6, 7}));
+  EXPECT_EQ(order, (std::vector{0, 1, 2, 3, 4, 5, 6, 7}));
 }
 
 TEST_F(Threads, ServeSeveralCallers) {
   orv_threads_set_count(3);
   const auto* s = orv_threads_pool();
+  const auto add_up = [s](int64_t& sum) {
+    for (int round = 0; round < 50; ++round) {
+      run(s->run_ascending, 20, 0, [&](int32_t item, int32_t thread, int32_t threads) {
+        in_order(s, item, thread, threads, [&](int32_t i, auto, auto) { sum += i; });
+      });
+    }
+  };
   std::vector<int64_t> sums(6);
   std::vector<std::thread> callers;
-  for (int64_t& sum : sums) {
-    callers.emplace_back([&sum, s] {
-      for (int round = 0; round < 50; ++round) {
-        run(s->run_ascending, 20, 0, [&](int32_t item, int32_t thread, int32_t threads) {
-          in_order(s, item, thread, threads, [&](int32_t i, int32_t, int32_t) { sum += i; });
-        });
-      }
-    });
-  }
+  for (int64_t& sum : sums) callers.emplace_back(add_up, std::ref(sum));
   for (auto& caller : callers) caller.join();
-  for (const int64_t sum : sums) EXPECT_EQ(sum, 50 * 190);
+  EXPECT_EQ(sums, std::vector<int64_t>(6, 50 * 190));
 }
 
 TEST_F(Threads, CountComesFromTheEnvironment) {
   cpu_set_t set;
   ASSERT_EQ(sched_getaffinity(0, sizeof set, &set), 0);
-  const int32_t processors = CPU_COUNT(&set);
-  std::vector<std::pair<std::string, int32_t>> cases = {
-      {"1", 1}, {"3", 3}, {"17", 17}, {"1000", 256}, {"99999999999", 256}};
-  for (const char* bad : {"0", "-2", "", "two", "3x", " 3", "+3"}) {
-    cases.emplace_back(bad, processors);
-  }
+  const int32_t all = CPU_COUNT(&set);
+  const std::pair<const char*, int32_t> cases[] = {
+      {"1", 1},  {"3", 3},    {"17", 17},   {"1000", 256}, {"99999999999", 256}, {"0", all},
+      {"", all}, {"-2", all}, {"two", all}, {"3x", all},   {" 3", all},          {"+3", all}};
   for (const auto& [text, count] : cases) {
-    setenv("ORV_NUM_THREADS", text.c_str(), 1);
+    setenv("ORV_NUM_THREADS", text, 1);
     orv_threads_set_count(0);
     EXPECT_EQ(orv_threads_pool()->max_threads(), count) << "'" << text << "'";
   }
   unsetenv("ORV_NUM_THREADS");
   orv_threads_set_count(-1);
-  EXPECT_EQ(orv_threads_pool()->max_threads(), processors);
+  EXPECT_EQ(orv_threads_pool()->max_threads(), all);
   orv_threads_set_count(5);
   EXPECT_EQ(orv_threads_pool()->max_threads(), 5);
   EXPECT_EQ(orv_threads_serial()->max_threads(), 1);

@@ -12,8 +12,6 @@ using namespace orv_test;
 
 namespace {
 
-constexpr int64_t both = SS_EST_QUANTILES | SS_EST_ORDER_STATS;
-
 /// Services that tell what they were asked, and run items out of order on threads in turn.
 struct Asked {
   static inline int32_t items, threads, usable;
@@ -37,105 +35,86 @@ T quantile(const std::vector<T>& sorted, T q) {
 }
 
 template <class T>
-class QuantilesTest : public testing::Test {
- public:
-  static constexpr T untouched = -12345;
+std::vector<T> random_data(int size) {
+  std::mt19937 random(3);
+  std::normal_distribution<T> normal;
+  std::vector<T> x(size);
+  // A third of the values are small integers, and so meet their equals. A few are infinite.
+  for (auto& v : x) v = random() % 3 == 0 ? static_cast<T>(random() % 10) : normal(random);
+  for (int i = 5; i < size; i += 6) x[i] = std::numeric_limits<T>::infinity();
+  return x;
+}
 
-  static std::vector<T> random_data(int size) {
-    std::mt19937 random(3);
-    std::normal_distribution<T> normal;
-    std::vector<T> x(size);
-    // A third of the values are small integers, and so meet their equals. A few are infinite.
-    for (auto& v : x) v = random() % 3 == 0 ? static_cast<T>(random() % 10) : normal(random);
-    for (int i = 5; i < size; i += 6) x[i] = std::numeric_limits<T>::infinity();
-    return x;
-  }
+/// Orders for n observations, the last lists having every rank and the places between.
+template <class T>
+std::vector<std::vector<T>> order_lists(int n) {
+  std::vector<T> all;
+  for (int k = 0; k <= 2 * n; ++k) all.push_back(static_cast<T>(k) / static_cast<T>(2 * n));
+  return {{T(0.1), T(0.2), T(0.3), T(0.4), T(0.5), T(0.6), T(0.7), T(0.8), T(0.9)},
+          {0, 0, T(1e-9), T(0.25), T(0.25), T(0.251), T(0.999), 1, 1},
+          {T(0.9), 0, T(0.5), 1, T(0.5), T(0.01)},
+          {T(0.75)},
+          {},
+          all,
+          {all.rbegin(), all.rend()}};
+}
 
-  static const std::vector<std::vector<T>>& order_lists() {
-    static const std::vector<std::vector<T>> lists = {
-        {T(0.1), T(0.2), T(0.3), T(0.4), T(0.5), T(0.6), T(0.7), T(0.8), T(0.9)},
-        {0, 0, T(1e-9), T(0.25), T(0.25), T(0.251), T(0.999), 1, 1},
-        {T(0.9), 0, T(0.5), 1, T(0.5), T(0.01)},
-        {T(0.75)},
-        {}};
-    return lists;
-  }
-
-  /// One computation, compared with the definition; results are to be packed.
-  static void check(int p, int n, bool rows, const std::vector<int64_t>& mask, bool wide,
-                    uint64_t estimates, bool sorted_rows, const std::vector<T>& orders,
-                    const SSThreadServices& services) {
-    const auto x = random_data(p * n);
-    std::vector<T> quantiles(p * orders.size() + 1, untouched), sorted(p * n, untouched);
-    auto expected_quantiles = quantiles, expected_sorted = sorted;
-    int item = 0;
-    for (int j = 0; j < p; ++j) {
-      if (!mask.empty() && mask[j] == 0) continue;
-      std::vector<T> column;
-      for (int i = 0; i < n; ++i) column.push_back(rows ? x[j * n + i] : x[i * p + j]);
-      std::sort(column.begin(), column.end());
-      if ((estimates & SS_EST_QUANTILES) != 0) {
-        for (size_t i = 0; i < orders.size(); ++i) {
-          expected_quantiles[item * orders.size() + i] = quantile(column, orders[i]);
-        }
-      }
-      for (int i = 0; (estimates & SS_EST_ORDER_STATS) != 0 && i < n; ++i) {
-        expected_sorted[sorted_rows ? item * n + i : i * p + item] = column[i];
-      }
-      ++item;
-    }
-
-    Task<T> task(p, n, rows ? SS_ROWS : SS_COLUMNS, x.data(), wide);
-    task.set(SS_PARAM_QUANT_ORDER_COUNT, {static_cast<int64_t>(orders.size())})
-        .set(SS_PARAM_QUANT_ORDERS, orders.empty() ? x.data() : orders.data())
-        .set(SS_PARAM_QUANTILES, quantiles)
-        .set(SS_PARAM_ORDER_STATS, sorted)
-        .set(SS_PARAM_ORDER_STATS_STORAGE, {sorted_rows ? SS_ROWS : SS_COLUMNS});
-    if (!mask.empty()) task.set_integers(SS_PARAM_VARIABLE_MASK, mask);
-    EXPECT_EQ(Entries<T>::quantiles(task, estimates, SS_METHOD_FAST, &services), SS_OK);
-    EXPECT_EQ(quantiles, expected_quantiles);
-    EXPECT_EQ(sorted, expected_sorted);
-    EXPECT_EQ(x, random_data(p * n)) << "the data have changed";
-  }
-};
-TYPED_TEST_SUITE(QuantilesTest, Precisions);
-
-TYPED_TEST(QuantilesTest, FollowTheDefinition) {
+/// Results are packed, and beyond them nothing is written.
+TYPED_TEST(EachPrecision, QuantilesFollowTheDefinition) {
+  using T = TypeParam;
+  constexpr int p = 5;
   Asked::usable = 3;
   orv_threads_set_count(3);
   const SSThreadServices* const services[] = {orv_threads_serial(), orv_threads_pool(),
                                               &Asked::services};
-  const uint64_t estimates[] = {SS_EST_QUANTILES, SS_EST_ORDER_STATS, both};
-  for (int c = 0; c < 3 * 2 * 2 * 2 * 2 * 3 * 5; ++c) {
+  const uint64_t estimates[] = {SS_EST_QUANTILES, SS_EST_ORDER_STATS,
+                                SS_EST_QUANTILES | SS_EST_ORDER_STATS};
+  const std::vector<int64_t> mask{0, 1, 0, 0, -1};
+  for (int c = 0; c < 3 * 2 * 2 * 2 * 2 * 3 * 7 * 8; ++c) {
+    SCOPED_TRACE(c);
     Choices choose{c};
-    const auto& s = *services[choose(3)];
+    const auto* threads = services[choose(3)];
     const bool rows = choose(2), masked = choose(2), wide = choose(2), sorted_rows = choose(2);
     const uint64_t asked = estimates[choose(3)];
-    const auto& orders = this->order_lists()[choose(5)];
-    SCOPED_TRACE(c);
-    const std::vector<int64_t> mask{0, 1, 0, 0, -1};
-    for (const int n : {1, 2, 10, 701}) {
-      this->check(5, n, rows, masked ? mask : std::vector<int64_t>(), wide, asked, sorted_rows,
-                  orders, s);
+    const auto list = choose(7);
+    const int n = std::array{1, 2, 8, 10, 29, 71, 150, 701}[choose(8)];
+    const auto orders = order_lists<T>(n)[list];
+    const auto count = static_cast<int>(orders.size());
+    const auto x = random_data<T>(p * n), data = laid_out(rows ? SS_ROWS : SS_COLUMNS, p, x);
+    std::vector<T> quantiles(p * count + 1, -12345), sorted(p * n, -12345);
+    auto expected_quantiles = quantiles, expected_sorted = sorted;
+    int item = 0;
+    for (int j = 0; j < p; ++j) {
+      if (masked && mask[j] == 0) continue;
+      std::vector<T> column;
+      for (int i = 0; i < n; ++i) column.push_back(x[i * p + j]);
+      std::ranges::sort(column);
+      for (int i = 0; (asked & SS_EST_QUANTILES) != 0 && i < count; ++i) {
+        expected_quantiles[item * count + i] = quantile(column, orders[i]);
+      }
+      for (int i = 0; (asked & SS_EST_ORDER_STATS) != 0 && i < n; ++i) {
+        expected_sorted[sorted_rows ? item * n + i : i * p + item] = column[i];
+      }
+      ++item;
     }
+    const auto data_before = data;
+    Task<T> task(p, n, rows ? SS_ROWS : SS_COLUMNS, data.data(), wide);
+    task.set(SS_PARAM_QUANT_ORDER_COUNT, {count})
+        .set(SS_PARAM_QUANT_ORDERS, orders.empty() ? data.data() : orders.data())
+        .set(SS_PARAM_QUANTILES, quantiles)
+        .set(SS_PARAM_ORDER_STATS, sorted)
+        .set(SS_PARAM_ORDER_STATS_STORAGE, {sorted_rows ? SS_ROWS : SS_COLUMNS});
+    if (masked) task.set_integers(SS_PARAM_VARIABLE_MASK, mask);
+    EXPECT_EQ(Entries<T>::quantiles(task, asked, SS_METHOD_FAST, threads), SS_OK);
+    EXPECT_EQ(quantiles, expected_quantiles);
+    EXPECT_EQ(sorted, expected_sorted);
+    EXPECT_EQ(data, data_before) << "the data have changed";
     if (this->HasFailure()) return;
   }
   orv_threads_set_count(0);
 }
 
-TYPED_TEST(QuantilesTest, EveryRankOfEveryLength) {
-  using T = TypeParam;
-  for (int n = 1; n <= 150; n += 7) {
-    std::vector<T> orders;
-    for (int k = 0; k <= 2 * n; ++k) orders.push_back(static_cast<T>(k) / static_cast<T>(2 * n));
-    for (const bool ascending : {true, false}) {
-      this->check(1, n, true, {}, false, SS_EST_QUANTILES, true, orders, *orv_threads_serial());
-      if (ascending) std::reverse(orders.begin(), orders.end());
-    }
-  }
-}
-
-TYPED_TEST(QuantilesTest, ThreadsShareTenMebibytes) {
+TYPED_TEST(EachPrecision, QuantileThreadsShareTenMebibytes) {
   using T = TypeParam;
   constexpr int64_t fitting = 0xa00000 / sizeof(T);
   const struct {
@@ -159,7 +138,7 @@ TYPED_TEST(QuantilesTest, ThreadsShareTenMebibytes) {
   }
 }
 
-TYPED_TEST(QuantilesTest, WeightedQuantileTakesEachBranch) {
+TYPED_TEST(EachPrecision, WeightedQuantileTakesEachBranch) {
   using T = TypeParam;
   const T tiny = std::numeric_limits<T>::epsilon() / 2;
   const T infinity = std::numeric_limits<T>::infinity();
@@ -187,29 +166,23 @@ TYPED_TEST(QuantilesTest, WeightedQuantileTakesEachBranch) {
                {"infinite on both sides", T(0.375), {infinity, 1, infinity}, {3, 1, 4}, infinity},
                {"sum rounded below the target", 1, {2, 3, 1, 4}, {tiny, tiny, 1, 0}, 3}};
   for (const auto& c : cases) {
-    const auto n = static_cast<int>(c.x.size());
-    for (const bool rows : {true, false}) {
-      // Two variables, the second one twice the first.
-      std::vector<T> x(2 * n);
-      for (int i = 0; i < n; ++i) {
-        x[rows ? i : 2 * i] = c.x[i];
-        x[rows ? n + i : 2 * i + 1] = 2 * c.x[i];
-      }
-      T result[] = {-1, -1, -1};
-      Task<T> task(2, n, rows ? SS_ROWS : SS_COLUMNS, x.data());
+    std::vector<T> x;  // of two variables, the second one twice the first
+    for (const T v : c.x) x.insert(x.end(), {v, 2 * v});
+    for (const int64_t layout : {SS_ROWS, SS_COLUMNS}) {
+      const std::vector<T> data = laid_out(layout, 2, x);
+      std::vector<T> result(3, -1);
+      Task<T> task(2, std::ssize(c.x), layout, data.data());
       task.set(SS_PARAM_WEIGHTS, c.weights)
           .set(SS_PARAM_QUANT_ORDERS, &c.q)
           .set(SS_PARAM_QUANTILES, result);
       EXPECT_EQ(Entries<T>::weighted_median(task, 0, 0, nullptr), SS_OK);
-      EXPECT_EQ(result[0], c.expected) << c.what;
-      EXPECT_EQ(result[1], 2 * c.expected) << c.what;
-      EXPECT_EQ(result[2], -1);
+      EXPECT_EQ(result, (std::vector<T>{c.expected, 2 * c.expected, -1})) << c.what;
     }
   }
 }
 
 /// Weights must stay with their observations through the sort, from whatever order.
-TYPED_TEST(QuantilesTest, WeightsMoveWithTheirKeys) {
+TYPED_TEST(EachPrecision, WeightsMoveWithTheirKeys) {
   using T = TypeParam;
   const T q = T(0.375);
   for (const int n : {8, 9, 64, 65, 300, 1001}) {

@@ -7,21 +7,25 @@
 #include <cstdint>
 #include <cstring>
 #include <initializer_list>
-#include <type_traits>
+#include <random>
 #include <vector>
 
+#include "orv/sort.h"
 #include "orv/ss.h"
 #include "orv/threads.h"
 
 namespace orv_test {
 
 using Precisions = testing::Types<double, float>;
+template <class T>
+class EachPrecision : public testing::Test {};
+TYPED_TEST_SUITE(EachPrecision, Precisions);
 
 /// The entries for floating type T.
 template <class T>
 struct Entries;
 
-#define ORV_ENTRIES(T, t)                                                    \
+#define ORV_ENTRIES(T, t, bits)                                              \
   template <>                                                                \
   struct Entries<T> {                                                        \
     static constexpr auto new_task = __zok##t##SSNewTask;                    \
@@ -32,9 +36,14 @@ struct Entries;
     static constexpr auto weighted_median = _zok##t##SSWMedian;              \
     static constexpr auto pooled_covariance = _zok##t##SSPooledCovariance;   \
     static constexpr auto partial_covariance = _zok##t##SSPartialCovariance; \
+    static constexpr auto sort = __zok##t##QSort;                            \
+    static constexpr auto sort_step = __zok##t##QSortStep;                   \
+    static constexpr auto select = __zok##t##QSortSelect;                    \
+    static constexpr auto radix_sort = p8_tebsSortRadixAscend_##bits##f_I;   \
+    using Bits = uint##bits##_t;                                             \
   };
-ORV_ENTRIES(double, d)
-ORV_ENTRIES(float, s)
+ORV_ENTRIES(double, d, 64)
+ORV_ENTRIES(float, s, 32)
 #undef ORV_ENTRIES
 
 /// A task over data that the test keeps, with integers of either width.
@@ -91,9 +100,42 @@ class Task {
 /// Tells zeros by their signs, and NaNs apart.
 template <class T>
 auto bits(const std::vector<T>& x) {
-  std::vector<std::conditional_t<sizeof(T) == 8, uint64_t, uint32_t>> words(x.size());
+  std::vector<typename Entries<T>::Bits> words(x.size());
   if (!x.empty()) std::memcpy(words.data(), x.data(), x.size() * sizeof(T));
   return words;
+}
+
+enum WeightKind { unweighted, positive, with_zeros };
+
+/// n observations of p variables, at (i, j), with weights.
+template <class T>
+struct Data {
+  int p, n;
+  std::vector<T> x, w;
+  WeightKind kind;
+
+  Data(int variables, int observations, WeightKind weights, unsigned seed = 1)
+      : p(variables), n(observations), kind(weights) {
+    std::mt19937 random(seed);
+    const auto uniform = [&] { return static_cast<T>(random() >> 8) * T(0x1p-24); };
+    for (int k = 0; k < p * n; ++k) {
+      const T u = uniform();
+      x.push_back(1 + u * u - T(0.3) * uniform() + (k % p > 0 ? x[k - 1] / 4 : 0));
+    }
+    for (int i = 0; i < n; ++i) {
+      const bool zero = kind == with_zeros && (i < 3 || random() % 4 == 0);
+      w.push_back(kind == unweighted ? 1 : zero ? 0 : T(0.5) + uniform());
+    }
+  }
+  T operator()(int i, int j) const { return x[i * p + j]; }
+};
+
+/// Data that have observation i of variable j at i p + j, in a layout.
+template <class T>
+std::vector<T> laid_out(int64_t layout, size_t p, const std::vector<T>& x) {
+  std::vector<T> rows;
+  for (size_t k = 0, n = x.size() / p; k < x.size(); ++k) rows.push_back(x[k % n * p + k / n]);
+  return layout == SS_ROWS ? rows : x;
 }
 
 /// Takes the number of a case apart into choices.

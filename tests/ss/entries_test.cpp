@@ -1,0 +1,284 @@
+// What each entry looks for, in which order, and that it looks for nothing else; what tasks and
+// statistics allocate, and what is left when it fails.
+#include <algorithm>
+#include <functional>
+#include <limits>
+
+#include "serv/failing_allocator.hpp"
+#include "support.hpp"
+
+using namespace orv_test;
+
+namespace {
+
+/// A field that an entry looks at. Where it is wrong in one of these ways, the entry returns the
+/// status.
+struct Check {
+  size_t field;
+  int32_t status;
+  std::vector<const void*> wrong = {nullptr};
+};
+using Checks = std::vector<Check>;
+constexpr size_t method = ~size_t{0};  // in place of a field
+
+struct Case {
+  int32_t (*entry)(SSTask*, uint64_t, uint64_t, const SSThreadServices*);
+  uint64_t estimates, methods;
+  std::vector<Checks> checks;  // in their order
+};
+
+#define F(name) offsetof(SSTask, name)
+const int64_t none = 0, one = 1, two = 2, many = 2500, negative = -1, rows = SS_ROWS,
+              lower_packed = SS_MATRIX_LOWER_PACKED, no_layout = 0x40000,
+              beyond = std::numeric_limits<int64_t>::max(),
+              more_than_sorters_count = int64_t{1} << 31;
+std::vector<int64_t> groups_with(int64_t second) {
+  std::vector<int64_t> groups(many);
+  groups[1] = second;
+  return groups;
+}
+const std::vector<int64_t> two_groups = groups_with(1), no_groups = groups_with(-1);
+const int64_t wanted[] = {1, 1}, twice[] = {1, 2}, roles[] = {1, -1}, all_given[] = {-1, -1},
+              none_given[] = {1, 0};
+
+/// Integers that are right; another field takes any numbers.
+const std::pair<const int64_t*, std::vector<size_t>> right_integers[] = {
+    {&one, {F(quant_order_count)}},
+    {&two, {F(dimension)}},
+    {&many, {F(observation_count)}},
+    {&rows, {F(observation_storage), F(order_stats_storage)}},
+    {&lower_packed, {F(partial_cov_storage), F(group_cov_storage)}},
+    {&none, {F(cor_storage), F(partial_cor_storage), F(pooled_cov_storage)}},
+    {two_groups.data(), {F(group_indices)}},
+    {wanted, {F(group_output_indices)}},
+    {roles, {F(partial_index_array)}}};
+
+const Checks layout = {{F(observation_storage), -4003, {&no_layout}}};
+const Check dimension{F(dimension), -4001, {nullptr, &none, &negative, &beyond}},
+    count{F(observation_count), -4002, {nullptr, &none, &negative, &beyond}},
+    too_many{F(observation_count), -4002, {&more_than_sorters_count}},
+    observed{F(observations), -4032};
+const Checks data = {{method, -4029}, dimension, count, observed},
+             sortable = {{method, -4029}, dimension, count, too_many, observed};
+
+const Check mean{F(mean), -4006}, raw2{F(raw_moment_2), -4007}, raw3{F(raw_moment_3), -4008},
+    raw4{F(raw_moment_4), -4009}, c2{F(central_moment_2), -4010}, c3{F(central_moment_3), -4011},
+    c4{F(central_moment_4), -4012}, kurtosis{F(kurtosis), -4013}, skewness{F(skewness), -4014},
+    low{F(minimum), -4015}, high{F(maximum), -4016}, variation{F(variation), -4017},
+    cov{F(cov), -4018}, cor{F(cor), -4019};
+
+const std::pair<uint64_t, Checks> basic_needs[] = {
+    {SS_EST_MEAN, {mean}},
+    {SS_EST_RAW2, {raw2}},
+    {SS_EST_RAW3, {raw3}},
+    {SS_EST_RAW4, {raw4}},
+    {SS_EST_CEN2, {mean, raw2, c2}},
+    {SS_EST_CEN3, {mean, raw2, raw3, c3}},
+    {SS_EST_CEN4, {mean, raw2, raw3, raw4, c4}},
+    {SS_EST_KURTOSIS, {c2, c4, kurtosis}},
+    {SS_EST_SKEWNESS, {c2, c3, skewness}},
+    {SS_EST_VARIATION, {mean, c2, variation}},
+    {SS_EST_COV, {mean, cov}},
+    {SS_EST_COR, {mean, cor}},
+    {SS_EST_COR | SS_EST_KURTOSIS | SS_EST_COV, {mean, c2, c4, cov, cor, kurtosis}}};
+
+const Checks sorted = {{F(order_stats), -4024},
+                       {F(order_stats_storage), -4044},
+                       {F(order_stats_storage), -4003, {&no_layout}}};
+const Checks grouped = {{F(observation_storage), -4003, {&no_layout}}, {F(group_indices), -4030}};
+const Checks pooled = {
+    {F(pooled_cov_storage), -4044}, {F(pooled_cov), -4034}, {F(pooled_mean), -4035}};
+const Checks single = {{F(group_cov_storage), -4044},
+                       {F(group_output_indices), -4030},
+                       {F(group_cov), -4036},
+                       {F(group_means), -4037}};
+const Checks bad_groups = {{F(group_indices), -4038, {no_groups.data()}}},
+             bad_choice = {{F(group_output_indices), -4038, {twice}}};
+// Where there is a correlation, no covariance is looked for.
+const Checks partial = {{F(cor), -4018},
+                        {F(cor_storage), -4044},
+                        {F(cov), -4045},
+                        {F(cov_storage), -4044},
+                        {F(partial_index_array), -4045},
+                        {F(partial_cov), -4046},
+                        {F(partial_cov_storage), -4044},
+                        {F(partial_cor), -4047},
+                        {F(partial_cor_storage), -4044},
+                        {method, -4029},
+                        dimension};
+
+template <class T>
+std::vector<Case> all_cases() {
+  static const T too_low = T(-0.01), too_high = T(1.01), nan = std::numeric_limits<T>::quiet_NaN();
+  static const T indefinite[] = {2, 1, -2};
+  static const std::vector<T> some(many, 1);
+  static T results[2];
+  const Checks quantiles = {{F(quantiles), -4023},
+                            {F(quant_orders), -4021},
+                            {F(quant_order_count), -4022, {nullptr, &negative}},
+                            {F(quant_orders), -4022, {&too_low, &too_high, &nan}}};
+  const Checks bad_roles = {{F(partial_index_array), -4073, {all_given, none_given}},
+                            {F(cov), -5010, {indefinite}}};
+  const Checks unchecked = {{F(weights), 0, {some.data()}},
+                            {F(quant_orders), 0, {some.data()}},
+                            {F(quantiles), 0, {results}}};
+  constexpr uint64_t fast = SS_METHOD_FAST, one_pass = SS_METHOD_ONE_PASS, either = fast | one_pass;
+  constexpr uint64_t least = SS_EST_MIN, largest = SS_EST_MAX, groups = SS_EST_GROUP;
+  constexpr uint64_t orders = SS_EST_QUANTILES, sorted_data = SS_EST_ORDER_STATS;
+  constexpr uint64_t both_partial = SS_EST_PARTIAL_COV | SS_EST_PARTIAL_COR, pool = SS_EST_POOLED;
+  using E = Entries<T>;
+  std::vector<Case> cases = {
+      {E::minmax, least, either, {layout, {low}, data}},
+      {E::minmax, largest, either, {layout, {high}, data}},
+      {E::minmax, least | largest, either, {layout, {low, high}, data}},
+      {E::quantiles, orders, fast, {layout, quantiles, sortable}},
+      {E::quantiles, sorted_data, fast, {layout, sorted, sortable}},
+      {E::quantiles, orders | sorted_data, fast, {layout, quantiles, sorted, sortable}},
+      {E::weighted_median, 0, 0, {{dimension, count, observed}, unchecked}},
+      {E::pooled_covariance, pool, one_pass, {grouped, pooled, data, bad_groups}},
+      {E::pooled_covariance, groups, one_pass, {grouped, single, data, bad_groups, bad_choice}},
+      {E::pooled_covariance, pool | groups, one_pass, {grouped, pooled, single, data, bad_groups}},
+      {E::partial_covariance, both_partial, fast, {partial, bad_roles}}};
+  for (const auto& [estimates, needs] : basic_needs) {
+    cases.push_back({E::basic, estimates, either, {layout, needs, data}});
+  }
+  return cases;
+}
+
+/// Lets each allocation of a call fail in turn, which it must report and leave nothing behind, and
+/// tells how many there are.
+int expect_failures(const std::function<int32_t()>& run, int32_t expected = SS_NO_MEMORY) {
+  run();  // OpenMP asks once, for as long as the thread lives
+  for (int failing = 1;; ++failing) {
+    watch_allocations(failing);
+    const int32_t status = run();
+    const Allocations seen = seen_allocations();
+    EXPECT_EQ(status, failing <= seen.asked ? expected : SS_OK) << failing;
+    EXPECT_EQ(seen.open, 0) << failing;
+    if (failing > seen.asked) return seen.asked;
+  }
+}
+
+TEST(Allocation, TaskIsNullWhenThereIsNoMemory) {
+  const int32_t p = 1;
+  SSTask other, *task = &other;
+  watch_allocations(1);
+  EXPECT_EQ(__zokdSSNewTask(&task, &p, nullptr, nullptr, nullptr, nullptr, nullptr, 0),
+            SS_NO_MEMORY);
+  EXPECT_EQ(seen_allocations().asked, 1);
+  EXPECT_EQ(task, nullptr);
+}
+
+/// A task that has what a case looks for, and nothing else; places have room for all data.
+template <class T>
+struct CaseTask {
+  explicit CaseTask(const Case& c) : how(c.methods) {
+    for (const Checks& some : c.checks) checks.insert(checks.end(), some.begin(), some.end());
+    numbers.assign(2 * many * checks.size(), T(0.5));
+    std::memset(&task, 0, sizeof task);
+    task.int_is_64 = 1;
+    for (size_t i = 0; i < checks.size(); ++i) set(checks[i].field, &numbers[2 * many * i]);
+    for (const auto& [integers, fields] : right_integers) {
+      for (const size_t field : fields) {
+        if (std::ranges::count(checks, field, &Check::field) > 0) set(field, integers);
+      }
+    }
+  }
+  void set(size_t field, const void* address) {
+    if (field == method) return;
+    std::memcpy(reinterpret_cast<char*>(&task) + field, &address, sizeof address);
+  }
+  Checks checks;
+  std::vector<T> numbers;
+  SSTask task;
+  uint64_t how;  // the method
+};
+
+TYPED_TEST(EachPrecision, EntriesCheckInTheirOrderAndLeaveNothing) {
+  static const int64_t selected[] = {1, 0};
+  SSThreadServices in_turn = *orv_threads_serial();  // two threads, one after the other on this one
+  in_turn.max_threads = [] { return int32_t{2}; };
+  in_turn.run_threads = [](int32_t threads, void* args, SSItemFunction function) {
+    for (int32_t t = 0; t < threads; ++t) function(t, 0, threads, args);
+  };
+  for (const Case& c : all_cases<TypeParam>()) {
+    for (int way = 0; way < 4; ++way) {
+      SCOPED_TRACE(testing::Message() << "estimates " << c.estimates << " way " << way);
+      const bool masked = way % 2 != 0, weighted = way / 2 != 0;
+      CaseTask<TypeParam> made(c);
+      made.set(F(cov_storage), &lower_packed);
+      if (masked) made.set(F(variable_mask), selected);
+      if (weighted) made.set(F(weights), made.numbers.data());
+      const auto run = [&] { return c.entry(&made.task, c.estimates, made.how, &in_turn); };
+      for (const uint64_t method_bit : {SS_METHOD_FAST, SS_METHOD_ONE_PASS}) {
+        made.how = c.methods & method_bit;
+        if (made.how == 0 && c.methods != 0) continue;
+        const bool reports = c.entry != Entries<TypeParam>::quantiles;  // see below
+        const int asked = expect_failures(run, reports ? SS_NO_MEMORY : SS_OK);
+        if (c.estimates != SS_EST_COV) continue;
+        // Sums, matrix, threads; copies under a mask; scaled data of each thread.
+        EXPECT_GE(asked, 3 + masked + (weighted && made.how == SS_METHOD_FAST ? 2 : 0));
+      }
+      made.how = c.methods;
+      // From the last check on one thing more is wrong at a time, and is told before the others.
+      for (size_t i = made.checks.size(); i-- > 0;) {
+        for (const void* wrong : made.checks[i].wrong) {
+          made.set(made.checks[i].field, wrong);
+          if (made.checks[i].field == method) made.how = ~c.methods;
+          watch_allocations();
+          EXPECT_EQ(run(), made.checks[i].status) << "check " << i;
+          EXPECT_EQ(seen_allocations().open, 0) << "check " << i;
+        }
+      }
+    }
+  }
+}
+
+#undef F
+
+// Without memory these report nothing, and compute nothing.
+TYPED_TEST(EachPrecision, QuantilesWithoutMemory) {
+  using T = TypeParam;
+  const T x[] = {3, 5, 1, 6, 2, 4}, median = T(0.5);
+  for (const auto& expected : {std::vector<T>{2, 5, 1, 4, 2, 5, 3, 6}, std::vector<T>(8, -1)}) {
+    std::vector<T> results(8, -1);
+    Task<T> task(2, 3, SS_COLUMNS, x);
+    task.set(SS_PARAM_QUANT_ORDER_COUNT, {1})
+        .set(SS_PARAM_QUANT_ORDERS, &median)
+        .set(SS_PARAM_QUANTILES, results)
+        .set(SS_PARAM_ORDER_STATS, &results[2])
+        .set(SS_PARAM_ORDER_STATS_STORAGE, {SS_COLUMNS});
+    watch_allocations(expected[0] < 0 ? 1 : 0);
+    EXPECT_EQ(Entries<T>::quantiles(task, SS_EST_QUANTILES | SS_EST_ORDER_STATS, SS_METHOD_FAST,
+                                    orv_threads_serial()),
+              SS_OK);
+    EXPECT_EQ(seen_allocations().bytes, 3 * sizeof(T) + 2 * sizeof(int32_t));
+    EXPECT_EQ(results, expected);
+  }
+}
+
+// No more threads have sums of their own than there are groups, and no more groups are counted than
+// items are.
+TEST(Allocation, Groups) {
+  static int32_t usable;
+  SSThreadServices services = *orv_threads_serial();
+  services.max_threads = [] { return usable; };
+  const double x[33] = {};
+  std::vector<double> results(11 * 11);
+  Task<double> task(11, 3, SS_COLUMNS, x);
+  task.set(SS_PARAM_POOLED_MEAN, results).set(SS_PARAM_POOLED_COV, results);
+  task.set(SS_PARAM_POOLED_COV_STORAGE, {0});
+  const auto bytes = [&](int32_t threads, int64_t last_group, int32_t status) {
+    usable = threads;
+    task.set(SS_PARAM_GROUP_INDICES, {0, 1, last_group});
+    watch_allocations();
+    EXPECT_EQ(_zokdSSPooledCovariance(task, SS_EST_POOLED, SS_METHOD_ONE_PASS, &services), status);
+    return seen_allocations().bytes;
+  };
+  EXPECT_EQ(bytes(0, 1, SS_OK), bytes(1, 1, SS_OK));
+  EXPECT_LT(bytes(1, 1, SS_OK), bytes(2, 1, SS_OK));
+  EXPECT_EQ(bytes(2, 1, SS_OK), bytes(100, 1, SS_OK));
+  bytes(1, INT32_MAX, SS_NO_MEMORY);
+}
+
+}  // namespace
