@@ -9,7 +9,6 @@
 //   --digests      the digests of this build and nothing else, for tests/accuracy/digests.txt
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -30,10 +29,6 @@ struct Options {
   bool digests = false;
   std::string file;
   std::vector<std::string> names;
-
-  bool wants(const FunctionSlots& function) const {
-    return names.empty() || std::count(names.begin(), names.end(), function.full_name()) != 0;
-  }
 };
 
 [[noreturn]] void stop(const std::string& why) {
@@ -74,12 +69,6 @@ Reached measure(const Function& f, const FunctionSlots& function, const Options&
   return reached;
 }
 
-std::string scientific(double count) {
-  char text[20];
-  std::snprintf(text, sizeof text, "%.3g", count);
-  return text;
-}
-
 /// A row of the table for each slot, and the lines for the record.
 struct Report {
   std::ostringstream table, record;
@@ -87,19 +76,18 @@ struct Report {
 
   void add(const Kernel& slot, const Function& f, const Worst& worst) {
     table << "| " << slot.name() << " | " << slot.kernel << " | "
-          << scientific(static_cast<double>(worst.points)) << " | ";
+          << printed("%.3g", static_cast<double>(worst.points)) << " | ";
     if (f.grade == Grade::Rounded) {
       table << (worst.misrounded == 0 ? "none but the one rounding"
                                       : std::to_string(worst.misrounded) + " misrounded")
             << " | | | |\n";
     } else {
-      char relative[20];
-      std::snprintf(relative, sizeof relative, "2^%.2f", std::log2(worst.relative));
-      table << figure(worst.ulp) << " | " << relative << " | " << worst.argument << " | "
-            << (slot.ulp ? scientific(*slot.ulp) : "none") << " |\n";
-      record << "ORV_ACCURACY(" << slot.type << ", " << slot.function << ","
-             << std::string(7 - std::min<size_t>(6, slot.function.size()), ' ')
-             << slot_name[slot.slot] << ", " << figure(worst.ulp) << ")\n";
+      table << figure(worst.ulp) << printed(" | 2^%.2f | ", std::log2(worst.relative))
+            << worst.argument << " | " << (slot.ulp ? printed("%.3g", *slot.ulp) : "none")
+            << " |\n";
+      record << printed("ORV_ACCURACY(%c, %-7s %s, ", slot.type, (slot.function + ',').c_str(),
+                        slot_name[slot.slot])
+             << figure(worst.ulp) << ")\n";
     }
     for (const std::string& fault : orv_test::faults(slot, f, worst)) this->faults.push_back(fault);
   }
@@ -131,7 +119,8 @@ int run(const Options& options) {
          "|---|---|---|---|---|---|---|\n";
   std::string skipped;
   for (const FunctionSlots& function : ready_functions()) {
-    if (!options.wants(function)) continue;
+    const auto& names = options.names;
+    if (!names.empty() && std::ranges::count(names, function.full_name()) == 0) continue;
     const Function* f = find_function(function.type, function.name);
     if (!f) stop(function.full_name() + " has no row in tests/accuracy/functions.cpp");
     if (options.exhaustive && (function.type != 's' || !f->in_double)) {

@@ -10,7 +10,7 @@
 namespace orv_test {
 namespace {
 
-constexpr int random_points = 400000;
+constexpr int random_points = 100000;
 
 class Accuracy : public testing::TestWithParam<FunctionSlots> {
  protected:
@@ -52,11 +52,9 @@ void neighbours_do_not_matter(const Kernel& kernel, Points<R> points) {
 
 TEST_P(Accuracy, NeighboursDoNotMatter) {
   for (const Kernel& kernel : GetParam().kernels()) {
-    if (kernel.in_float()) {
-      neighbours_do_not_matter(kernel, make_points<float>(*f_, kernel, 2, random_points));
-    } else {
-      neighbours_do_not_matter(kernel, make_points<double>(*f_, kernel, 2, random_points));
-    }
+    kernel.in_its_type([&]<class R>(R) {
+      neighbours_do_not_matter(kernel, make_points<R>(*f_, kernel, 2, random_points));
+    });
   }
 }
 

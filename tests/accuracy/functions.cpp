@@ -1,4 +1,4 @@
-#include "functions.hpp"
+#include "inputs.hpp"
 
 namespace orv_test {
 namespace {

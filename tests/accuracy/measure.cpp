@@ -1,10 +1,10 @@
 #include "measure.hpp"
 
 #include <algorithm>
+#include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <future>
-#include <stdexcept>
 #include <thread>
 
 namespace orv_test {
@@ -155,23 +155,44 @@ double bound_of(const Kernel& slot) {
   return slot.slot == HA ? 1.0 : 4.0;
 }
 
-std::string text(const char* format, double a, double b) {
-  char line[200];
-  std::snprintf(line, sizeof line, format, a, b);
-  return line;
+/// Fowler, Noll and Vo's hash 1a.
+uint64_t fnv1a(const void* data, size_t size) {
+  uint64_t hash = 0xCBF29CE484222325;
+  for (size_t i = 0; i < size; ++i) {
+    hash = (hash ^ static_cast<const unsigned char*>(data)[i]) * 0x100000001B3;
+  }
+  return hash;
+}
+
+template <class R>
+uint64_t digest_of(const Kernel& kernel, const Function& f) {
+  std::vector<R> y = results(kernel, make_points<R>(f, kernel, 3, 20000));
+  if (kernel.signature().inputs == 2) {
+    // Of two NaNs the first operand's comes out, and compilers swap operands as they like.
+    for (R& number : y) {
+      if (std::isnan(number)) number = std::numeric_limits<R>::quiet_NaN();
+    }
+  }
+  return fnv1a(y.data(), y.size() * sizeof(R));
 }
 
 }  // namespace
+
+std::string printed(const char* format, ...) {
+  char line[200];
+  va_list arguments;
+  va_start(arguments, format);
+  std::vsnprintf(line, sizeof line, format, arguments);
+  va_end(arguments);
+  return line;
+}
 
 template <class R>
 std::string Points<R>::text(int32_t i) const {
   std::string line;
   for (int j = 0; j < operands; ++j) {
     for (int part = 0; part < width; ++part) {
-      char number[64];
-      std::snprintf(number, sizeof number, "%s%a", line.empty() ? "" : ", ",
-                    static_cast<double>(at(j, i)[part]));
-      line += number;
+      line += printed("%s%a", line.empty() ? "" : ", ", static_cast<double>(at(j, i)[part]));
     }
   }
   return line;
@@ -223,10 +244,8 @@ void Worst::merge(const Worst& other) {
 }
 
 Reached sample(const Function& f, const FunctionSlots& function, uint64_t seed, int count) {
-  if (function.slots.front().in_float()) {
-    return sample_of<float>(f, function, seed, count);
-  }
-  return sample_of<double>(f, function, seed, count);
+  return function.slots.front().in_its_type(
+      [&]<class R>(R) { return sample_of<R>(f, function, seed, count); });
 }
 
 Reached exhaust(const Function& f, const FunctionSlots& function) {
@@ -258,39 +277,45 @@ std::vector<std::string> faults(const Kernel& slot, const Function& f, const Wor
   }
   const double relative_bound = slot.in_float() ? 0x1p-11 : 0x1p-25;
   if (slot.slot == EP ? !(worst.relative < relative_bound) : !(worst.ulp < bound_of(slot))) {
-    add(text("%.4g ulp, 2^%.2f of the value, breaks its level's bound", worst.ulp,
-             std::log2(worst.relative)),
+    add(printed("%.4g ulp, 2^%.2f of the value, breaks its level's bound", worst.ulp,
+                std::log2(worst.relative)),
         worst.argument);
   }
   const double recorded = slot.ulp.value_or(-1);
   if (worst.ulp > 1.02 * recorded || recorded > 1.25 * worst.ulp) {
-    add(text("%.4g ulp, recorded are %.4g: record ", worst.ulp, recorded) + figure(worst.ulp),
+    add(printed("%.4g ulp, recorded are %.4g: record ", worst.ulp, recorded) + figure(worst.ulp),
         worst.argument);
   }
   return list;
 }
 
-std::vector<Kernel> FunctionSlots::kernels() const {
-  std::vector<Kernel> list = distinct_kernels();
-  std::erase_if(list, [&](const Kernel& k) { return k.type != type || k.function != name; });
-  return list;
-}
-
 std::vector<FunctionSlots> ready_functions() {
+  const std::vector<Kernel> all = all_slots();
   std::vector<FunctionSlots> list;
-  for (const Kernel& slot : all_slots()) {
-    if (list.empty() || list.back().type != slot.type || list.back().name != slot.function) {
-      list.push_back({slot.type, slot.function, {}});
-    }
-    list.back().slots.push_back(slot);
+  for (auto slot = all.begin(); slot != all.end(); slot += 3) {
+    list.push_back({slot->type, slot->function, {slot, slot + 3}});
   }
   return list;
 }
 
 std::string figure(double ulp) {
-  if (!(ulp > 0) || std::isinf(ulp)) return text("%.3g", ulp, 0);
+  if (!(ulp > 0) || std::isinf(ulp)) return printed("%.3g", ulp);
   const double unit = std::pow(10.0, std::floor(std::log10(ulp)) - 2);
-  return text("%.3g", std::ceil(ulp / unit) * unit, 0);
+  return printed("%.3g", std::ceil(ulp / unit) * unit);
+}
+
+Digests compute_digests() {
+  quiet_mode();
+  Digests digests;
+  for (const Kernel& kernel : distinct_kernels()) {
+    const Function* f = find_function(kernel.type, kernel.function);
+    if (!f) continue;  // accuracy_test fails for it
+    const uint64_t digest =
+        kernel.in_its_type([&]<class R>(R) { return digest_of<R>(kernel, *f); });
+    digests[kernel.type + kernel.function + '_' + kernel.kernel] =
+        printed("%016llx", static_cast<unsigned long long>(digest));
+  }
+  return digests;
 }
 
 #define ORV_INSTANTIATE(R)                                                       \

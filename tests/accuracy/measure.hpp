@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "functions.hpp"
+#include "inputs.hpp"
 #include "support/kernels.hpp"
 
 namespace orv_test {
@@ -57,7 +57,7 @@ struct FunctionSlots {
   std::vector<Kernel> slots;
 
   std::string full_name() const { return type + name; }
-  std::vector<Kernel> kernels() const;  // each once
+  std::vector<Kernel> kernels() const { return distinct_kernels(slots); }
 };
 std::vector<FunctionSlots> ready_functions();
 
@@ -77,6 +77,9 @@ std::vector<std::string> faults(const Kernel& slot, const Function& f, const Wor
 /// between builds and processors: the lines of digests.txt, two words each.
 using Digests = std::map<std::string, std::string>;
 Digests compute_digests();
+
+/// What printf prints.
+[[gnu::format(printf, 1, 2)]] std::string printed(const char* format, ...);
 
 /// "0.512": a figure for the record, rounded up to three digits.
 std::string figure(double ulp);

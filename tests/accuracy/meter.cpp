@@ -11,24 +11,8 @@ constexpr int exponent_of(R x) {
   return static_cast<int>(bits_of(x) >> mantissa) & (Format<R>::exponents - 1);
 }
 
-template <class R>
-R towards_zero(mpfr_srcptr f) {
-  if constexpr (sizeof(R) == sizeof(float)) {
-    return mpfr_get_flt(f, MPFR_RNDZ);
-  } else {
-    return mpfr_get_d(f, MPFR_RNDZ);
-  }
-}
-
-/// A scratch number of the thread, exact for the difference of a true value and its neighbour.
-mpfr_ptr scratch() {
-  thread_local struct Number {
-    mpfr_t number;
-    Number() { mpfr_init2(number, 256); }
-    ~Number() { mpfr_clear(number); }
-  } scratch;
-  return scratch.number;
-}
+float towards_zero(mpfr_srcptr f, float) { return mpfr_get_flt(f, MPFR_RNDZ); }
+double towards_zero(mpfr_srcptr f, double) { return mpfr_get_d(f, MPFR_RNDZ); }
 
 /// Keeps what is next to a half on its side of it.
 double rounded_to_odd(mpfr_srcptr x) {
@@ -66,8 +50,8 @@ Reference<R> reference(mpfr_srcptr f) {
       (!mpfr_zero_p(f) && mpfr_get_exp(f) > std::numeric_limits<R>::max_exponent)) {
     return {mpfr_signbit(f) ? -infinity : infinity, 0};
   }
-  const R value = towards_zero<R>(f);
-  const mpfr_ptr rest = scratch();
+  const R value = towards_zero(f, R{});
+  MPFR_DECL_INIT(rest, 256);  // exact for the difference
   mpfr_sub_d(rest, f, static_cast<double>(value), MPFR_RNDN);
   mpfr_mul_2si(rest, rest, std::ilogb(per_ulp(value)), MPFR_RNDN);
   return {value, rounded_to_odd(rest)};

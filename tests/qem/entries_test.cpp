@@ -64,17 +64,12 @@ struct Recorder<void (*)(A...)> {
     std::apply(stub, sent);
     EXPECT_EQ(slot, expected_slot);
     [&]<size_t... i>(std::index_sequence<i...>) {
-      EXPECT_TRUE((same_argument(std::get<i>(arguments), std::get<i>(sent)) && ...));
+      EXPECT_TRUE((same_bits(&std::get<i>(arguments), &std::get<i>(sent), 1) && ...));
     }
     (std::index_sequence_for<S...>{});
     if constexpr (sizeof...(S) < sizeof...(A)) {
       EXPECT_EQ(std::get<sizeof...(S)>(arguments), 1);
     }
-  }
-
-  template <class Got, class Sent>
-  static bool same_argument(const Got& got, const Sent& sent) {
-    return sizeof got == sizeof sent && memcmp(&got, &sent, sizeof got) == 0;
   }
 };
 
@@ -165,25 +160,22 @@ TEST(Entries, CallsGoThroughOtherEntries) {
   });
 }
 
-TEST(Entries, StubsCallTheirSlotOfTheTable){
-#define ORV_LA_SUFFIX_s _21
-#define ORV_LA_SUFFIX_d _50
-#define ORV_LA_SUFFIX_c _21
-#define ORV_LA_SUFFIX_z _50
-#define ORV_EP_SUFFIX_s _11
-#define ORV_EP_SUFFIX_d _26
-#define ORV_EP_SUFFIX_c _11
-#define ORV_EP_SUFFIX_z _26
-#define ORV_JOIN(a, b) ORV_JOIN_EXPANDED(a, b)
-#define ORV_JOIN_EXPANDED(a, b) a##b
-#define ORV_READY(t, F, shape, ...)                                                \
-  {                                                                                \
-    SCOPED_TRACE(#t #F);                                                           \
-    Recorder<Qem##shape##_##t>::check(ORV_JOIN(_qem##t##F, ORV_LA_SUFFIX_##t), 0); \
-    Recorder<Qem##shape##_##t>::check(_qem##t##F##_HA, 1);                         \
-    Recorder<Qem##shape##_##t>::check(_qem##t##F, 1);                              \
-    Recorder<Qem##shape##_##t>::check(ORV_JOIN(_qem##t##F, ORV_EP_SUFFIX_##t), 2); \
+/// The stubs of all levels, of which `stub` is the plain one.
+template <class Kernel, class Stub>
+void check_stubs(const std::string& function, Stub* stub) {
+  SCOPED_TRACE(function);
+  Recorder<Kernel>::check(stub, 1);
+  const bool in_float = function[0] == 's' || function[0] == 'c';
+  const char* const suffixes[] = {in_float ? "_21" : "_50", "_HA", in_float ? "_11" : "_26"};
+  for (const int slot : {0, 1, 2}) {
+    void* const entry = dlsym(RTLD_DEFAULT, ("_qem" + function + suffixes[slot]).c_str());
+    ASSERT_NE(entry, nullptr) << suffixes[slot];
+    Recorder<Kernel>::check(reinterpret_cast<Stub*>(entry), slot);
   }
+}
+
+TEST(Entries, StubsCallTheirSlotOfTheTable) {
+#define ORV_READY(t, F, shape, ...) check_stubs<Qem##shape##_##t>(#t #F, _qem##t##F);
 #include "qem/_bt_gen_ia32/functions.def"
 #undef ORV_READY
 }
@@ -211,15 +203,13 @@ TEST(Entries, AFrameReadsTheModeOnce) {
 TEST(Entries, KernelsReportThroughTheErrorFunction) {
   in_fresh_thread([] {
     orv_qem_kernel_SetMode(QEM_ERRMODE_IGNORE);
+    const auto check = [](auto exp, auto x, const char* error) {
+      exp(1, &x, &x);
+      EXPECT_EQ(count[error], 1);
+    };
     count.clear();
-    const double a = 1000;
-    double r;
-    orv_qem_kernel_dExp_G9HAynn(1, &a, &r);
-    EXPECT_EQ(count["orv_qem_kernel_dError"], 1);
-    const float sa = 1000;
-    float sr;
-    orv_qem_kernel_sExp_G9HAynn(1, &sa, &sr);
-    EXPECT_EQ(count["orv_qem_kernel_sError"], 1);
+    check(orv_qem_kernel_dExp_G9HAynn, 1000.0, "orv_qem_kernel_dError");
+    check(orv_qem_kernel_sExp_G9HAynn, 1000.0f, "orv_qem_kernel_sError");
   });
 }
 

@@ -4,7 +4,6 @@
 #include <setjmp.h>
 #include <signal.h>
 #include <stddef.h>
-#include <stdlib.h>
 
 #include <limits>
 
@@ -70,14 +69,12 @@ int32_t callback(QemErrorContext* record) {
 /// but for no route at all, which only the environment can say.
 template <class Body>
 void with_routes(QemMode routes, Body body) {
-  if (routes == 0) setenv("ORV_QEM_MODE", "QEM_HA", 1);
-  in_fresh_thread([&] {
+  in_thread_with_mode(routes == 0 ? "QEM_HA" : nullptr, [&] {
     seen = {}, answer = 0, new_res1 = new_res2 = 0, new_mode = 0, new_code = 0;
     if (routes != 0) orv_qem_kernel_SetErrorCallBack(callback);
     orv_qem_kernel_SetMode(routes);
     body();
   });
-  unsetenv("ORV_QEM_MODE");
 }
 
 template <class T>
@@ -91,10 +88,8 @@ TYPED_TEST(Record, HoldsTheElement) {
   const T values[] = {number<T>(4, 13), number<T>(23, 33), number<T>(43, 53), number<T>(63, 73)};
   a[3] = values[0], b[3] = values[1], r1[3] = values[2], r2[3] = values[3];
   const auto start = reinterpret_cast<uintptr_t>(a);
-  const struct {
-    uintptr_t base;
-    int32_t index;
-  } cases[] = {
+  const std::pair<uintptr_t, int32_t> cases[] = {
+      // base and index
       {0, 3},
       {start, 3},
       {start - 100 * sizeof(T), 103},
@@ -104,13 +99,13 @@ TYPED_TEST(Record, HoldsTheElement) {
   };
   for (const auto& place : cases) {
     with_routes(QEM_ERRMODE_CALLBACK, [&] {
-      orv_qem_kernel_SetInterfInputVectorPointer(reinterpret_cast<const void*>(place.base));
+      orv_qem_kernel_SetInterfInputVectorPointer(reinterpret_cast<const void*>(place.first));
       error<T>(3, 3, a, b, r1, r2, "vxName");
       ASSERT_EQ(seen.calls, 1);
       EXPECT_EQ(seen.status, 3);
       const Context& c = seen.record;
       EXPECT_EQ(c.code, 3);
-      EXPECT_EQ(c.index, place.index);
+      EXPECT_EQ(c.index, place.second);
       EXPECT_STREQ(c.func_name, "vxName");
       EXPECT_EQ(c.func_name_len, 6);
       const T shown[] = {number<T>(c.arg1, c.arg1_im), number<T>(c.arg2, c.arg2_im),
@@ -173,11 +168,9 @@ TEST(Routes, WhatEachModeRuns) {
       {0x0200, false, true, false, false},
       {0x0300, false, true, false, false},
       {0x0400, false, false, true, false},
-      {0x0500, false, false, true, false},
       {0x0800, false, false, false, true},
       {0x0F00, false, true, true, true},
       {0x1000, true, false, false, false},
-      {0x1100, true, false, false, false},
       {0x1A00, true, true, false, true},
       {0x1E00, true, true, true, true},
       {0x2000, true, false, false, false},
@@ -274,9 +267,7 @@ TEST(Routes, NamesOfAnyLength) {
       const size_t kept = length < 64 ? length : 64;
       EXPECT_EQ(seen.record.func_name_len, static_cast<int32_t>(kept));
       EXPECT_EQ(std::string(seen.record.func_name, kept), long_name.substr(0, kept));
-      if (kept < 64) {
-        EXPECT_EQ(seen.record.func_name[kept], '\0');
-      }
+      EXPECT_TRUE(kept == 64 || seen.record.func_name[kept] == '\0');
     });
   }
 }

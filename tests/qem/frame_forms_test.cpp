@@ -3,7 +3,6 @@
 #include <math.h>
 #include <qem/_src/qem_core/frame/guarded.hpp>
 #include <qem/_src/qem_core/frame/scalar_call.hpp>
-#include <qem/_src/qem_core/simd/exact.hpp>
 #include <qem/_src/qem_core/simd/lookup.hpp>
 
 #include <random>
@@ -14,69 +13,7 @@ using namespace orv_test;
 
 namespace {
 
-/// What report_mixed, which the library keeps to itself, would have reported.
-Codes mixed;
-
-}  // namespace
-
-#define ORV_MIXED(In, Out)                                                            \
-  void orv::report_mixed(int32_t code, int32_t index, const In*, Out*, const char*) { \
-    mixed.emplace_back(code, index);                                                  \
-  }
-ORV_MIXED(float, QemComplexFloat)
-ORV_MIXED(double, QemComplexDouble)
-ORV_MIXED(QemComplexFloat, float)
-
-namespace {
-
-/// re + im, in lanes of double. Slow when re > 100: re - im, and a code.
-struct Fold {
-  using In = QemComplexFloat;
-  using Out = float;
-  using Work = double;
-  static constexpr int block = 8;
-  static constexpr char _QEM_THISFUNC_NAME[] = "vcFold";
-  static constexpr orv::Environment environment = orv::environment_mode;
-
-  template <class V>
-  static V lane(V re, V im) {
-    return re + im;
-  }
-  template <class V>
-  static int rare(V re, V) {
-    return orv::mask_of(orv::greater(re, orv::splat<V>(100)));
-  }
-  static int slow(const In* z, Out* r) {
-    *r = z->re - z->im;
-    return QEM_STATUS_DOMAIN;
-  }
-};
-
-/// x - i x/2. Slow when x > 100: x + 100 i, and a code.
-template <class Real, class Complex>
-struct Unfold {
-  using In = Real;
-  using Out = Complex;
-  static constexpr int block = 8;
-  static constexpr char _QEM_THISFUNC_NAME[] = "vxUnfold";
-  static constexpr orv::Environment environment = orv::environment_mode;
-
-  template <class V>
-  static void lane(V x, V& re, V& im) {
-    re = x;
-    im = x * -0.5f;
-  }
-  template <class V>
-  static int rare(V x) {
-    return orv::mask_of(orv::greater(x, orv::splat<V>(100)));
-  }
-  static int slow(const In* x, Out* r) {
-    *r = {*x, 100};
-    return QEM_STATUS_OVERFLOW;
-  }
-};
-
-/// Lanes: x + 1 and 2 x. Slow when x > 100: x - 1 and -x, with a code.
+/// Two results, x + 1 and 2 x. Slow when x > 100: x - 1 and -x, with a code.
 template <class Element>
 struct Split {
   using T = Element;
@@ -100,56 +37,6 @@ struct Split {
   }
 };
 
-/// Calls `body` for all lengths, and for all places of the first special element, and none.
-template <class Body>
-void at_all_places(Body body) {
-  in_fresh_thread([&] {
-    for (int n = 0; n <= longest; ++n) {
-      for (int special = 0; special <= n; ++special) {
-        listen();
-        body(n, special);
-        if (testing::Test::HasFatalFailure()) return;
-      }
-    }
-  });
-}
-
-template <class Real, class Complex>
-void check_unfold(int n, int special) {
-  std::vector<Real> x(n);
-  std::vector<Complex> r(n + 1, {77, 78});
-  for (int i = 0; i < n; ++i) x[i] = i >= special && i % 3 == 0 ? 200 + i : i;
-  orv::guarded(Unfold<Real, Complex>{}, n, x.data(), r.data());
-  Codes codes;
-  for (int i = 0; i < n; ++i) {
-    const bool slow = x[i] > 100;
-    if (slow) codes.emplace_back(QEM_STATUS_OVERFLOW, i);
-    ASSERT_EQ(r[i].re, x[i]);
-    ASSERT_EQ(r[i].im, slow ? 100 : x[i] / -2);
-  }
-  ASSERT_EQ(r[n].re, 77);
-  ASSERT_EQ(std::exchange(mixed, {}), codes);
-}
-
-TEST(Forms, KindsApart) {
-  at_all_places(check_unfold<float, QemComplexFloat>);
-  at_all_places(check_unfold<double, QemComplexDouble>);
-  at_all_places([](int n, int special) {
-    std::vector<QemComplexFloat> z(n);
-    std::vector<float> r(n + 1, 77), expected(n + 1, 77);
-    Codes codes;
-    for (int i = 0; i < n; ++i) {
-      const bool slow = i >= special && i % 3 == 0;
-      z[i] = {slow ? 200.0f + i : i, 1.5f};
-      expected[i] = z[i].re + (slow ? -1.5f : 1.5f);
-      if (slow) codes.emplace_back(QEM_STATUS_DOMAIN, i);
-    }
-    orv::guarded(Fold{}, n, z.data(), r.data());
-    ASSERT_EQ(r, expected);
-    ASSERT_EQ(std::exchange(mixed, {}), codes);
-  });
-}
-
 int32_t mend_both(QemErrorContext* record) {
   EXPECT_EQ(record->res1, 199);
   EXPECT_EQ(record->res2, -200);
@@ -157,27 +44,25 @@ int32_t mend_both(QemErrorContext* record) {
   return 0;
 }
 
-template <class T>
-void check_two_results() {
-  in_fresh_thread([] {
-    orv_qem_kernel_SetErrorCallBack(mend_both);
-    orv_qem_kernel_SetMode(QEM_ERRMODE_CALLBACK);
-    for (int n = 0; n <= longest; ++n) {
-      std::vector<T> x(n), r1(n + 1, 77), r2(n + 1, 77), e1(n + 1, 77), e2(n + 1, 77);
-      for (int i = 0; i < n; ++i) {
-        const bool slow = i % 3 == n % 3;
-        x[i] = slow ? 200 : i, e1[i] = slow ? 5 : i + 1, e2[i] = slow ? 6 : 2 * i;
-      }
-      orv::guarded(Split<T>{}, n, x.data(), r1.data(), r2.data());
-      EXPECT_EQ(r1, e1);
-      EXPECT_EQ(r2, e2);
-    }
-  });
-}
-
 TEST(Forms, BothResultsCanBeMended) {
-  check_two_results<float>();
-  check_two_results<double>();
+  const auto check = []<class T>(T) {
+    in_fresh_thread([] {
+      orv_qem_kernel_SetErrorCallBack(mend_both);
+      orv_qem_kernel_SetMode(QEM_ERRMODE_CALLBACK);
+      for (int n = 0; n <= longest; ++n) {
+        std::vector<T> x(n), r1(n + 1, 77), r2(n + 1, 77), e1(n + 1, 77), e2(n + 1, 77);
+        for (int i = 0; i < n; ++i) {
+          const bool slow = i % 3 == n % 3;
+          x[i] = slow ? 200 : i, e1[i] = slow ? 5 : i + 1, e2[i] = slow ? 6 : 2 * i;
+        }
+        orv::guarded(Split<T>{}, n, x.data(), r1.data(), r2.data());
+        EXPECT_EQ(r1, e1);
+        EXPECT_EQ(r2, e2);
+      }
+    });
+  };
+  check(float{});
+  check(double{});
 }
 
 /// z - s w, and a code for a real part of 0.
@@ -209,11 +94,10 @@ TEST(Forms, ScalarCallsWorkOnCopies) {
         }
         listen();
         const Combined op{2};
-        EXPECT_EQ(under(before,
-                        [&] {
-                          two ? orv::scalar_calls(op, n, z, z, z) : orv::scalar_calls(op, n, z, z);
-                        }),
-                  before);
+        const Words after = under(before, [&] {
+          two ? orv::scalar_calls(op, n, z, z, z) : orv::scalar_calls(op, n, z, z);
+        });
+        EXPECT_EQ(after, before);
         for (int i = 0; i < 5; ++i) {
           EXPECT_EQ(orv::load_one(orv::parts_of(z + i) + 1), i < n ? -(i + 1.0) : i + 1.0);
         }
@@ -229,15 +113,9 @@ TEST(Forms, ScalarCallsWorkOnCopies) {
 
 // ---- Vectors -----------------------------------------------------------------------------------
 
-template <class V>
-std::vector<orv::Lane<V>> lanes_of(V v) {
-  std::vector<orv::Lane<V>> x(orv::lanes<V>);
-  orv::store(x.data(), v);
-  return x;
-}
-template <class V>
-std::vector<uint64_t> words_of(V v) {
-  std::vector<uint64_t> x(orv::lanes<V>);
+template <class T, class V>
+std::vector<T> numbers_of(const V& v) {
+  std::vector<T> x(sizeof v / sizeof(T));
   memcpy(x.data(), &v, sizeof v);
   return x;
 }
@@ -254,13 +132,13 @@ void check_arithmetic(std::mt19937_64& random) {
   V even, odd, first, second;
   orv::deinterleave(x, orv::load<V>(&a[count]), even, odd);
   orv::interleave(even, odd, first, second);
-  EXPECT_EQ(lanes_of(first), lanes_of(x));
+  EXPECT_EQ(numbers_of<T>(first), numbers_of<T>(x));
   const V infinite_or_x = orv::select(orv::greater(x, y), orv::splat<V>(INFINITY), x);
   for (int i = 0; i < count; ++i) {
-    EXPECT_EQ(lanes_of(orv::square_root(x))[i], std::sqrt(a[i]));
-    EXPECT_EQ(lanes_of(even)[i], a[2 * i]);
-    EXPECT_EQ(lanes_of(odd)[i], a[2 * i + 1]);
-    EXPECT_EQ(lanes_of(infinite_or_x)[i], a[i] > b[i] ? INFINITY : a[i]);
+    EXPECT_EQ(numbers_of<T>(orv::square_root(x))[i], std::sqrt(a[i]));
+    EXPECT_EQ(numbers_of<T>(even)[i], a[2 * i]);
+    EXPECT_EQ(numbers_of<T>(odd)[i], a[2 * i + 1]);
+    EXPECT_EQ(numbers_of<T>(infinite_or_x)[i], a[i] > b[i] ? INFINITY : a[i]);
   }
 }
 
@@ -271,11 +149,11 @@ void check_doubles(std::mt19937_64& random) {
   for (int i = 0; i < count; ++i) a[i] = random(), b[i] = random();
   orv::Int<V> x, y;
   memcpy(&x, a.data(), sizeof x), memcpy(&y, b.data(), sizeof y);
-  const auto arithmetic = words_of(orv::as_vector<V>(orv::shift_right<V, 13>(x)));
-  const auto logical = words_of(orv::as_vector<V>(orv::shift_right_logical<V, 13>(x)));
-  const auto product = words_of(orv::as_vector<V>(orv::multiply_low_words<V>(x, y)));
+  const auto arithmetic = numbers_of<int64_t>(orv::shift_right<V, 13>(x));
+  const auto logical = numbers_of<uint64_t>(orv::shift_right_logical<V, 13>(x));
+  const auto product = numbers_of<uint64_t>(orv::multiply_low_words<V>(x, y));
   for (int i = 0; i < count; ++i) {
-    EXPECT_EQ(static_cast<int64_t>(arithmetic[i]), static_cast<int64_t>(a[i]) >> 13);
+    EXPECT_EQ(arithmetic[i], static_cast<int64_t>(a[i]) >> 13);
     EXPECT_EQ(logical[i], a[i] >> 13);
     EXPECT_EQ(product[i], (a[i] & 0xFFFFFFFF) * (b[i] & 0xFFFFFFFF));
   }
@@ -293,8 +171,8 @@ void check_doubles(std::mt19937_64& random) {
   orv::lookup(quads, indices, four);
   orv::lookup(triples, indices, three);
   for (int i = 0; i < count; ++i) {
-    for (int j = 0; j < 4; ++j) EXPECT_EQ(lanes_of(four[j])[i], (a[i] >> 52) * 4 + j);
-    for (int j = 0; j < 3; ++j) EXPECT_EQ(lanes_of(three[j])[i], (a[i] >> 52) * 4 + j);
+    for (int j = 0; j < 4; ++j) EXPECT_EQ(numbers_of<double>(four[j])[i], (a[i] >> 52) * 4 + j);
+    for (int j = 0; j < 3; ++j) EXPECT_EQ(numbers_of<double>(three[j])[i], (a[i] >> 52) * 4 + j);
   }
 }
 

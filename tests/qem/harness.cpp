@@ -1,9 +1,8 @@
 #include "harness.hpp"
 
 #include <math.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
+#include <algorithm>
 #include <limits>
 #include <random>
 
@@ -79,8 +78,11 @@ struct Row {
   const char* function;
   SpecialValue value;
 };
-/// Functions of two arguments, of two results, and of complex ones.
+/// Functions of two arguments, of two results, of complex ones; results that must be exact.
 const Row rows[] = {
+    {"Exp", {{0}, {}, 0, {1}}},
+    {"Exp", {{-tiny}, {}, 0, {1}}},
+    {"Exp", {{-745.2}, {}, 4, {0}}},
     {"Div", {{1}, {0}, 2, {inf}}},
     {"Div", {{1}, {-0.0}, 2, {-inf}}},
     {"Div", {{0}, {0}, 2, {nan}}},
@@ -89,17 +91,13 @@ const Row rows[] = {
     {"Div", {{-1}, {inf}, 0, {-0.0}}},
     {"Div", {{inf}, {inf}, 0, {nan}}},
     {"Div", {{1}, {tiny}, 0, {inf}}},
-    {"Div", {{largest}, {largest}, 0, {1}}},
-    {"Div", {{tiny}, {tiny}, 0, {1}}},
     {"Div", {{3}, {nan}, 0, {nan}}},
     {"Modf", {{-3.75}, {}, 0, {-3, -0.75}}},
     {"Modf", {{-0.0}, {}, 0, {-0.0, -0.0}}},
-    {"Modf", {{0.5}, {}, 0, {0, 0.5}}},
     {"Modf", {{-tiny}, {}, 0, {-0.0, -tiny}}},
     {"Modf", {{8388607.5}, {}, 0, {8388607, 0.5}}},
     {"Modf", {{-8388608}, {}, 0, {-8388608, -0.0}}},
     {"Modf", {{0x1p52}, {}, 0, {0x1p52, 0}}},
-    {"Modf", {{largest}, {}, 0, {largest, 0}}},
     {"Modf", {{inf}, {}, 0, {inf, 0}}},
     {"Modf", {{-inf}, {}, 0, {-inf, -0.0}}},
     {"Modf", {{nan}, {}, 0, {nan, nan}}},
@@ -139,16 +137,9 @@ double number_of(double x, bool in_float) {
 
 thread_local std::vector<Report> heard;
 
-int32_t log_report(QemErrorContext* c) {
+int32_t log_report(QemErrorContext* record) {
   const bool clear = upper_halves_clear();
-  heard.push_back({c->code,
-                   c->index,
-                   {c->arg1, c->arg1_im},
-                   {c->arg2, c->arg2_im},
-                   {c->res1, c->res1_im},
-                   {c->res2, c->res2_im},
-                   std::string(c->func_name, static_cast<size_t>(c->func_name_len)),
-                   clear});
+  heard.push_back({*record, clear});
   return 0;
 }
 
@@ -231,37 +222,11 @@ ORV_INSTANTIATE(float)
 ORV_INSTANTIATE(double)
 #undef ORV_INSTANTIATE
 
-GuardedBytes::GuardedBytes(size_t least) {
-  const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
-  const size_t bytes = (least + page - 1) / page * page;
-  void* all = mmap(nullptr, bytes + 2 * page, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (all == MAP_FAILED) abort();
-  begin_ = static_cast<char*>(all) + page;
-  end_ = begin_ + bytes;
-  if (mprotect(begin_, bytes, PROT_READ | PROT_WRITE) != 0) abort();
-}
-
-GuardedBytes::~GuardedBytes() {
-  const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
-  munmap(begin_ - page, static_cast<size_t>(end_ - begin_) + 2 * page);
-}
-
 bool upper_halves_clear() {
   constexpr int registers = sizeof(void*) == 8 ? 16 : 8;
-  unsigned char upper[registers][16];
-#define ORV_UPPER(k) "vextractf128 $1, %%ymm" #k ", 16*" #k "(%0)\n\t"
-  asm volatile(ORV_UPPER(0) ORV_UPPER(1) ORV_UPPER(2) ORV_UPPER(3) ORV_UPPER(4) ORV_UPPER(5)
-                   ORV_UPPER(6) ORV_UPPER(7)
-#ifdef __x86_64__
-                       ORV_UPPER(8) ORV_UPPER(9) ORV_UPPER(10) ORV_UPPER(11) ORV_UPPER(12)
-                           ORV_UPPER(13) ORV_UPPER(14) ORV_UPPER(15)
-#endif
-               :
-               : "r"(upper)
-               : "memory");
-#undef ORV_UPPER
-  static constexpr unsigned char zeros[sizeof upper] = {};
-  return memcmp(upper, zeros, sizeof upper) == 0;
+  alignas(64) unsigned char area[832] = {}, *const upper = area + 576;  // as XSAVE lays them out
+  asm volatile("xsave %0" : "+m"(area) : "a"(4), "d"(0));
+  return std::all_of(upper, upper + 16 * registers, [](unsigned char byte) { return byte == 0; });
 }
 
 #ifdef __i386__

@@ -1,11 +1,12 @@
-// What the tests of the vector functions share: calls of any kernel, arguments for it, guarded
-// memory, control words, and a log of reports.
+// What the tests of the vector functions share: calls of any kernel, arguments for it, control
+// words, and a log of reports.
 #pragma once
 
 #include <fenv.h>
 #include <gtest/gtest.h>
 #include <immintrin.h>
 #include <orv/qem.h>
+#include <stdlib.h>
 #include <string.h>
 
 #include <string>
@@ -20,6 +21,14 @@ namespace orv_test {
 template <class Body>
 void in_fresh_thread(Body body) {
   std::thread(body).join();
+}
+
+/// With ORV_QEM_MODE as told, or without it.
+template <class Body>
+void in_thread_with_mode(const char* value, Body body) {
+  if (value != nullptr) setenv("ORV_QEM_MODE", value, 1);
+  in_fresh_thread(body);
+  unsetenv("ORV_QEM_MODE");
 }
 
 // ---- Kernels -----------------------------------------------------------------------------------
@@ -39,11 +48,7 @@ void for_each_kernel(Test test) {
   for (const Kernel& kernel : distinct_kernels()) {
     in_fresh_thread([&] {
       SCOPED_TRACE(kernel.name());
-      if (kernel.in_float()) {
-        test(kernel, float{});
-      } else {
-        test(kernel, double{});
-      }
+      kernel.in_its_type([&](auto number) { test(kernel, number); });
     });
     if (testing::Test::HasFatalFailure()) return;
   }
@@ -93,24 +98,6 @@ void put(const Kernel& kernel, const SpecialValue& row, Vectors<R>& v, int i);
 /// Three of the longest blocks and one element more.
 inline constexpr int longest = 3 * 16 + 1;
 
-// ---- Memory ------------------------------------------------------------------------------------
-
-/// Pages without access right before begin() and right at end().
-class GuardedBytes {
- public:
-  explicit GuardedBytes(size_t least);
-  ~GuardedBytes();
-  GuardedBytes(const GuardedBytes&) = delete;
-  GuardedBytes& operator=(const GuardedBytes&) = delete;
-
-  char* begin() const { return begin_; }
-  char* end() const { return end_; }
-  size_t size() const { return static_cast<size_t>(end_ - begin_); }
-
- private:
-  char *begin_, *end_;
-};
-
 // ---- Control words -----------------------------------------------------------------------------
 
 struct Words {
@@ -143,14 +130,12 @@ Words under(const Words& words, Body body) {
   return left;
 }
 
-inline constexpr int watched_flags = FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW | FE_UNDERFLOW;
-
 /// The exception flags that `body` raises, of either unit, without inexact.
 template <class Body>
 int flags_of(Body body) {
   feclearexcept(FE_ALL_EXCEPT);
   body();
-  return fetestexcept(watched_flags);
+  return fetestexcept(FE_ALL_EXCEPT & ~FE_INEXACT);
 }
 
 /// The upper halves of the 256-bit registers are all zero.
@@ -163,10 +148,7 @@ void call_off_balance(void (*function)(), const std::vector<const void*>& argume
 
 // ---- Reports -----------------------------------------------------------------------------------
 
-struct Report {
-  int32_t code, index;
-  double arg1[2], arg2[2], res1[2], res2[2];  // real and imaginary parts
-  std::string name;
+struct Report : QemErrorContext {
   bool upper_halves_clear;  // when the callback was entered
 };
 

@@ -44,13 +44,11 @@ def level_of(mnemonic, operands):
             break
     else:
         return SSE2
-    if level == AVX:
-        if mnemonic.startswith("vp") and "%ymm" in operands and not AVX_256.fullmatch(mnemonic):
-            return BEYOND
-        if mnemonic.startswith("vbroadcasts") and "(" not in operands:
-            return BEYOND  # out of a register
-        if mnemonic == "vmovntdqa" and "%ymm" in operands:
-            return BEYOND
+    later = (mnemonic.startswith("vp") and "%ymm" in operands and not AVX_256.fullmatch(mnemonic) or
+             mnemonic.startswith("vbroadcasts") and "(" not in operands or  # out of a register
+             mnemonic == "vmovntdqa" and "%ymm" in operands)
+    if level == AVX and later:
+        return BEYOND
     return level
 
 
@@ -100,13 +98,11 @@ def test_itself():
 def expected_units():
     """File name of each kernel's unit, without its ending -> tag."""
     units = {}
-    for f in function_list.functions():
-        if not f.ready:
-            continue
-        for kernel, suffix in zip(f.kernels, f.stub_suffixes):
-            tag, level = kernel[:2].lower(), kernel[2:4]
-            by_level = dict(zip(("LA", "HA", "EP"), f.stub_suffixes), HA="_ha")
-            units[f"qem_{tag}_{f.type}{f.name.lower()}{by_level[level]}"] = tag
+    for f in filter(lambda f: f.ready, function_list.functions()):
+        by_level = dict(zip(("LA", "HA", "EP"), f.stub_suffixes), HA="_ha")
+        for kernel in f.kernels:
+            tag = kernel[:2].lower()
+            units[f"qem_{tag}_{f.type}{f.name.lower()}{by_level[kernel[2:4]]}"] = tag
     return units
 
 

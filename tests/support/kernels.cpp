@@ -1,28 +1,15 @@
 #include "support/kernels.hpp"
 
+#include <algorithm>
+
 namespace orv_test {
 namespace {
 
-struct Figure {
-  char type;
-  std::string function;
-  Slot slot;
-  double ulp;
-};
-
-const std::vector<Figure>& figures() {
-  static const std::vector<Figure> list = {
-#define ORV_ACCURACY(t, F, level, figure) {#t[0], #F, level, figure},
+std::optional<double> figure_of(char type, const std::string& function, Slot slot) {
+#define ORV_ACCURACY(t, F, level, figure) \
+  if (type == #t[0] && function == #F && slot == level) return figure;
 #include "qem/_bt_gen_ia32/accuracy.def"
 #undef ORV_ACCURACY
-  };
-  return list;
-}
-
-std::optional<double> figure_of(char type, const std::string& function, Slot slot) {
-  for (const Figure& f : figures()) {
-    if (f.type == type && f.function == function && f.slot == slot) return f.ulp;
-  }
   return std::nullopt;
 }
 
@@ -44,7 +31,8 @@ void add(std::vector<Kernel>& list, char type, const char* function,
     const size_t open = frame.find('(');
     list.push_back({type, function, slot, kernels[slot], orv_call::of(table[slot]), costs[slot],
                     frame.substr(0, open), frame.substr(open + 1, frame.size() - open - 2),
-                    figure_of(type, function, slot)});
+                    figure_of(type, function, slot),
+                    std::find(table, table + slot, table[slot]) == table + slot});
   }
 }
 
@@ -60,17 +48,9 @@ std::vector<Kernel> all_slots() {
   return list;
 }
 
-std::vector<Kernel> distinct_kernels() {
-  std::vector<Kernel> list;
-  for (const Kernel& slot : all_slots()) {
-    bool seen = false;
-    for (const Kernel& other : list) {
-      seen |= other.type == slot.type && other.function == slot.function &&
-              other.call.address == slot.call.address;
-    }
-    if (!seen) list.push_back(slot);
-  }
-  return list;
+std::vector<Kernel> distinct_kernels(std::vector<Kernel> slots) {
+  std::erase_if(slots, [](const Kernel& slot) { return !slot.first; });
+  return slots;
 }
 
 }  // namespace orv_test

@@ -24,19 +24,24 @@ struct Kernel {
   float cost;
   std::string frame, environment;  // "guarded", "mode"
   std::optional<double> ulp;  // recorded largest error, for kernels with roundings of their own
+  bool first;                 // no earlier slot of the function has the kernel
 
   std::string name() const { return type + function + "_" + slot_name[slot]; }  // "dExp_HA"
-  std::string tag() const { return kernel.substr(0, 2); }
   const orv_call::Signature& signature() const { return call.signature; }
   bool in_float() const { return type == 's' || type == 'c'; }
+  /// Calls f with a number of the type of the elements' parts.
+  template <class F>
+  auto in_its_type(F f) const {
+    return in_float() ? f(float{}) : f(double{});
+  }
   /// Numbers of an input vector, and of a result, with n elements.
   size_t input_size(size_t n) const { return n * signature().input_parts; }
   size_t result_size(size_t n) const { return n * signature().result_parts; }
 };
 
-/// All slots of all ready functions, or only slots whose kernel no earlier slot of the function
-/// has.
+/// All slots of all ready functions.
 std::vector<Kernel> all_slots();
-std::vector<Kernel> distinct_kernels();
+/// Each kernel once.
+std::vector<Kernel> distinct_kernels(std::vector<Kernel> slots = all_slots());
 
 }  // namespace orv_test
