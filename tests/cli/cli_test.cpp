@@ -155,10 +155,9 @@ TEST(Measure, FindsTheErrorOfALevel) {
 
 TEST(Command, HasHelpAndVersion) {
   expect_all_in(orv("--version").out, {"orv " ORV_VERSION " ("});
-  for (const char* page : {"--help", "math --help", "info --help", "measure --help",
-                           "random --help", "stats --help"}) {
-    const Outcome run = orv(page);
-    EXPECT_EQ(run.code, 0) << page;
+  for (const std::string command : {"", "math", "info", "measure", "random", "stats"}) {
+    const Outcome run = orv(command + " --help");
+    EXPECT_EQ(run.code, 0) << command;
     expect_all_in(run.out, {"Usage: "});
   }
 }

@@ -34,9 +34,8 @@ inline Outcome orv(std::string arguments, const std::string& input = "",
                               " >" + path_of("out") + " 2>" + path_of("err") + " " + arguments;
   const int status = std::system(command.c_str());
   const auto read = [](const char* name) {
-    std::ostringstream text;
-    text << std::ifstream(path_of(name)).rdbuf();
-    return text.str();
+    std::ifstream file(path_of(name));
+    return std::string(std::istreambuf_iterator<char>(file), {});
   };
   Outcome outcome = {read("out"), read("err"), WIFEXITED(status) ? WEXITSTATUS(status) : -1};
   for (const char* name : {"in", "out", "err"}) unlink(path_of(name).c_str());

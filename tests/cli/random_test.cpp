@@ -131,15 +131,14 @@ TEST(Random, SkipsAndLeapsWhereTheListSaysSo) {
 }
 
 TEST(Random, AMistakeIsOneLineAndCode2) {
-  const std::string file = path_of("file"), cut = path_of("cut");
-  const std::string abstract = path_of("abstract");
+  const std::string file = path_of("file"), cut = path_of("cut"), own = path_of("own");
   std::ofstream(file) << "a text of some length, but no stream";
   ASSERT_EQ(random("bits -n 0 --save " + cut).code, 0);
   ASSERT_EQ(truncate(cut.c_str(), 100), 0);
   // A header, and the least state that an abstract stream of words can have.
   std::string stream = {0, 'R', 'N', 'G', 16, 0, sizeof(void*) == 8 ? 32 : 20, 0, 0, 0, 0, 0, 0, 0};
   stream += {char(0xA0), 0};
-  std::ofstream(abstract, std::ios::binary) << stream + std::string(32, 0);
+  std::ofstream(own, std::ios::binary) << stream + std::string(32, 0);
   const std::vector<Mistake> mistakes = {
       {"", "", {"KIND"}},
       {"normal", "", {"normal", "uniform", "bits", "int", "list"}},
@@ -164,14 +163,14 @@ TEST(Random, AMistakeIsOneLineAndCode2) {
       {"bits --load /no/such", "", {"--load '/no/such'", "No such file"}},
       {"bits --load " + file, "", {"--load '" + file + "'", "holds no stream", "--save"}},
       {"bits --load " + cut, "", {"--load '" + cut + "'", "cut short", "--save"}},
-      {"bits --load " + abstract, "", {"--load '" + abstract + "'", "abstract", "--save"}},
+      {"bits --load " + own, "", {"--load '" + own + "'", "abstract", "--save"}},
       {"bits --load " + file + " --seed 1", "", {"--seed", "--load"}},
       {"bits --save /no/such/file", "", {"--save '/no/such/file'", "No such file"}},
       {"bits -n 0 --save /dev/full", "", {"--save '/dev/full'", "room"}},
       {"bits -n 0 --save " + testing::TempDir(), "", {"--save", "directory"}},
   };
   expect_mistakes(random, mistakes);
-  for (const std::string& path : {file, cut, abstract}) unlink(path.c_str());
+  for (const std::string& path : {file, cut, own}) unlink(path.c_str());
 }
 
 }  // namespace
