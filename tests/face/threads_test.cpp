@@ -225,15 +225,13 @@ TEST_F(Threads, AForkedProcessHasAPoolOfItsOwn) {
 }
 
 TEST_F(Threads, ExitDoesNotWaitForThem) {
-  const auto exit_inside = [] {
-    orv_threads_set_count(4);
-    run(orv_threads_pool()->run_threads, 4, [](int32_t t, int32_t, int32_t) {
-      if (t == 2) std::exit(7);
-      std::this_thread::sleep_for(std::chrono::seconds(100));
-    });
-  };
   GTEST_FLAG_SET(death_test_style, "threadsafe");
-  EXPECT_EXIT(exit_inside(), testing::ExitedWithCode(7), "");
+  orv_threads_set_count(4);
+  const Function exit_inside = [](int32_t t, int32_t, int32_t) {
+    if (t == 2) std::exit(7);
+    std::this_thread::sleep_for(std::chrono::seconds(100));
+  };
+  EXPECT_EXIT(run(orv_threads_pool()->run_threads, 4, exit_inside), testing::ExitedWithCode(7), "");
 }
 
 }  // namespace

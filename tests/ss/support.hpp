@@ -8,6 +8,7 @@
 #include <cstring>
 #include <initializer_list>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include "orv/sort.h"
@@ -64,7 +65,6 @@ class Task {
   Task& operator=(const Task&) = delete;
 
   operator SSTask*() const { return task_; }
-  SSTask* operator->() const { return task_; }
 
   /// Sets a parameter to an array of the test's.
   Task& set(int64_t parameter, const T* array) {
@@ -114,9 +114,9 @@ struct Data {
   std::vector<T> x, w;
   WeightKind kind;
 
-  Data(int variables, int observations, WeightKind weights, unsigned seed = 1)
+  Data(int variables, int observations, WeightKind weights)
       : p(variables), n(observations), kind(weights) {
-    std::mt19937 random(seed);
+    std::mt19937 random(1);
     const auto uniform = [&] { return static_cast<T>(random() >> 8) * T(0x1p-24); };
     for (int k = 0; k < p * n; ++k) {
       const T u = uniform();
@@ -141,11 +141,7 @@ std::vector<T> laid_out(int64_t layout, size_t p, const std::vector<T>& x) {
 /// Takes the number of a case apart into choices.
 struct Choices {
   int rest;
-  int operator()(int count) {
-    const int choice = rest % count;
-    rest /= count;
-    return choice;
-  }
+  int operator()(int count) { return std::exchange(rest, rest / count) % count; }
 };
 
 /// Calls f(i, j) for the elements of a symmetric matrix that are stored, in their order.
