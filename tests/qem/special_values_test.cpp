@@ -133,8 +133,8 @@ void check_strides(Pack pack, Unpack unpack, PackKernel pack_kernel, UnpackKerne
       check([&](const R* x, R* y) { pack_kernel(n, x, step, y, 0); },
             [&](const R* x, R* y) { unpack_kernel(n, x, y, step, 0); });
       R untouched = 77;
-      pack_kernel(-upper, nullptr, step, &untouched, 0);
-      unpack_kernel(-upper, nullptr, &untouched, step, 0);
+      pack_kernel(1 - upper, a.data(), step, &untouched, 0);
+      unpack_kernel(1 - upper, a.data(), &untouched, step, 0);
       EXPECT_EQ(untouched, 77);
     }
   }
