@@ -153,9 +153,9 @@ TEST(StreamFiles, DamagedGiveTheStatusOfTheirContents) {
       *&stream = old;
       write_file(name, bytes);
       const int32_t status = load(&stream, name);
+      if (status < 0) *&old = nullptr;
       ASSERT_THAT(expected_status(bytes), testing::Contains(status)) << &bytes - files.data();
       ASSERT_EQ(stream == nullptr, status < 0);
-      if (status < 0) *&old = nullptr;
       if (status < 0) continue;
       ASSERT_EQ(stream->Brng, field<int32_t>(bytes, 12));
       ASSERT_EQ(__zokGetNumChunks(stream), field<uint16_t>(bytes, 8));
