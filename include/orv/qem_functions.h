@@ -422,7 +422,7 @@ ORV_API void _qemcConj_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* 
 ORV_API void orv_qem_kernel_cConj_W7HAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 
 /** cMul: complex product; complex float.
- *  Largest error: LA 0.501, HA 0.501, EP 0.98 ulp.
+ *  Largest error: LA 0.501, HA 0.501, EP 1.0 ulp.
  *  Status codes: 3 overflow of finite arguments without a zero part, not at EP. */
 extern ORV_API const QemBinary_c orv_qem_kernel_cMul_ttab[3];
 extern ORV_API const float orv_qem_kernel_cMul_ctab[3];
@@ -465,7 +465,7 @@ ORV_API void _qemzConj_26(int32_t n, const QemComplexDouble* a, QemComplexDouble
 ORV_API void orv_qem_kernel_zConj_W7HAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 /** zMul: complex product; complex double.
- *  Largest error: LA 0.501, HA 0.501, EP 0.96 ulp.
+ *  Largest error: LA 0.501, HA 0.501, EP 1.0 ulp.
  *  Status codes: 3 overflow of finite arguments without a zero part, not at EP. */
 extern ORV_API const QemBinary_z orv_qem_kernel_zMul_ttab[3];
 extern ORV_API const float orv_qem_kernel_zMul_ctab[3];
