@@ -96,19 +96,15 @@ const Checks partial = {{F(cor), -4018},
 
 template <class T>
 std::vector<Case> all_cases() {
-  static const T too_low = T(-0.01), too_high = T(1.01), nan = std::numeric_limits<T>::quiet_NaN();
-  static const T indefinite[] = {2, 1, -2};
-  static const std::vector<T> some(many, 1);
-  static T results[2];
+  static const T too_low = T(-0.01), too_high = T(1.01), nan = std::numeric_limits<T>::quiet_NaN(),
+                 indefinite[] = {2, 1, -2};
   const Checks quantiles = {{F(quantiles), -4023},
                             {F(quant_orders), -4021},
                             {F(quant_order_count), -4022, {nullptr, &negative}},
                             {F(quant_orders), -4022, {&too_low, &too_high, &nan}}};
   const Checks bad_roles = {{F(partial_index_array), -4073, {all_given, none_given}},
                             {F(cov), -5010, {indefinite}}};
-  const Checks unchecked = {{F(weights), 0, {some.data()}},
-                            {F(quant_orders), 0, {some.data()}},
-                            {F(quantiles), 0, {results}}};
+  const Checks unchecked = {{F(weights), 0, {}}, {F(quant_orders), 0, {}}, {F(quantiles), 0, {}}};
   constexpr uint64_t fast = SS_METHOD_FAST, one_pass = SS_METHOD_ONE_PASS, either = fast | one_pass;
   constexpr uint64_t least = SS_EST_MIN, largest = SS_EST_MAX, groups = SS_EST_GROUP;
   constexpr uint64_t orders = SS_EST_QUANTILES, sorted_data = SS_EST_ORDER_STATS;
