@@ -29,7 +29,7 @@ struct Case {
 
 #define F(name) offsetof(SSTask, name)
 const int64_t none = 0, one = 1, two = 2, many = 2500, negative = -1, rows = SS_ROWS,
-              lower_packed = SS_MATRIX_LOWER_PACKED, no_layout = 0x40000,
+              columns = SS_COLUMNS, lower_packed = SS_MATRIX_LOWER_PACKED, no_layout = 0x40000,
               beyond = std::numeric_limits<int64_t>::max(),
               more_than_sorters_count = int64_t{1} << 31;
 std::vector<int64_t> groups_with(int64_t second) {
@@ -195,11 +195,13 @@ TYPED_TEST(EachPrecision, EntriesCheckInTheirOrderAndLeaveNothing) {
     for (int32_t t = 0; t < threads; ++t) function(t, 0, threads, args);
   };
   for (const Case& c : all_cases<TypeParam>()) {
-    for (int way = 0; way < 4; ++way) {
+    for (int way = 0; way < 8; ++way) {
       SCOPED_TRACE(testing::Message() << "estimates " << c.estimates << " way " << way);
-      const bool masked = way % 2 != 0, weighted = way / 2 != 0;
+      Choices choose{way};
+      const bool masked = choose(2), weighted = choose(2), by_columns = choose(2);
       CaseTask<TypeParam> made(c);
       made.set(F(cov_storage), &lower_packed);
+      if (by_columns) made.set(F(observation_storage), &columns);
       if (masked) made.set(F(variable_mask), selected);
       if (weighted) made.set(F(weights), made.numbers.data());
       const auto run = [&] { return c.entry(&made.task, c.estimates, made.how, &in_turn); };
