@@ -68,8 +68,6 @@ Results<T> fed(const Data<T>& data, const Way& way) {
   return fed(data, way, Results<T>(data.p));
 }
 
-// ---- The updates, to the bit -------------------------------------------------------------------
-
 /// The recurrence as it is defined, an element at a time.
 template <class T>
 struct Recurrence {
@@ -150,8 +148,6 @@ TYPED_TEST(EachPrecision, OnePassUpdatesAreThoseOfThePlainRecurrence) {
     one_pass_equals_the_recurrence<TypeParam>(1, 300, unweighted, SS_ROWS, start);
   }
 }
-
-// ---- The estimates -----------------------------------------------------------------------------
 
 /// Every estimate from its definition, in extended precision.
 struct Expected {

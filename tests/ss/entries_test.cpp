@@ -4,7 +4,7 @@
 #include <functional>
 #include <limits>
 
-#include "serv/failing_allocator.hpp"
+#include "failing_allocator.hpp"
 #include "support.hpp"
 
 using namespace orv_test;
@@ -29,7 +29,7 @@ struct Case {
 
 #define F(name) offsetof(SSTask, name)
 const int64_t none = 0, one = 1, two = 2, many = 2500, negative = -1, rows = SS_ROWS,
-              lower_packed = SS_MATRIX_LOWER_PACKED, no_layout = 0x40000,
+              columns = SS_COLUMNS, lower_packed = SS_MATRIX_LOWER_PACKED, no_layout = 0x40000,
               beyond = std::numeric_limits<int64_t>::max(),
               more_than_sorters_count = int64_t{1} << 31;
 std::vector<int64_t> groups_with(int64_t second) {
@@ -37,7 +37,8 @@ std::vector<int64_t> groups_with(int64_t second) {
   groups[1] = second;
   return groups;
 }
-const std::vector<int64_t> two_groups = groups_with(1), no_groups = groups_with(-1);
+const std::vector<int64_t> two_groups = groups_with(1), no_groups = groups_with(-1),
+                           countless = groups_with(INT32_MAX);
 const int64_t wanted[] = {1, 1}, twice[] = {1, 2}, roles[] = {1, -1}, all_given[] = {-1, -1},
               none_given[] = {1, 0};
 
@@ -78,6 +79,7 @@ const Checks single = {{F(group_cov_storage), -4044},
                        {F(group_cov), -4036},
                        {F(group_means), -4037}};
 const Checks bad_groups = {{F(group_indices), -4038, {no_groups.data()}}},
+             too_many_groups = {{F(group_indices), SS_NO_MEMORY, {countless.data()}}},
              bad_choice = {{F(group_output_indices), -4038, {twice}}};
 // Where there is a correlation, no covariance is looked for.
 const Checks partial = {{F(cor), -4018},
@@ -94,19 +96,15 @@ const Checks partial = {{F(cor), -4018},
 
 template <class T>
 std::vector<Case> all_cases() {
-  static const T too_low = T(-0.01), too_high = T(1.01), nan = std::numeric_limits<T>::quiet_NaN();
-  static const T indefinite[] = {2, 1, -2};
-  static const std::vector<T> some(many, 1);
-  static T results[2];
+  static const T too_low = T(-0.01), too_high = T(1.01), nan = std::numeric_limits<T>::quiet_NaN(),
+                 indefinite[] = {2, 1, -2};
   const Checks quantiles = {{F(quantiles), -4023},
                             {F(quant_orders), -4021},
                             {F(quant_order_count), -4022, {nullptr, &negative}},
                             {F(quant_orders), -4022, {&too_low, &too_high, &nan}}};
   const Checks bad_roles = {{F(partial_index_array), -4073, {all_given, none_given}},
                             {F(cov), -5010, {indefinite}}};
-  const Checks unchecked = {{F(weights), 0, {some.data()}},
-                            {F(quant_orders), 0, {some.data()}},
-                            {F(quantiles), 0, {results}}};
+  const Checks unchecked = {{F(weights), 0, {}}, {F(quant_orders), 0, {}}, {F(quantiles), 0, {}}};
   constexpr uint64_t fast = SS_METHOD_FAST, one_pass = SS_METHOD_ONE_PASS, either = fast | one_pass;
   constexpr uint64_t least = SS_EST_MIN, largest = SS_EST_MAX, groups = SS_EST_GROUP;
   constexpr uint64_t orders = SS_EST_QUANTILES, sorted_data = SS_EST_ORDER_STATS;
@@ -121,7 +119,7 @@ std::vector<Case> all_cases() {
       {E::quantiles, sorted_data, fast, {layout, sorted, sortable}},
       {E::quantiles, orders | sorted_data, fast, {layout, quantiles, sorted, sortable}},
       {E::weighted_median, 0, 0, {{dimension, count, observed}, unchecked}},
-      {E::pooled_covariance, pool, one_pass, {grouped, pooled, data, bad_groups}},
+      {E::pooled_covariance, pool, one_pass, {grouped, pooled, data, too_many_groups, bad_groups}},
       {E::pooled_covariance, groups, one_pass, {grouped, single, data, bad_groups, bad_choice}},
       {E::pooled_covariance, pool | groups, one_pass, {grouped, pooled, single, data, bad_groups}},
       {E::partial_covariance, both_partial, fast, {partial, bad_roles}},
@@ -197,11 +195,13 @@ TYPED_TEST(EachPrecision, EntriesCheckInTheirOrderAndLeaveNothing) {
     for (int32_t t = 0; t < threads; ++t) function(t, 0, threads, args);
   };
   for (const Case& c : all_cases<TypeParam>()) {
-    for (int way = 0; way < 4; ++way) {
+    for (int way = 0; way < 8; ++way) {
       SCOPED_TRACE(testing::Message() << "estimates " << c.estimates << " way " << way);
-      const bool masked = way % 2 != 0, weighted = way / 2 != 0;
+      Choices choose{way};
+      const bool masked = choose(2), weighted = choose(2), by_columns = choose(2);
       CaseTask<TypeParam> made(c);
       made.set(F(cov_storage), &lower_packed);
+      if (by_columns) made.set(F(observation_storage), &columns);
       if (masked) made.set(F(variable_mask), selected);
       if (weighted) made.set(F(weights), made.numbers.data());
       const auto run = [&] { return c.entry(&made.task, c.estimates, made.how, &in_turn); };
@@ -252,28 +252,24 @@ TYPED_TEST(EachPrecision, QuantilesWithoutMemory) {
   }
 }
 
-// No more threads have sums of their own than there are groups, and no more groups are counted than
-// items are.
-TEST(Allocation, Groups) {
+// No more threads have sums of their own than there are groups.
+TEST(Allocation, SumsOfGroups) {
   static int32_t usable;
   SSThreadServices services = *orv_threads_serial();
   services.max_threads = [] { return usable; };
-  const double x[33] = {};
-  std::vector<double> results(11 * 11);
-  Task<double> task(11, 3, SS_COLUMNS, x);
+  std::vector<double> x(33), results(11 * 11);
+  Task<double> task(11, 3, SS_COLUMNS, x.data());
   task.set(SS_PARAM_POOLED_MEAN, results).set(SS_PARAM_POOLED_COV, results);
-  task.set(SS_PARAM_POOLED_COV_STORAGE, {0});
-  const auto bytes = [&](int32_t threads, int64_t last_group, int32_t status) {
+  task.set(SS_PARAM_POOLED_COV_STORAGE, {0}).set(SS_PARAM_GROUP_INDICES, {0, 1, 1});
+  const auto bytes = [&](int32_t threads) {
     usable = threads;
-    task.set(SS_PARAM_GROUP_INDICES, {0, 1, last_group});
     watch_allocations();
-    EXPECT_EQ(_zokdSSPooledCovariance(task, SS_EST_POOLED, SS_METHOD_ONE_PASS, &services), status);
+    EXPECT_EQ(_zokdSSPooledCovariance(task, SS_EST_POOLED, SS_METHOD_ONE_PASS, &services), SS_OK);
     return seen_allocations().bytes;
   };
-  EXPECT_EQ(bytes(0, 1, SS_OK), bytes(1, 1, SS_OK));
-  EXPECT_LT(bytes(1, 1, SS_OK), bytes(2, 1, SS_OK));
-  EXPECT_EQ(bytes(2, 1, SS_OK), bytes(100, 1, SS_OK));
-  bytes(1, INT32_MAX, SS_NO_MEMORY);
+  EXPECT_EQ(bytes(0), bytes(1));
+  EXPECT_LT(bytes(1), bytes(2));
+  EXPECT_EQ(bytes(2), bytes(100));
 }
 
 }  // namespace
