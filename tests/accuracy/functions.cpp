@@ -29,7 +29,7 @@ void angle_inputs(Inputs<R>& in) {
   in.linear(0.2, -65600, 65600);
   in.patterns_of_both_signs(0.3, 0, std::numeric_limits<R>::infinity());
   in.seams(0.2, pi / 512, -70000, 70000);
-  in.seams(0.1, pi / 2, 65000, is_float<R> ? 1e30 : 1e300);
+  in.seams(0.1, pi / 2, 65000, 1e15);
   for (const double x : {65536.0, pi / 2, pi}) in.at(x, 16);
   for (const double x : {0x1.6AC5B262CA1FFp849, 0x1.DF77E73A0A3C5p+417, 0x1.921FB54442D18p+100,
                          0x1.2D97C7F3321D2p+2, 22.0, 355.0, 1e22}) {

@@ -64,15 +64,4 @@ TEST(ScalarEntries, GiveTheBitsOfTheKernelAndReportByTheirName) {
   });
 }
 
-/// Of the sign of x; its size is seen in the accuracy of CIS.
-TEST(ScalarEntries, ReductionIsOdd) {
-  for (const double x : {0x1p16, 1e15, 0x1.6AC5B262CA1FFp849, 0x1.FFFFFFFFFFFFFp1023}) {
-    double rest[2], other[2];
-    const int quarters = orv_qem_kernel_reduce_pio2d(x, rest);
-    EXPECT_EQ(orv_qem_kernel_reduce_pio2d(-x, other), -quarters & 3);
-    EXPECT_EQ(other[0], -rest[0]);
-    EXPECT_EQ(other[1], -rest[1]);
-  }
-}
-
 }  // namespace

@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# Builds the fuzzer of the stream loader with clang and runs it for a while: fuzz_load_stream.sh FOLDER SECONDS
+set -euo pipefail
+folder=$1 seconds=$2
+cd "$(dirname "$0")/../.."
+mkdir -p "$folder"
+mapfile -t sources < <(find zok/_src/zok_sub_kernel qem/_src/qem_core/mode -name '*.cpp')
+clang++ -std=c++20 -O1 -g -mavx -DORV_TAG=g9 -ffp-contract=off -Wno-ignored-attributes \
+  -fsanitize=fuzzer,address,undefined -fno-sanitize=alignment -Iinclude -I. \
+  tests/zok/fuzz_load_stream.cpp "${sources[@]}" -o "$folder/fuzz_load_stream"
+cd "$folder"
+./fuzz_load_stream -max_total_time="$seconds"
