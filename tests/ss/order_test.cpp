@@ -26,10 +26,9 @@ TYPED_TEST(EachPrecision, ExtremesAgreeWithALoop) {
                             {T(0), -T(0), 1},
                             std::vector<T>(100, -2)};
   kinds[5][0] = 0, kinds[5][1] = -T(0);
-  const struct {
-    int64_t p, n;
-  } sizes[] = {{1, 1},    {1, 1000}, {2, 63},   {3, 500},  {4, 129}, {5, 17},  {10, 7},
-               {10, 300}, {17, 33},  {255, 21}, {256, 20}, {257, 9}, {1030, 5}};
+  const std::array<int64_t, 2> sizes[] = {{1, 1},    {1, 1000}, {2, 63},   {3, 500}, {4, 129},
+                                          {5, 17},   {10, 7},   {10, 300}, {17, 33}, {255, 21},
+                                          {256, 20}, {257, 9},  {1030, 5}};
   constexpr uint64_t asked[] = {SS_EST_MIN, SS_EST_MAX, SS_EST_MIN | SS_EST_MAX};
   std::mt19937 random(5);
   for (const auto& [p, n] : sizes) {
@@ -179,20 +178,18 @@ TYPED_TEST(EachPrecision, QuantilesFollowTheDefinition) {
 TYPED_TEST(EachPrecision, QuantileThreadsShareTenMebibytes) {
   using T = TypeParam;
   constexpr int64_t fitting = 0xa00000 / sizeof(T);
-  const struct {
-    int64_t p, n;
-    int32_t usable, expected;
-  } cases[] = {{5, 100, 8, 5},     {50, 100, 8, 8},        {5, 100, 1, 1},
-               {5, 100, 0, 1},     {9, fitting / 3, 8, 3}, {9, fitting / 3 + 1, 8, 2},
-               {9, fitting, 8, 1}, {9, fitting + 1, 8, 1}, {9, 3 * fitting, 8, 1}};
+  const std::array<int64_t, 4> cases[] = {
+      {5, 100, 8, 5},     {50, 100, 8, 8},        {5, 100, 1, 1},
+      {5, 100, 0, 1},     {9, fitting / 3, 8, 3}, {9, fitting / 3 + 1, 8, 2},
+      {9, fitting, 8, 1}, {9, fitting + 1, 8, 1}, {9, 3 * fitting, 8, 1}};
   Asked::run = false;
-  for (const auto& c : cases) {
+  for (const auto& [p, n, usable, expected] : cases) {
     const T x = 0;
-    Asked::usable = c.usable;
-    Task<T> task(c.p, c.n, SS_ROWS, &x);
+    Asked::usable = static_cast<int32_t>(usable);
+    Task<T> task(p, n, SS_ROWS, &x);
     EXPECT_EQ(Entries<T>::quantiles(task, 0, SS_METHOD_FAST, &Asked::services), SS_OK);
-    EXPECT_EQ(Asked::items, c.p);
-    EXPECT_EQ(Asked::threads, c.expected) << c.p << ' ' << c.n << ' ' << c.usable;
+    EXPECT_EQ(Asked::items, p);
+    EXPECT_EQ(Asked::threads, expected) << p << ' ' << n << ' ' << usable;
   }
 }
 

@@ -47,6 +47,7 @@ void expect_same(const SSTask& task, const SSTask& expected) {
 TYPED_TEST(EachPrecision, TaskConstructorsCheckInOrder) {
   static const int64_t one = 1, zero = 0, minus = -1, high = int64_t{1} << 32, rows = SS_ROWS,
                        both = SS_ROWS | SS_COLUMNS;
+  const auto new_task = Entries<TypeParam>::new_task;
   const TypeParam x = 0;
   const struct {
     const int64_t *p, *n, *layout;
@@ -66,9 +67,8 @@ TYPED_TEST(EachPrecision, TaskConstructorsCheckInOrder) {
   for (const auto& c : cases) {
     for (const bool wide : {false, true}) {
       SSTask* task = nullptr;
-      EXPECT_EQ(
-          Entries<TypeParam>::new_task(&task, c.p, c.n, c.layout, c.data, nullptr, nullptr, wide),
-          wide ? c.wide_status : c.status)
+      EXPECT_EQ(new_task(&task, c.p, c.n, c.layout, c.data, nullptr, nullptr, wide),
+                wide ? c.wide_status : c.status)
           << "case " << &c - cases << (wide ? ", 64-bit" : ", 32-bit");
       EXPECT_EQ(reinterpret_cast<uintptr_t>(task) % 128, 0u);
       __zokSSDeleteTask(&task);
