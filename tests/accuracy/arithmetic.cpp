@@ -1,0 +1,46 @@
+#include "families.hpp"
+
+namespace orv_test {
+namespace {
+
+/// Parts of factors: mostly of a size that products neither overflow nor underflow.
+template <class R>
+void factor_inputs(Inputs<R>& in) {
+  const double far = is_float<R> ? 0x1p30 : 0x1p250;
+  arithmetic_inputs(in);
+  in.patterns_of_both_signs(2, 1 / far, far);
+}
+
+void absolute(mpfr_t* y, mpfr_t* x) { mpfr_abs(y[0], x[0], MPFR_RNDN); }
+void conjugate(mpfr_t* y, mpfr_t* x) {
+  mpfr_set(y[0], x[0], MPFR_RNDN);
+  mpfr_neg(y[1], x[1], MPFR_RNDN);
+}
+void complex_sum(mpfr_t* y, mpfr_t* x) {
+  mpfr_add(y[0], x[0], x[2], MPFR_RNDN);
+  mpfr_add(y[1], x[1], x[3], MPFR_RNDN);
+}
+/// MPFR's own form with two products is infinite only where one of them is.
+void complex_product(mpfr_t* y, mpfr_t* x) {
+  mpfr_fmms(y[0], x[0], x[2], x[1], x[3], MPFR_RNDN);
+  mpfr_fmma(y[1], x[0], x[3], x[1], x[2], MPFR_RNDN);
+}
+double square(double x) { return x * x; }
+
+}  // namespace
+
+std::vector<Function> arithmetic_functions() {
+  return {
+      {"sd", "Abs", Rounded, absolute, ::fabs, ORV_INPUTS(arithmetic_inputs)},
+      {"sd", "Add", Rounded, binary<mpfr_add>, nullptr, ORV_INPUTS(arithmetic_inputs)},
+      {"sd", "Sub", Rounded, binary<mpfr_sub>, nullptr, ORV_INPUTS(arithmetic_inputs)},
+      {"sd", "Mul", Rounded, binary<mpfr_mul>, nullptr, ORV_INPUTS(arithmetic_inputs)},
+      {"sd", "Sqr", Rounded, unary<mpfr_sqr>, square, ORV_INPUTS(arithmetic_inputs)},
+      {"sd", "Div", Rounded, binary<mpfr_div>, nullptr, ORV_INPUTS(arithmetic_inputs)},
+      {"cz", "Add", Rounded, complex_sum, nullptr, ORV_INPUTS(arithmetic_inputs)},
+      {"cz", "Mul", Approximate, complex_product, nullptr, ORV_INPUTS(factor_inputs), true},
+      {"cz", "Conj", Rounded, conjugate, nullptr, ORV_INPUTS(arithmetic_inputs)},
+  };
+}
+
+}  // namespace orv_test

@@ -1,0 +1,32 @@
+#include "families.hpp"
+
+namespace orv_test {
+namespace {
+
+/// Where lanes end, multiples and halves of a table step, and doubles next to multiples of pi/2.
+template <class R>
+void angle_inputs(Inputs<R>& in) {
+  constexpr double pi = 0x1.921FB54442D18p1;
+  in.linear(0.3, -10, 10);
+  in.linear(0.2, -65600, 65600);
+  in.patterns_of_both_signs(0.3, 0, std::numeric_limits<R>::infinity());
+  in.seams(0.2, pi / 512, -70000, 70000);
+  in.seams(0.1, pi / 2, 65000, 1e15);
+  for (const double x : {65536.0, pi / 2, pi}) in.at(x, 16);
+  for (const double x : {0x1.6AC5B262CA1FFp849, 0x1.DF77E73A0A3C5p+417, 0x1.921FB54442D18p+100,
+                         0x1.2D97C7F3321D2p+2, 22.0, 355.0, 1e22}) {
+    if (!is_float<R> || x < 1e38) in.at(x, 4);
+  }
+}
+
+void cis(mpfr_t* y, mpfr_t* x) { mpfr_sin_cos(y[1], y[0], x[0], MPFR_RNDN); }
+
+}  // namespace
+
+std::vector<Function> trigonometric_functions() {
+  return {
+      {"cz", "CIS", Approximate, cis, nullptr, ORV_INPUTS(angle_inputs)},
+  };
+}
+
+}  // namespace orv_test
