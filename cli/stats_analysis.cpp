@@ -13,33 +13,17 @@
 #include <new>
 #include <unordered_map>
 
-#include "columns.hpp"
 #include "error.hpp"
 #include "progress.hpp"
+#include "stats_choice.hpp"
 
 namespace orv_cli {
 namespace {
-
-using Strings = std::vector<std::string>;
 
 constexpr int64_t block_values = 1 << 19;  // that are read before they are computed with
 constexpr size_t most_pairwise = 200;      // columns that all pairs are made of
 constexpr size_t most_groups = 1000;       // all observations are looked through for each
 constexpr size_t narrow = 8;               // variables of a sample that needs no whole matrix
-
-/// "a, b" has two parts.
-Strings parts_of(const std::string& text) {
-  Strings parts;
-  for (size_t start = 0; start <= text.size();) {
-    const size_t end = std::min(text.find(',', start), text.size());
-    std::string part = text.substr(start, end - start);
-    part.erase(0, part.find_first_not_of(" \t"));
-    part.erase(part.find_last_not_of(" \t") + 1);
-    parts.push_back(std::move(part));
-    start = end + 1;
-  }
-  return parts;
-}
 
 std::vector<double> orders_of(const std::string& text) {
   if (text.empty()) return {0.25, 0.5, 0.75};
@@ -55,116 +39,6 @@ std::vector<double> orders_of(const std::string& text) {
   }
   return orders;
 }
-
-// ---- Columns ------------------------------------------------------------------------------------
-
-/// Which columns of the file are what.
-class Choice {
- public:
-  Choice(const Table& table, const StatsOptions& options) : table_(table) {
-    if (table.head().empty()) throw Error("{} holds no number, only names", table.file().name());
-    if (!table.note().empty()) notes.push_back(table.note());
-    weights = find(options.weights, "--weights");
-    by = find(options.by, "--by");
-    const auto partial = find_all(options.partial, "--partial");
-    const auto given = find_all(options.given, "--given");
-    if (options.select.empty()) {
-      choose_numeric();
-    } else {
-      for (const size_t c : find_all(options.select, "--select")) add(c, "--select");
-    }
-    roles.assign(columns.size(), 0);
-    set_roles(partial, "--partial", 1);
-    set_roles(given, "--given", -1);
-    if (weights && std::ranges::count(columns, *weights) > 0) {
-      throw Error("--weights {}: the column is selected, too; allowed is one that is not",
-                  in_quotes(options.weights));
-    }
-    if (by && std::ranges::count(columns, *by) > 0) {
-      throw Error("--by {}: the column is selected, too; allowed is one that is not",
-                  in_quotes(options.by));
-    }
-  }
-
-  std::string name(size_t column) const {
-    return table_.names().empty() ? fmt::format("column {}", column + 1) : table_.names()[column];
-  }
-
-  std::vector<size_t> columns;  // to analyse
-  std::vector<int64_t> roles;   // of each: 1 partial, -1 given
-  std::optional<size_t> weights, by;
-  Strings notes;              // of what is left out
-  std::vector<size_t> empty;  // left out, since nothing was in them so far
-
- private:
-  std::optional<size_t> find(const std::string& column, std::string_view option) const {
-    if (column.empty()) return std::nullopt;
-    return table_.find_column(column, option);
-  }
-
-  std::vector<size_t> find_all(const std::string& list, std::string_view option) const {
-    std::vector<size_t> found;
-    if (list.empty()) return found;
-    if (std::ranges::count(table_.names(), list) == 1) return {table_.find_column(list, option)};
-    for (const std::string& part : parts_of(list)) {
-      found.push_back(table_.find_column(part, option));
-    }
-    return found;
-  }
-
-  void add(size_t column, std::string_view option) {
-    if (std::ranges::count(columns, column) > 0) {
-      throw Error("{}: {} is named twice", option, in_quotes(name(column)));
-    }
-    columns.push_back(column);
-  }
-
-  /// By its first cell that is not missing.
-  void choose_numeric() {
-    const std::deque<CsvRow>& head = table_.head();
-    Strings texts, names;
-    for (size_t column = 0; column < table_.width(); ++column) {
-      if (column == weights || column == by) continue;
-      const auto row =
-          std::ranges::find_if(head, [&](const CsvRow& r) { return !is_missing(r.cells[column]); });
-      double value;
-      if (row == head.end()) {
-        empty.push_back(column);
-      } else if (parse(row->cells[column], value)) {
-        columns.push_back(column);
-      } else {
-        texts.push_back(fmt::format("{} ({}, line {})", one_line(name(column), 40),
-                                    in_quotes(row->cells[column]), row->line));
-      }
-    }
-    for (const size_t column : empty) names.push_back(one_line(name(column), 40));
-    for (const auto& [list, why] : {std::pair(&texts, "hold text"), {&names, "are empty"}}) {
-      if (list->empty()) continue;
-      notes.push_back(fmt::format("left out, as they {}: {}", why, fmt::join(*list, ", ")));
-    }
-    if (columns.empty()) {
-      throw Error("{} has no column of numbers; {}", table_.file().name(), fmt::join(notes, "; "));
-    }
-  }
-
-  /// Columns that have a role are analysed, whether or not they were selected.
-  void set_roles(const std::vector<size_t>& list, std::string_view option, int64_t role) {
-    for (const size_t column : list) {
-      const auto at = static_cast<size_t>(std::ranges::find(columns, column) - columns.begin());
-      if (at == columns.size()) {
-        columns.push_back(column);
-        roles.push_back(0);
-      }
-      if (roles[at] != 0) {
-        throw Error("{}: {} is named twice in --partial and --given", option,
-                    in_quotes(name(column)));
-      }
-      roles[at] = role;
-    }
-  }
-
-  const Table& table_;
-};
 
 // ---- The run ------------------------------------------------------------------------------------
 

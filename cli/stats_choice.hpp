@@ -1,0 +1,42 @@
+// Which columns of a file a run of `orv stats` takes, and what for.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "columns.hpp"
+#include "stats_analysis.hpp"
+
+namespace orv_cli {
+
+using Strings = std::vector<std::string>;
+
+/// "a, b" has two parts.
+Strings parts_of(const std::string& text);
+
+class Choice {
+ public:
+  Choice(const Table& table, const StatsOptions& options);
+
+  std::string name(size_t column) const;
+
+  std::vector<size_t> columns;  // to analyse
+  std::vector<int64_t> roles;   // of each: 1 partial, -1 given
+  std::optional<size_t> weights, by;
+  Strings notes;              // of what is left out
+  std::vector<size_t> empty;  // left out, since nothing was in them so far
+
+ private:
+  std::optional<size_t> find(const std::string& column, std::string_view option) const;
+  std::vector<size_t> find_all(const std::string& list, std::string_view option) const;
+  void add(size_t column, std::string_view option);
+  void choose_numeric();
+  void set_roles(const std::vector<size_t>& list, std::string_view option, int64_t role);
+
+  const Table& table_;
+};
+
+}  // namespace orv_cli
