@@ -25,12 +25,17 @@ constexpr int32_t pool = 2000;
 /// Moved data lies as far apart.
 constexpr int64_t stride = 2;
 
-/// Arguments for contenders of one signature, and room for results.
+/// Arguments for contenders of one kernel's signature, and room for results.
 template <class R>
 class Calls {
  public:
-  Calls(const orv_call::Signature& signature, double low, double high) : signature_(signature) {
+  Calls(const Kernel& kernel, double low, double high) : signature_(kernel.signature()) {
     std::mt19937_64 bits(20240229);
+    const bool masked = kernel.function.ends_with('M');
+    for (int32_t i = 0; i < pool; ++i) {
+      const auto bit = static_cast<int32_t>(bits() >> 63);
+      words_.push_back(masked ? bit : i * static_cast<int32_t>(stride) + bit);
+    }
     for (std::vector<R>& input : in_) {
       input.resize(pool * 2 * stride);
       for (R& x : input) {
@@ -45,7 +50,9 @@ class Calls {
     c.call({.n = n,
             .inputs = {&in_[0][from], &in_[1][from]},
             .results = {out[0].data(), out[1].data()},
-            .increment = stride});
+            .scalars = orv_test::usual_scalars,
+            .increment = stride,
+            .indices = words_.data()});
   }
 
   /// All results, NaN where nothing was written.
@@ -62,6 +69,7 @@ class Calls {
  private:
   orv_call::Signature signature_;
   std::vector<R> in_[2];
+  std::vector<int32_t> words_;  // places about a stride apart, or masks
 };
 
 /// Loose enough for every honest implementation of the level.
@@ -142,7 +150,7 @@ void add_kernel(const Kernel& kernel, bool first) {
     refuse("ours/" + name + "_" + level, "bench/peers.cpp has no row for it");
     return;
   }
-  const Calls<R> calls(kernel.signature(), function->low, function->high);
+  const Calls<R> calls(kernel, function->low, function->high);
   if (first) {
     for (const Contender& peer : function->peers) {
       add_contender(peer, name, *function, calls, bound<R>("HA"));

@@ -94,12 +94,50 @@ void unpack_loop(int64_t n, const T* a, T* y, int64_t incr, int32_t) {
   for (int64_t i = 0; i < n; ++i) y[i * incr] = a[i];
 }
 
+template <class T>
+void linear_frac_loop(int32_t n, const T* a, const T* b, T scalea, T shifta, T scaleb, T shiftb,
+                      T* r) {
+  for (int32_t i = 0; i < n; ++i) r[i] = (scalea * a[i] + shifta) / (scaleb * b[i] + shiftb);
+}
+template <class T>
+void pack_v_loop(int64_t n, const T* a, const void* ia, T* y, int32_t) {
+  for (int64_t i = 0; i < n; ++i) y[i] = a[static_cast<const int32_t*>(ia)[i]];
+}
+template <class T>
+void unpack_v_loop(int64_t n, const T* a, T* y, const void* iy, int32_t) {
+  for (int64_t i = 0; i < n; ++i) y[static_cast<const int32_t*>(iy)[i]] = a[i];
+}
+template <class T>
+void pack_m_loop(int64_t n, const T* a, const void* ma, T* y, int32_t) {
+  for (int64_t i = 0, k = 0; i < n; ++i) {
+    if (static_cast<const int32_t*>(ma)[i] != 0) y[k++] = a[i];
+  }
+}
+template <class T>
+void unpack_m_loop(int64_t n, const T* a, T* y, const void* my, int32_t) {
+  for (int64_t i = 0, k = 0; i < n; ++i) {
+    if (static_cast<const int32_t*>(my)[i] != 0) y[i] = a[k++];
+  }
+}
+
 struct Absolute {
   template <class T>
   T operator()(T x) const {
     return std::fabs(x);
   }
 };
+struct Reciprocal {
+  template <class T>
+  T operator()(T x) const {
+    return 1 / x;
+  }
+};
+using Floor = decltype([](auto x) { return std::floor(x); });
+using Ceil = decltype([](auto x) { return std::ceil(x); });
+using Trunc = decltype([](auto x) { return std::trunc(x); });
+using Round = decltype([](auto x) { return std::round(x); });
+using Rint = decltype([](auto x) { return std::rint(x); });
+using NearbyInt = decltype([](auto x) { return std::nearbyint(x); });
 struct Square {
   template <class T>
   T operator()(T x) const {
@@ -130,6 +168,24 @@ std::vector<Contender> loop(F* f) {
   return {{"loop", orv_call::of(f)}};
 }
 
+template <int immediate>
+__m256d rounded(__m256d x) {
+  return _mm256_round_pd(x, immediate);
+}
+template <int immediate>
+__m256 rounded(__m256 x) {
+  return _mm256_round_ps(x, immediate);
+}
+/// A plain loop, and the processor's rounding instruction on whole vectors, which compilers don't
+/// make of every loop.
+template <class T, class Op, int immediate>
+std::vector<Contender> rounding() {
+  using V = std::conditional_t<sizeof(T) == 8, __m256d, __m256>;
+  constexpr V (*instruction)(V) = rounded<immediate>;
+  return {{"loop", orv_call::of(unary_loop<T, Op>)},
+          {"instruction", orv_call::of(vectors<T, V, instruction>)}};
+}
+
 /// Arithmetic and moves of real numbers T, and of complex ones C of them.
 template <class T, class C>
 std::vector<Function> arithmetic(char real, char complex) {
@@ -140,9 +196,21 @@ std::vector<Function> arithmetic(char real, char complex) {
       {real, "Sub", -10, 10, loop(binary_loop<T, std::minus<T>>)},
       {real, "Mul", -10, 10, loop(binary_loop<T, std::multiplies<T>>)},
       {real, "Div", -10, 10, loop(binary_loop<T, std::divides<T>>)},
+      {real, "Inv", -10, 10, loop(unary_loop<T, Reciprocal>)},
+      {real, "LinearFrac", -10, 10, loop(linear_frac_loop<T>)},
+      {real, "Floor", -1000, 1000, rounding<T, Floor, _MM_FROUND_FLOOR>()},
+      {real, "Ceil", -1000, 1000, rounding<T, Ceil, _MM_FROUND_CEIL>()},
+      {real, "Trunc", -1000, 1000, rounding<T, Trunc, _MM_FROUND_TRUNC>()},
+      {real, "Round", -1000, 1000, loop(unary_loop<T, Round>)},
+      {real, "Rint", -1000, 1000, rounding<T, Rint, _MM_FROUND_RINT>()},
+      {real, "NearbyInt", -1000, 1000, rounding<T, NearbyInt, _MM_FROUND_NEARBYINT>()},
       {real, "Modf", -1000, 1000, loop(modf_loop<T>)},
       {real, "PackI", -10, 10, loop(pack_loop<T>)},
+      {real, "PackV", -10, 10, loop(pack_v_loop<T>)},
+      {real, "PackM", -10, 10, loop(pack_m_loop<T>)},
       {real, "UnpackI", -10, 10, loop(unpack_loop<T>)},
+      {real, "UnpackV", -10, 10, loop(unpack_v_loop<T>)},
+      {real, "UnpackM", -10, 10, loop(unpack_m_loop<T>)},
       {complex, "Conj", -10, 10, loop(unary_loop<C, Conjugate>)},
       {complex, "Add", -10, 10, loop(binary_loop<C, ComplexSum>)},
       {complex, "Mul", -10, 10, loop(binary_loop<C, ComplexProduct>)},

@@ -100,6 +100,16 @@ ORV_API void _qemsAdd(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsAdd_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAdd_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
+/** sCeil: least whole number that is not below x; float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sCeil_ttab[3];
+extern ORV_API const float orv_qem_kernel_sCeil_ctab[3];
+ORV_API void _qemsCeil_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsCeil_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsCeil(int32_t n, const float* a, float* r);
+ORV_API void _qemsCeil_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCeil_G9HAynn(int32_t n, const float* a, float* r);
+
 /** sDiv: quotient; float.
  *  Status codes: 2 zero divisor. */
 extern ORV_API const QemBinary_s orv_qem_kernel_sDiv_ttab[3];
@@ -135,6 +145,38 @@ ORV_API void _qemsExpm1_HA(int32_t n, const float* a, float* r);
 ORV_API void _qemsExpm1(int32_t n, const float* a, float* r);
 ORV_API void _qemsExpm1_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sExpm1_V8HAynn(int32_t n, const float* a, float* r);
+
+/** sFloor: greatest whole number that is not above x; float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sFloor_ttab[3];
+extern ORV_API const float orv_qem_kernel_sFloor_ctab[3];
+ORV_API void _qemsFloor_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsFloor_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsFloor(int32_t n, const float* a, float* r);
+ORV_API void _qemsFloor_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sFloor_G9HAynn(int32_t n, const float* a, float* r);
+
+/** sInv: reciprocal; float.
+ *  Status codes: 2 zero argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sInv_ttab[3];
+extern ORV_API const float orv_qem_kernel_sInv_ctab[3];
+ORV_API void _qemsInv_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsInv_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsInv(int32_t n, const float* a, float* r);
+ORV_API void _qemsInv_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInv_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInv_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInv_G9EPnnn(int32_t n, const float* a, float* r);
+
+/** sLinearFrac: (scalea a + shifta)/(scaleb b + shiftb); with scaleb 0 by way of 1/shiftb, within 1.5 ulp; float.
+ *  Status codes: none. */
+extern ORV_API const QemFractionalLinear_s orv_qem_kernel_sLinearFrac_ttab[3];
+extern ORV_API const float orv_qem_kernel_sLinearFrac_ctab[3];
+ORV_API void _qemsLinearFrac_21(int32_t n, const float* a, const float* b, float scalea, float shifta, float scaleb, float shiftb, float* r);
+ORV_API void _qemsLinearFrac_HA(int32_t n, const float* a, const float* b, float scalea, float shifta, float scaleb, float shiftb, float* r);
+ORV_API void _qemsLinearFrac(int32_t n, const float* a, const float* b, float scalea, float shifta, float scaleb, float shiftb, float* r);
+ORV_API void _qemsLinearFrac_11(int32_t n, const float* a, const float* b, float scalea, float shifta, float scaleb, float shiftb, float* r);
+ORV_API void orv_qem_kernel_sLinearFrac_N8HAynn(int32_t n, const float* a, const float* b, float scalea, float shifta, float scaleb, float shiftb, float* r);
 
 /** sLn: natural logarithm; float.
  *  Largest error: LA 1.23, HA 0.718, EP 842 ulp.
@@ -195,6 +237,16 @@ ORV_API void _qemsMul(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsMul_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sMul_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
+/** sNearbyInt: whole number by the caller's rounding mode, inexact flag as before; float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sNearbyInt_ttab[3];
+extern ORV_API const float orv_qem_kernel_sNearbyInt_ctab[3];
+ORV_API void _qemsNearbyInt_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsNearbyInt_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsNearbyInt(int32_t n, const float* a, float* r);
+ORV_API void _qemsNearbyInt_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sNearbyInt_P8HAynn(int32_t n, const float* a, float* r);
+
 /** sPackI: elements at a distance, which may be 0 or negative, to a dense vector; float.
  *  Status codes: none. */
 extern ORV_API const QemStridedPack_s orv_qem_kernel_sPackI_ttab[3];
@@ -204,6 +256,46 @@ ORV_API void _qemsPackI_HA(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void _qemsPackI(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void _qemsPackI_11(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void orv_qem_kernel_sPackI_PXHAynn(int64_t n, const float* a, int64_t incr, float* y, int32_t narrow);
+
+/** sPackM: elements whose mask is not 0, to a dense vector; float.
+ *  Status codes: none. */
+extern ORV_API const QemMaskedPack_s orv_qem_kernel_sPackM_ttab[3];
+extern ORV_API const float orv_qem_kernel_sPackM_ctab[3];
+ORV_API void _qemsPackM_21(int64_t n, const float* a, const int32_t* ma, float* y);
+ORV_API void _qemsPackM_HA(int64_t n, const float* a, const int32_t* ma, float* y);
+ORV_API void _qemsPackM(int64_t n, const float* a, const int32_t* ma, float* y);
+ORV_API void _qemsPackM_11(int64_t n, const float* a, const int32_t* ma, float* y);
+ORV_API void orv_qem_kernel_sPackM_PXHAynn(int64_t n, const float* a, const void* ma, float* y, int32_t narrow);
+
+/** sPackV: elements at places told by indices, to a dense vector; float.
+ *  Status codes: none. */
+extern ORV_API const QemIndexedPack_s orv_qem_kernel_sPackV_ttab[3];
+extern ORV_API const float orv_qem_kernel_sPackV_ctab[3];
+ORV_API void _qemsPackV_21(int64_t n, const float* a, const int32_t* ia, float* y);
+ORV_API void _qemsPackV_HA(int64_t n, const float* a, const int32_t* ia, float* y);
+ORV_API void _qemsPackV(int64_t n, const float* a, const int32_t* ia, float* y);
+ORV_API void _qemsPackV_11(int64_t n, const float* a, const int32_t* ia, float* y);
+ORV_API void orv_qem_kernel_sPackV_PXHAynn(int64_t n, const float* a, const void* ia, float* y, int32_t narrow);
+
+/** sRint: whole number by the caller's rounding mode, with the inexact flag; float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sRint_ttab[3];
+extern ORV_API const float orv_qem_kernel_sRint_ctab[3];
+ORV_API void _qemsRint_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsRint_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsRint(int32_t n, const float* a, float* r);
+ORV_API void _qemsRint_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sRint_P8HAynn(int32_t n, const float* a, float* r);
+
+/** sRound: nearest whole number, ties away from zero; float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sRound_ttab[3];
+extern ORV_API const float orv_qem_kernel_sRound_ctab[3];
+ORV_API void _qemsRound_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsRound_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsRound(int32_t n, const float* a, float* r);
+ORV_API void _qemsRound_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sRound_G9HAynn(int32_t n, const float* a, float* r);
 
 /** sSqr: square; under overlap as if element by element, ascending; float.
  *  Status codes: none. */
@@ -225,6 +317,16 @@ ORV_API void _qemsSub(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsSub_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sSub_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
+/** sTrunc: integral part, towards zero; float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sTrunc_ttab[3];
+extern ORV_API const float orv_qem_kernel_sTrunc_ctab[3];
+ORV_API void _qemsTrunc_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsTrunc_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsTrunc(int32_t n, const float* a, float* r);
+ORV_API void _qemsTrunc_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sTrunc_G9HAynn(int32_t n, const float* a, float* r);
+
 /** sUnpackI: a dense vector to elements at a distance, which may be 0 or negative; float.
  *  Status codes: none. */
 extern ORV_API const QemStridedUnpack_s orv_qem_kernel_sUnpackI_ttab[3];
@@ -234,6 +336,26 @@ ORV_API void _qemsUnpackI_HA(int64_t n, const float* a, float* y, int64_t incr);
 ORV_API void _qemsUnpackI(int64_t n, const float* a, float* y, int64_t incr);
 ORV_API void _qemsUnpackI_11(int64_t n, const float* a, float* y, int64_t incr);
 ORV_API void orv_qem_kernel_sUnpackI_PXHAynn(int64_t n, const float* a, float* y, int64_t incr, int32_t narrow);
+
+/** sUnpackM: a dense vector to the elements whose mask is not 0; float.
+ *  Status codes: none. */
+extern ORV_API const QemMaskedUnpack_s orv_qem_kernel_sUnpackM_ttab[3];
+extern ORV_API const float orv_qem_kernel_sUnpackM_ctab[3];
+ORV_API void _qemsUnpackM_21(int64_t n, const float* a, float* y, const int32_t* my);
+ORV_API void _qemsUnpackM_HA(int64_t n, const float* a, float* y, const int32_t* my);
+ORV_API void _qemsUnpackM(int64_t n, const float* a, float* y, const int32_t* my);
+ORV_API void _qemsUnpackM_11(int64_t n, const float* a, float* y, const int32_t* my);
+ORV_API void orv_qem_kernel_sUnpackM_PXHAynn(int64_t n, const float* a, float* y, const void* my, int32_t narrow);
+
+/** sUnpackV: a dense vector to elements at places told by indices; float.
+ *  Status codes: none. */
+extern ORV_API const QemIndexedUnpack_s orv_qem_kernel_sUnpackV_ttab[3];
+extern ORV_API const float orv_qem_kernel_sUnpackV_ctab[3];
+ORV_API void _qemsUnpackV_21(int64_t n, const float* a, float* y, const int32_t* iy);
+ORV_API void _qemsUnpackV_HA(int64_t n, const float* a, float* y, const int32_t* iy);
+ORV_API void _qemsUnpackV(int64_t n, const float* a, float* y, const int32_t* iy);
+ORV_API void _qemsUnpackV_11(int64_t n, const float* a, float* y, const int32_t* iy);
+ORV_API void orv_qem_kernel_sUnpackV_PXHAynn(int64_t n, const float* a, float* y, const void* iy, int32_t narrow);
 
 /** dAbs: absolute value; double.
  *  Status codes: none. */
@@ -254,6 +376,16 @@ ORV_API void _qemdAdd_HA(int32_t n, const double* a, const double* b, double* r)
 ORV_API void _qemdAdd(int32_t n, const double* a, const double* b, double* r);
 ORV_API void _qemdAdd_26(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dAdd_G9HAynn(int32_t n, const double* a, const double* b, double* r);
+
+/** dCeil: least whole number that is not below x; double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dCeil_ttab[3];
+extern ORV_API const float orv_qem_kernel_dCeil_ctab[3];
+ORV_API void _qemdCeil_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdCeil_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdCeil(int32_t n, const double* a, double* r);
+ORV_API void _qemdCeil_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCeil_G9HAynn(int32_t n, const double* a, double* r);
 
 /** dDiv: quotient; double.
  *  Status codes: 2 zero divisor. */
@@ -291,6 +423,37 @@ ORV_API void _qemdExpm1_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dExpm1_V8LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dExpm1_V8HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dExpm1_V8EPnnn(int32_t n, const double* a, double* r);
+
+/** dFloor: greatest whole number that is not above x; double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dFloor_ttab[3];
+extern ORV_API const float orv_qem_kernel_dFloor_ctab[3];
+ORV_API void _qemdFloor_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdFloor_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdFloor(int32_t n, const double* a, double* r);
+ORV_API void _qemdFloor_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dFloor_G9HAynn(int32_t n, const double* a, double* r);
+
+/** dInv: reciprocal; double.
+ *  Status codes: 2 zero argument. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dInv_ttab[3];
+extern ORV_API const float orv_qem_kernel_dInv_ctab[3];
+ORV_API void _qemdInv_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdInv_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdInv(int32_t n, const double* a, double* r);
+ORV_API void _qemdInv_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dInv_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dInv_G9HAynn(int32_t n, const double* a, double* r);
+
+/** dLinearFrac: (scalea a + shifta)/(scaleb b + shiftb); with scaleb 0 by way of 1/shiftb, within 1.5 ulp; double.
+ *  Status codes: none. */
+extern ORV_API const QemFractionalLinear_d orv_qem_kernel_dLinearFrac_ttab[3];
+extern ORV_API const float orv_qem_kernel_dLinearFrac_ctab[3];
+ORV_API void _qemdLinearFrac_50(int32_t n, const double* a, const double* b, double scalea, double shifta, double scaleb, double shiftb, double* r);
+ORV_API void _qemdLinearFrac_HA(int32_t n, const double* a, const double* b, double scalea, double shifta, double scaleb, double shiftb, double* r);
+ORV_API void _qemdLinearFrac(int32_t n, const double* a, const double* b, double scalea, double shifta, double scaleb, double shiftb, double* r);
+ORV_API void _qemdLinearFrac_26(int32_t n, const double* a, const double* b, double scalea, double shifta, double scaleb, double shiftb, double* r);
+ORV_API void orv_qem_kernel_dLinearFrac_N8HAynn(int32_t n, const double* a, const double* b, double scalea, double shifta, double scaleb, double shiftb, double* r);
 
 /** dLn: natural logarithm; double.
  *  Largest error: LA 1.59, HA 0.501, EP 2.1e+06 ulp.
@@ -350,6 +513,16 @@ ORV_API void _qemdMul(int32_t n, const double* a, const double* b, double* r);
 ORV_API void _qemdMul_26(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dMul_G9HAynn(int32_t n, const double* a, const double* b, double* r);
 
+/** dNearbyInt: whole number by the caller's rounding mode, inexact flag as before; double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dNearbyInt_ttab[3];
+extern ORV_API const float orv_qem_kernel_dNearbyInt_ctab[3];
+ORV_API void _qemdNearbyInt_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdNearbyInt_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdNearbyInt(int32_t n, const double* a, double* r);
+ORV_API void _qemdNearbyInt_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dNearbyInt_P8HAynn(int32_t n, const double* a, double* r);
+
 /** dPackI: elements at a distance, which may be 0 or negative, to a dense vector; double.
  *  Status codes: none. */
 extern ORV_API const QemStridedPack_d orv_qem_kernel_dPackI_ttab[3];
@@ -359,6 +532,46 @@ ORV_API void _qemdPackI_HA(int64_t n, const double* a, int64_t incr, double* y);
 ORV_API void _qemdPackI(int64_t n, const double* a, int64_t incr, double* y);
 ORV_API void _qemdPackI_26(int64_t n, const double* a, int64_t incr, double* y);
 ORV_API void orv_qem_kernel_dPackI_PXHAynn(int64_t n, const double* a, int64_t incr, double* y, int32_t narrow);
+
+/** dPackM: elements whose mask is not 0, to a dense vector; double.
+ *  Status codes: none. */
+extern ORV_API const QemMaskedPack_d orv_qem_kernel_dPackM_ttab[3];
+extern ORV_API const float orv_qem_kernel_dPackM_ctab[3];
+ORV_API void _qemdPackM_50(int64_t n, const double* a, const int32_t* ma, double* y);
+ORV_API void _qemdPackM_HA(int64_t n, const double* a, const int32_t* ma, double* y);
+ORV_API void _qemdPackM(int64_t n, const double* a, const int32_t* ma, double* y);
+ORV_API void _qemdPackM_26(int64_t n, const double* a, const int32_t* ma, double* y);
+ORV_API void orv_qem_kernel_dPackM_PXHAynn(int64_t n, const double* a, const void* ma, double* y, int32_t narrow);
+
+/** dPackV: elements at places told by indices, to a dense vector; double.
+ *  Status codes: none. */
+extern ORV_API const QemIndexedPack_d orv_qem_kernel_dPackV_ttab[3];
+extern ORV_API const float orv_qem_kernel_dPackV_ctab[3];
+ORV_API void _qemdPackV_50(int64_t n, const double* a, const int32_t* ia, double* y);
+ORV_API void _qemdPackV_HA(int64_t n, const double* a, const int32_t* ia, double* y);
+ORV_API void _qemdPackV(int64_t n, const double* a, const int32_t* ia, double* y);
+ORV_API void _qemdPackV_26(int64_t n, const double* a, const int32_t* ia, double* y);
+ORV_API void orv_qem_kernel_dPackV_PXHAynn(int64_t n, const double* a, const void* ia, double* y, int32_t narrow);
+
+/** dRint: whole number by the caller's rounding mode, with the inexact flag; double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dRint_ttab[3];
+extern ORV_API const float orv_qem_kernel_dRint_ctab[3];
+ORV_API void _qemdRint_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdRint_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdRint(int32_t n, const double* a, double* r);
+ORV_API void _qemdRint_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dRint_P8HAynn(int32_t n, const double* a, double* r);
+
+/** dRound: nearest whole number, ties away from zero; double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dRound_ttab[3];
+extern ORV_API const float orv_qem_kernel_dRound_ctab[3];
+ORV_API void _qemdRound_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdRound_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdRound(int32_t n, const double* a, double* r);
+ORV_API void _qemdRound_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dRound_G9HAynn(int32_t n, const double* a, double* r);
 
 /** dSqr: square; under overlap as if element by element, ascending; double.
  *  Status codes: none. */
@@ -380,6 +593,16 @@ ORV_API void _qemdSub(int32_t n, const double* a, const double* b, double* r);
 ORV_API void _qemdSub_26(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dSub_G9HAynn(int32_t n, const double* a, const double* b, double* r);
 
+/** dTrunc: integral part, towards zero; double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dTrunc_ttab[3];
+extern ORV_API const float orv_qem_kernel_dTrunc_ctab[3];
+ORV_API void _qemdTrunc_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdTrunc_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdTrunc(int32_t n, const double* a, double* r);
+ORV_API void _qemdTrunc_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dTrunc_G9HAynn(int32_t n, const double* a, double* r);
+
 /** dUnpackI: a dense vector to elements at a distance, which may be 0 or negative; double.
  *  Status codes: none. */
 extern ORV_API const QemStridedUnpack_d orv_qem_kernel_dUnpackI_ttab[3];
@@ -389,6 +612,26 @@ ORV_API void _qemdUnpackI_HA(int64_t n, const double* a, double* y, int64_t incr
 ORV_API void _qemdUnpackI(int64_t n, const double* a, double* y, int64_t incr);
 ORV_API void _qemdUnpackI_26(int64_t n, const double* a, double* y, int64_t incr);
 ORV_API void orv_qem_kernel_dUnpackI_PXHAynn(int64_t n, const double* a, double* y, int64_t incr, int32_t narrow);
+
+/** dUnpackM: a dense vector to the elements whose mask is not 0; double.
+ *  Status codes: none. */
+extern ORV_API const QemMaskedUnpack_d orv_qem_kernel_dUnpackM_ttab[3];
+extern ORV_API const float orv_qem_kernel_dUnpackM_ctab[3];
+ORV_API void _qemdUnpackM_50(int64_t n, const double* a, double* y, const int32_t* my);
+ORV_API void _qemdUnpackM_HA(int64_t n, const double* a, double* y, const int32_t* my);
+ORV_API void _qemdUnpackM(int64_t n, const double* a, double* y, const int32_t* my);
+ORV_API void _qemdUnpackM_26(int64_t n, const double* a, double* y, const int32_t* my);
+ORV_API void orv_qem_kernel_dUnpackM_PXHAynn(int64_t n, const double* a, double* y, const void* my, int32_t narrow);
+
+/** dUnpackV: a dense vector to elements at places told by indices; double.
+ *  Status codes: none. */
+extern ORV_API const QemIndexedUnpack_d orv_qem_kernel_dUnpackV_ttab[3];
+extern ORV_API const float orv_qem_kernel_dUnpackV_ctab[3];
+ORV_API void _qemdUnpackV_50(int64_t n, const double* a, double* y, const int32_t* iy);
+ORV_API void _qemdUnpackV_HA(int64_t n, const double* a, double* y, const int32_t* iy);
+ORV_API void _qemdUnpackV(int64_t n, const double* a, double* y, const int32_t* iy);
+ORV_API void _qemdUnpackV_26(int64_t n, const double* a, double* y, const int32_t* iy);
+ORV_API void orv_qem_kernel_dUnpackV_PXHAynn(int64_t n, const double* a, double* y, const void* iy, int32_t narrow);
 
 /** cAdd: complex sum; complex float.
  *  Status codes: 3 overflow of finite arguments without a zero part. */

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "inputs.hpp"
+#include "support/kernels.hpp"
 
 namespace orv_test {
 

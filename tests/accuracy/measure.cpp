@@ -221,9 +221,12 @@ std::vector<R> results(const Kernel& kernel, const Points<R>& points) {
     result.resize(kernel.result_size(points.n));
     std::memset(result.data(), 0xA5, result.size() * sizeof(R));  // rubbish, if one is left out
   }
-  kernel.call({.n = points.n,
-               .inputs = {points.operand[0].data(), points.operand[1].data()},
-               .results = {out[0].data(), out[1].data()}});
+  orv_call::Arguments arguments = usual_arguments(kernel, points.n);
+  for (int j = 0; j < 2; ++j) {
+    arguments.inputs[j] = points.operand[j].data();
+    arguments.results[j] = out[j].data();
+  }
+  kernel.call(arguments);
   if (count == 1) return out[0];
   for (size_t i = 0; i < out[0].size(); i += parts) {
     for (const std::vector<R>& result : out) {

@@ -43,6 +43,7 @@ int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   const T pole = f == "Log1p" ? -1 : 0;
   if (logarithm && x < pole) return QEM_STATUS_DOMAIN;
   if (logarithm && x == pole) return QEM_STATUS_SINGULARITY;
+  if (f == "Inv" && x == 0) return QEM_STATUS_SINGULARITY;
   if (isinf(x)) return QEM_STATUS_OK;
   if ((f == "Exp" || f == "Expm1") && x > exp_largest) return QEM_STATUS_OVERFLOW;
   if (f == "Exp" && x < exp_lowest) return QEM_STATUS_UNDERFLOW;
@@ -101,6 +102,36 @@ const Row rows[] = {
     {"Modf", {{inf}, {}, 0, {inf, 0}}},
     {"Modf", {{-inf}, {}, 0, {-inf, -0.0}}},
     {"Modf", {{nan}, {}, 0, {nan, nan}}},
+    {"Floor", {{-0.5}, {}, 0, {-1}}},
+    {"Floor", {{-0.0}, {}, 0, {-0.0}}},
+    {"Floor", {{-tiny}, {}, 0, {-1}}},
+    {"Ceil", {{-0.5}, {}, 0, {-0.0}}},
+    {"Ceil", {{tiny}, {}, 0, {1}}},
+    {"Trunc", {{-0.5}, {}, 0, {-0.0}}},
+    {"Trunc", {{8388607.5}, {}, 0, {8388607}}},
+    {"Round", {{0.5}, {}, 0, {1}}},
+    {"Round", {{1.5}, {}, 0, {2}}},
+    {"Round", {{2.5}, {}, 0, {3}}},
+    {"Round", {{-2.5}, {}, 0, {-3}}},
+    {"Round", {{-0.3}, {}, 0, {-0.0}}},
+    {"Round", {{4194303.5}, {}, 0, {4194304}}},
+    {"Round", {{8388607}, {}, 0, {8388607}}},
+    {"Round", {{-16777215}, {}, 0, {-16777215}}},
+    {"Round", {{inf}, {}, 0, {inf}}},
+    {"Rint", {{2.5}, {}, 0, {2}}},
+    {"Rint", {{-0.5}, {}, 0, {-0.0}}},
+    {"NearbyInt", {{3.5}, {}, 0, {4}}},
+    {"NearbyInt", {{-inf}, {}, 0, {-inf}}},
+    {"Inv", {{0}, {}, 2, {inf}}},
+    {"Inv", {{-0.0}, {}, 2, {-inf}}},
+    {"Inv", {{-inf}, {}, 0, {-0.0}}},
+    {"Inv", {{tiny}, {}, 0, {inf}}},
+    {"Inv", {{-0x1p126}, {}, 0, {-0x1p-126}}},
+    {"Inv", {{0x1p127}, {}, 0, {0x1p-127}}},
+    {"LinearFrac", {{nan}, {1}, 0, {nan}}},
+    {"LinearFrac", {{2}, {-1.5555555555555556}, 0, {}}},
+    {"LinearFrac", {{2}, {0}, 0, {}}},
+    {"LinearFrac", {{largest}, {largest}, 0, {}}},
     {"CIS", {{inf}, {}, 1, {nan, nan}}},
     {"CIS", {{-inf}, {}, 1, {nan, nan}}},
     {"CIS", {{nan}, {}, 0, {nan, nan}}},
@@ -146,8 +177,10 @@ int32_t log_report(QemErrorContext* record) {
 }  // namespace
 
 void call(const Kernel& kernel, int64_t n, const void* a, const void* b, void* r1, void* r2) {
-  static constexpr double scalars[] = {0.75, -1.5, 2.25, 3.5};
-  kernel.call({.n = n, .inputs = {a, b}, .results = {r1, r2}, .scalars = scalars});
+  orv_call::Arguments arguments = usual_arguments(kernel, n);
+  arguments.inputs[0] = a, arguments.inputs[1] = b;
+  arguments.results[0] = r1, arguments.results[1] = r2;
+  kernel.call(arguments);
 }
 
 template <class R>

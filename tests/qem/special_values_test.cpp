@@ -138,11 +138,6 @@ void check_strides(Pack pack, Unpack unpack, PackKernel pack_kernel, UnpackKerne
       EXPECT_EQ(untouched, 77);
     }
   }
-  std::vector<unsigned char> bytes(sizeof(R), 0x01), quiet(sizeof(R));
-  bytes[sizeof(R) - 1] = 0x7F, bytes[sizeof(R) - 2] = sizeof(R) == 8 ? 0xF1 : 0x81;
-  pack(1, reinterpret_cast<const R*>(bytes.data()), 1, reinterpret_cast<R*>(quiet.data()));
-  bytes[sizeof(R) - 2] |= sizeof(R) == 8 ? 0x08 : 0x40;
-  EXPECT_EQ(quiet, bytes);
 }
 
 TEST(Moves, ByStrides) {
@@ -150,6 +145,133 @@ TEST(Moves, ByStrides) {
                        orv_qem_kernel_sUnpackI_PXHAynn);
   check_strides<double>(_qemdPackI, _qemdUnpackI, orv_qem_kernel_dPackI_PXHAynn,
                         orv_qem_kernel_dUnpackI_PXHAynn);
+}
+
+/// Places and masks of either width, of which only the first n are read.
+template <class R, class Word, class PackV, class UnpackV, class PackM, class UnpackM>
+void check_words(PackV pack_v, UnpackV unpack_v, PackM pack_m, UnpackM unpack_m) {
+  const int32_t narrow = sizeof(Word) == 4;
+  const int64_t upper = narrow ? int64_t{5} << 32 : 0;  // of n, not looked at if narrow
+  for (const int n : {0, 1, 4, 5, 20}) {
+    // Places go down, with the first of them again at the end.
+    std::vector<Word> place(n + 1, -1000000), mask(n + 1, 1);
+    std::vector<R> a(100), packed_v(100, 77), unpacked_v(100, 77), packed_m(100, 77),
+        unpacked_m(100, 77);
+    for (int i = 0; i < 100; ++i) a[i] = static_cast<R>(i + 1);
+    auto expected_v = packed_v, expected_uv = unpacked_v, expected_m = packed_m,
+         expected_um = unpacked_m;
+    for (int i = 0, k = 0; i < n; ++i) {
+      place[i] = i == n - 1 ? 10 : 10 - 2 * i;
+      mask[i] = i % 3 == 1 ? 0 : static_cast<Word>(1) << (i * 5 % (8 * sizeof(Word)));
+      expected_v[i] = a[50 + place[i]];
+      expected_uv[50 + place[i]] = a[i];
+      if (mask[i] == 0) continue;
+      expected_m[k] = a[i];
+      expected_um[i] = a[k++];
+    }
+    pack_v(upper + n, &a[50], place.data(), packed_v.data(), narrow);
+    unpack_v(upper + n, a.data(), &unpacked_v[50], place.data(), narrow);
+    pack_m(upper + n, a.data(), mask.data(), packed_m.data(), narrow);
+    unpack_m(upper + n, a.data(), unpacked_m.data(), mask.data(), narrow);
+    EXPECT_EQ(packed_v, expected_v) << n;
+    EXPECT_EQ(unpacked_v, expected_uv) << n;
+    EXPECT_EQ(packed_m, expected_m) << n;
+    EXPECT_EQ(unpacked_m, expected_um) << n;
+  }
+}
+
+TEST(Moves, ByPlacesAndMasks) {
+#define ORV_CHECK(t, R, Word)                                                                  \
+  check_words<R, Word>(orv_qem_kernel_##t##PackV_PXHAynn, orv_qem_kernel_##t##UnpackV_PXHAynn, \
+                       orv_qem_kernel_##t##PackM_PXHAynn, orv_qem_kernel_##t##UnpackM_PXHAynn)
+  ORV_CHECK(s, float, int32_t);
+  ORV_CHECK(s, float, int64_t);
+  ORV_CHECK(d, double, int32_t);
+  ORV_CHECK(d, double, int64_t);
+#undef ORV_CHECK
+}
+
+/// Every element arrives with its bits, a signalling NaN with its quiet bit set.
+TEST(Moves, OnlyQuiet) {
+  for_each_kernel([](const Kernel& kernel, auto number) {
+    using R = decltype(number);
+    if (kernel.frame != "moves") return;
+    for (int n = 1; n <= 9; ++n) {
+      for (const bool quiet : {false, true}) {
+        std::vector<unsigned char> bytes(sizeof(R), 0x01);
+        bytes[sizeof(R) - 1] = 0xFF, bytes[sizeof(R) - 2] = sizeof(R) == 8 ? 0xF1 : 0x81;
+        if (quiet) bytes[sizeof(R) - 2] |= sizeof(R) == 8 ? 0x08 : 0x40;
+        Vectors<R> v(kernel, n);
+        for (R& x : v.in[0]) memcpy(&x, bytes.data(), sizeof x);
+        v.call(kernel, n);
+        bytes[sizeof(R) - 2] |= sizeof(R) == 8 ? 0x08 : 0x40;
+        for (const R& x : v.out[0]) EXPECT_EQ(memcmp(&x, bytes.data(), sizeof x), 0);
+      }
+    }
+  });
+}
+
+// ---- LinearFrac --------------------------------------------------------------------------------
+
+/// Each of its forms, and that a vector whose scale is 0 is not read.
+template <class T>
+void check_linear_frac(void (*f)(int32_t, const T*, const T*, T, T, T, T, T*)) {
+  const T inf = std::numeric_limits<T>::infinity();
+  for (int n = 1; n <= longest; ++n) {
+    std::vector<T> a(n), b(n), r(n), full(n), over(n), times(n), infinite(n);
+    for (int i = 0; i < n; ++i) {
+      a[i] = static_cast<T>(i - 7), b[i] = static_cast<T>(3 * i + 1) / 16;
+      const T numerator = a[i] * T(1.1) + T(0.3), denominator = b[i] * T(-0.7) + T(9);
+      full[i] = numerator / denominator;
+      over[i] = T(0.3) / denominator;
+      times[i] = numerator * (T(1) / T(9));
+      infinite[i] = numerator < 0 ? -inf : inf;
+    }
+    f(n, a.data(), b.data(), T(1.1), T(0.3), T(-0.7), 9, r.data());
+    EXPECT_EQ(r, full);
+    f(n, nullptr, b.data(), -T(0), T(0.3), T(-0.7), 9, r.data());
+    EXPECT_EQ(r, over);
+    f(n, a.data(), nullptr, T(1.1), T(0.3), 0, 9, r.data());
+    EXPECT_EQ(r, times);
+    f(n, a.data(), nullptr, T(1.1), T(0.3), -T(0), 0, r.data());
+    EXPECT_EQ(r, infinite);
+  }
+}
+
+TEST(LinearFrac, ReadsWhatItsScalarsLeave) {
+  orv_qem_kernel_SetErrStatus(0);
+  check_linear_frac(_qemsLinearFrac);
+  check_linear_frac(_qemdLinearFrac);
+  EXPECT_EQ(orv_qem_kernel_GetErrStatus(), 0);
+}
+
+/// Scalars, too, are taken under the kernel's words, not the caller's: a denormal one is 0 where
+/// the mode says so. The float form follows the mode, the double form keeps denormals.
+template <class T>
+void check_denormals(void (*f)(int32_t, const T*, const T*, T, T, T, T, T*), bool flushes) {
+  const T tiny = std::numeric_limits<T>::denorm_min(), x[] = {tiny}, one[] = {1};
+  T of_vector, of_shift, of_scale, of_other_scale;
+  under({sse_usual | 0x4000 | (flushes ? 0 : denormals_are_zero | flush_to_zero), x87_usual}, [&] {
+    f(1, x, nullptr, 1, 0, 0, 1, &of_vector);
+    f(1, nullptr, one, 0, tiny, 1, 0, &of_shift);
+    f(1, one, one, tiny, 0, 1, 0, &of_scale);
+    f(1, x, x, 1, 0, tiny * 2, tiny, &of_other_scale);
+  });
+  EXPECT_EQ(of_vector, flushes ? 0 : tiny);
+  EXPECT_EQ(of_shift, flushes ? 0 : tiny);
+  EXPECT_EQ(of_scale, flushes ? 0 : tiny);
+  const bool is_nan = isnan(of_other_scale);  // 0/0
+  EXPECT_TRUE(flushes ? is_nan : of_other_scale == 1);
+}
+
+TEST(LinearFrac, FollowsTheModeInFloatOnly) {
+  in_fresh_thread([] {
+    for (const QemMode mode : {DENORMALS_KEPT, DENORMALS_FLUSHED}) {
+      orv_qem_kernel_SetMode(mode);
+      check_denormals(_qemsLinearFrac, mode == DENORMALS_FLUSHED);
+      check_denormals(_qemdLinearFrac, false);
+    }
+  });
 }
 
 }  // namespace

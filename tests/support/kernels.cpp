@@ -1,6 +1,7 @@
 #include "support/kernels.hpp"
 
 #include <algorithm>
+#include <numeric>
 
 namespace orv_test {
 namespace {
@@ -37,6 +38,15 @@ void add(std::vector<Kernel>& list, char type, const char* function,
 }
 
 }  // namespace
+
+orv_call::Arguments usual_arguments(const Kernel& kernel, int64_t n) {
+  thread_local std::vector<int32_t> numbers;  // from 0 on; from 1 on none of them is 0
+  const size_t count = std::max<int64_t>(n, 0) + 1;
+  if (numbers.size() < count) numbers.resize(count);
+  std::iota(numbers.begin(), numbers.end(), 0);
+  const bool masked = kernel.function.ends_with('M');
+  return {.n = n, .scalars = usual_scalars, .indices = numbers.data() + masked};
+}
 
 std::vector<Kernel> all_slots() {
   std::vector<Kernel> list;

@@ -39,6 +39,12 @@ struct Kernel {
   size_t result_size(size_t n) const { return n * signature().result_parts; }
 };
 
+inline constexpr double usual_scalars[] = {0.75, -1.5, 2.25, 3.5};
+
+/// What a call on n elements takes besides vectors: ordinary scalars, and places or masks that
+/// leave every element where it is. It lasts until the thread's next such call.
+orv_call::Arguments usual_arguments(const Kernel& kernel, int64_t n);
+
 /// All slots of all ready functions.
 std::vector<Kernel> all_slots();
 /// Each kernel once.

@@ -3,15 +3,17 @@
 //
 //   struct Op {
 //     using T = double;
-//     static V lane(V x);          // or lane(V x, V y), for any vector type and for T itself
+//     V lane(V x) const;           // or lane(V x, V y), for any vector type
 //   };
+//
+// Scalar arguments are members.
 //
 // Results are those of ascending element-by-element evaluation, also where the output overlaps an
 // input.
 #pragma once
 
-#include "../simd/vectors.hpp"
 #include "control_words.hpp"
+#include "elements.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {
@@ -25,14 +27,9 @@ bool overlaps_partly(const T* a, const T* r, int32_t n) {
 }
 
 template <class Op, class... In>
-void store_element(typename Op::T* r, const In*... a) {
-  const auto y = Op::lane(load_one(a)...);
-  memcpy(r, &y, sizeof y);
-}
-
-template <class Op, class... In>
-void ascending(int32_t from, int32_t n, typename Op::T* r, const In*... a) {
-  for (int32_t i = from; i < n; ++i) store_element<Op>(r + i, a + i...);
+void ascending(Op op, int32_t from, int32_t n, typename Op::T* r, const In*... a) {
+  using V = Narrow<typename Op::T>;
+  for (int32_t i = from; i < n; ++i) store_low(r + i, op.lane(repeat<V>(a + i)...));
 }
 
 /// Elements before `r` is aligned to the vector, at most `n`; none if it never will be.
@@ -44,29 +41,34 @@ int32_t elements_to_alignment(const Lane<V>* r, int32_t n) {
   return elements < n ? elements : n;
 }
 
+/// Under the control words in force.
 template <class Op, class... In>
-[[gnu::flatten]] void elementwise(int32_t n, typename Op::T* r, const In*... a) {
-  using T = typename Op::T;
-  using V = Wide<T>;
+[[gnu::flatten]] void elementwise_here(Op op, int32_t n, typename Op::T* r, const In*... a) {
+  using V = Wide<typename Op::T>;
   constexpr int32_t short_vector = 6;
   constexpr int unroll = 4;
   constexpr int32_t block = unroll * lanes<V>;
 
-  const ControlWords words(environment_mode);
   if (n <= short_vector || (overlaps_partly(a, r, n) || ...)) {
-    ascending<Op>(0, n, r, a...);
+    ascending(op, 0, n, r, a...);
     return;
   }
   int32_t i = elements_to_alignment<V>(r, n);
-  ascending<Op>(0, i, r, a...);
+  ascending(op, 0, i, r, a...);
   for (; i <= n - block; i += block) {
     V y[unroll];
 #pragma GCC unroll 4
-    for (int k = 0; k < unroll; ++k) y[k] = Op::lane(load<V>(a + i + k * lanes<V>)...);
+    for (int k = 0; k < unroll; ++k) y[k] = op.lane(load<V>(a + i + k * lanes<V>)...);
 #pragma GCC unroll 4
     for (int k = 0; k < unroll; ++k) store<V>(r + i + k * lanes<V>, y[k]);
   }
-  ascending<Op>(i, n, r, a...);
+  ascending(op, i, n, r, a...);
+}
+
+template <class Op, class... In>
+void elementwise(int32_t n, typename Op::T* r, const In*... a) {
+  const ControlWords words(environment_mode);
+  elementwise_here(Op{}, n, r, a...);
 }
 
 }  // namespace ORV_TAG

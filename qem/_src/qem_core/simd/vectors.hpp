@@ -344,6 +344,29 @@ inline __m256 exclusive(__m256 a, __m256 b) { return _mm256_xor_ps(a, b); }
 
 // ---- Conversions -------------------------------------------------------------------------------
 
+#ifdef __SSE4_1__
+/// A whole number by the processor's rounding instruction. The immediate, a _MM_FROUND_ constant,
+/// tells which one, and whether a change of value raises the inexact flag.
+template <int immediate>
+__m128d to_whole(__m128d x) {
+  return _mm_round_pd(x, immediate);
+}
+template <int immediate>
+__m128 to_whole(__m128 x) {
+  return _mm_round_ps(x, immediate);
+}
+#ifdef __AVX__
+template <int immediate>
+__m256d to_whole(__m256d x) {
+  return _mm256_round_pd(x, immediate);
+}
+template <int immediate>
+__m256 to_whole(__m256 x) {
+  return _mm256_round_ps(x, immediate);
+}
+#endif
+#endif
+
 /// Sign and exponent of each lane's bit pattern, as a number.
 inline __m128 exponent_field(__m128 x) { return _mm_cvtepi32_ps(_mm_srli_epi32(bits_of(x), 23)); }
 inline __m128d exponent_field(__m128d x) {
@@ -387,17 +410,9 @@ inline __m256 exponent_field(__m256 x) {
 }
 
 /// The nearest whole number, ties to even.
-inline __m256d nearest(__m256d x) {
-  return _mm256_round_pd(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
-}
-inline __m256 nearest(__m256 x) {
-  return _mm256_round_ps(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
-}
-inline __m128d nearest(__m128d x) {
-  return _mm_round_pd(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
-}
-inline __m128 nearest(__m128 x) {
-  return _mm_round_ps(x, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
+template <class V>
+V nearest(V x) {
+  return to_whole<_MM_FROUND_NINT | _MM_FROUND_NO_EXC>(x);
 }
 #else
 // Without a rounding instruction: adding and taking off 1.5 * 2^52 (2^23), for |x| well below it.

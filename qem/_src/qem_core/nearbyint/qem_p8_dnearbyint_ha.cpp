@@ -1,0 +1,6 @@
+#include "../_heap/real/to_whole.hpp"
+#include "../frame/padded.hpp"
+
+void orv_qem_kernel_dNearbyInt_P8HAynn(int32_t n, const double* a, double* r) {
+  orv::padded<orv::ToWhole<double, _MM_FROUND_NEARBYINT>>(n, a, r);
+}
