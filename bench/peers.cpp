@@ -186,6 +186,17 @@ std::vector<Contender> rounding() {
           {"instruction", orv_call::of(vectors<T, V, instruction>)}};
 }
 
+__m256d root(__m256d x) { return _mm256_sqrt_pd(x); }
+__m256 root(__m256 x) { return _mm256_sqrt_ps(x); }
+
+/// Loops over vectors, which compilers for 32-bit code do not make of doubles.
+template <class T, class V>
+std::vector<Function> roots(char type) {
+  return {
+      {type, "Sqrt", 0.01, 100, loop(vectors<T, V, [](V x) { return root(x); }>)},
+  };
+}
+
 /// Arithmetic and moves of real numbers T, and of complex ones C of them.
 template <class T, class C>
 std::vector<Function> arithmetic(char real, char complex) {
@@ -254,6 +265,8 @@ const std::vector<Function>& all_functions() {
   static const auto list = [] {
     std::vector<Function> all(std::begin(transcendental), std::end(transcendental));
     for (auto& row : arithmetic<float, QemComplexFloat>('s', 'c')) all.push_back(row);
+    for (auto& row : roots<float, __m256>('s')) all.push_back(row);
+    for (auto& row : roots<double, __m256d>('d')) all.push_back(row);
     for (auto& row : arithmetic<double, QemComplexDouble>('d', 'z')) all.push_back(row);
     return all;
   }();

@@ -307,6 +307,18 @@ ORV_API void _qemsSqr(int32_t n, const float* a, float* r);
 ORV_API void _qemsSqr_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sSqr_G9HAynn(int32_t n, const float* a, float* r);
 
+/** sSqrt: square root; float.
+ *  Status codes: 1 negative argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sSqrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_sSqrt_ctab[3];
+ORV_API void _qemsSqrt_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsSqrt_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsSqrt(int32_t n, const float* a, float* r);
+ORV_API void _qemsSqrt_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sSqrt_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sSqrt_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sSqrt_G9EPnnn(int32_t n, const float* a, float* r);
+
 /** sSub: difference; under overlap as if element by element, ascending; float.
  *  Status codes: none. */
 extern ORV_API const QemBinary_s orv_qem_kernel_sSub_ttab[3];
@@ -582,6 +594,18 @@ ORV_API void _qemdSqr_HA(int32_t n, const double* a, double* r);
 ORV_API void _qemdSqr(int32_t n, const double* a, double* r);
 ORV_API void _qemdSqr_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dSqr_G9HAynn(int32_t n, const double* a, double* r);
+
+/** dSqrt: square root; double.
+ *  Status codes: 1 negative argument. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dSqrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_dSqrt_ctab[3];
+ORV_API void _qemdSqrt_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdSqrt_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdSqrt(int32_t n, const double* a, double* r);
+ORV_API void _qemdSqrt_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dSqrt_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dSqrt_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dSqrt_G9EPnnn(int32_t n, const double* a, double* r);
 
 /** dSub: difference; under overlap as if element by element, ascending; double.
  *  Status codes: none. */

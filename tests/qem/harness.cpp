@@ -16,7 +16,7 @@ struct Domain {
 constexpr Domain domains[] = {
     {"d", "Exp", -690, 690},     {"s", "Exp", -86, 86},          {"d", "Expm1", -700, 700},
     {"s", "Expm1", -86, 86},     {"sd", "Ln", 0, 1e30},          {"sd", "Log10", 0, 1e30},
-    {"sd", "Log1p", -0.9, 1e30}, {"sdcz", "CIS", -60000, 60000},
+    {"sd", "Log1p", -0.9, 1e30}, {"sdcz", "CIS", -60000, 60000}, {"sd", "Sqrt", 0, 1e30},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -41,7 +41,7 @@ template <class T>
 int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   const bool logarithm = f == "Ln" || f == "Log10" || f == "Log1p";
   const T pole = f == "Log1p" ? -1 : 0;
-  if (logarithm && x < pole) return QEM_STATUS_DOMAIN;
+  if ((logarithm || f == "Sqrt") && x < pole) return QEM_STATUS_DOMAIN;
   if (logarithm && x == pole) return QEM_STATUS_SINGULARITY;
   if (f == "Inv" && x == 0) return QEM_STATUS_SINGULARITY;
   if (isinf(x)) return QEM_STATUS_OK;
@@ -84,6 +84,10 @@ const Row rows[] = {
     {"Exp", {{0}, {}, 0, {1}}},
     {"Exp", {{-tiny}, {}, 0, {1}}},
     {"Exp", {{-745.2}, {}, 4, {0}}},
+    {"Sqrt", {{-0.0}, {}, 0, {-0.0}}},
+    {"Sqrt", {{inf}, {}, 0, {inf}}},
+    {"Sqrt", {{-inf}, {}, 1, {nan}}},
+    {"Sqrt", {{-tiny}, {}, 1, {nan}}},
     {"Div", {{1}, {0}, 2, {inf}}},
     {"Div", {{1}, {-0.0}, 2, {-inf}}},
     {"Div", {{0}, {0}, 2, {nan}}},

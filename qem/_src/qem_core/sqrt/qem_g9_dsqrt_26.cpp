@@ -1,0 +1,5 @@
+#include "sqrt.hpp"
+
+void orv_qem_kernel_dSqrt_G9EPnnn(int32_t n, const double* a, double* r) {
+  orv::guarded(orv::Sqrt<double>{}, n, a, r);
+}
