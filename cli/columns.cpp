@@ -165,7 +165,8 @@ ColumnReader::ColumnReader(const std::string& path, const std::vector<std::strin
     : table_(path, header, columns.empty() ? CsvLimit{list_piece, true, ""} : CsvLimit{}),
       missing_(missing) {
   for (const std::string& column : columns) {
-    columns_.push_back(table_.find_column(column, "--column"));
+    const char* const option = columns_.empty() ? "--column" : "--second";
+    columns_.push_back(table_.find_column(column, option));
   }
   if (columns.empty() && table_.names().size() > 1) {
     throw Error("{} has columns {}: choose one with --column", file().name(),

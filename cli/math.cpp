@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <iterator>
+#include <limits>
 #include <memory>
 
 #include "columns.hpp"
@@ -21,11 +22,31 @@
 namespace orv_cli {
 namespace {
 
+/// A number that a kernel takes by value, in the order of a shape's.
+struct ScalarOption {
+  const char* option;
+  std::string_view shape;
+  const char* otherwise;  // the number if it is not given; null: it must be
+  const char* help;
+};
+constexpr ScalarOption scalar_options[] = {
+    {"--arg", "ScalarSecond", nullptr,
+     "The second argument of all elements, as that of Powx; for a complex\n"
+     "function both parts with a comma between them, or the real one"},
+    {"--scalea", "FractionalLinear", "1",
+     "Of LinearFrac, (scalea a + shifta)/(scaleb b + shiftb): a and b are\n"
+     "--column and --second, the latter not where scaleb is 0 (default 1)"},
+    {"--shifta", "FractionalLinear", "0", "Likewise (default 0)"},
+    {"--scaleb", "FractionalLinear", "0", "Likewise (default 0)"},
+    {"--shiftb", "FractionalLinear", "1", "Likewise (default 1)"},
+};
+
 struct Options {
   std::string function, level, type, column, second, mode;
   std::string file = "-";
   std::string header = "auto";
   std::string missing = "fail";
+  std::string scalars[std::size(scalar_options)];
   bool errors = false;
 };
 
@@ -129,10 +150,52 @@ void note_status() {
              status, word_of(status));
 }
 
+// ---- Numbers taken by value ---------------------------------------------------------------------
+
+template <class T>
+double scalar(std::string_view text, std::string_view option) {
+  T value;
+  if (!parse(text, value)) {
+    throw Error("{} {}: not a number; allowed are 2, -0.5, 1e-3, 0x1p-3, inf, nan", option,
+                in_quotes(text));
+  }
+  if (std::isinf(value) && text.find_first_of("iI") == text.npos) {  // not spelled out
+    throw Error("{} {}: out of range; the largest {} is {}", option, in_quotes(text),
+                sizeof(T) == 4 ? "float" : "double", std::numeric_limits<T>::max());
+  }
+  return value;
+}
+
+/// The function's scalars from their options; an option that is not the function's is a mistake.
+template <class T>
+std::vector<double> scalars_of(const Function& f, const Options& options) {
+  std::vector<double> scalars;
+  for (size_t k = 0; k < std::size(scalar_options); ++k) {
+    const ScalarOption& o = scalar_options[k];
+    std::string text = options.scalars[k];
+    if (f.shape != o.shape) {
+      if (text.empty()) continue;
+      throw Error("{} {}: {} takes no such number; {} does", o.option, in_quotes(text),
+                  f.full_name(), std::ranges::find(functions(), o.shape, &Function::shape)->name);
+    }
+    if (text.empty() && o.otherwise == nullptr) {
+      throw Error("{} takes one second argument for all elements; give {}, such as {} 2.5",
+                  f.full_name(), o.option, o.option);
+    }
+    if (text.empty()) text = o.otherwise;
+    const size_t comma = f.is_complex() ? text.find(',') : text.npos;
+    scalars.push_back(scalar<T>(std::string_view(text).substr(0, comma), o.option));
+    if (!f.is_complex()) continue;
+    const bool real = comma == text.npos;
+    scalars.push_back(real ? 0 : scalar<T>(std::string_view(text).substr(comma + 1), o.option));
+  }
+  return scalars;
+}
+
 // ---- The run ------------------------------------------------------------------------------------
 
 template <class T>
-void apply(const orv_call::Kernel& kernel, Chunk<T>& chunk) {
+void apply(const orv_call::Kernel& kernel, const std::vector<double>& scalars, Chunk<T>& chunk) {
   const orv_call::Signature& signature = kernel.signature;
   for (int j = 0; j < signature.results; ++j) {
     chunk.out[j].resize(static_cast<size_t>(chunk.size()) * signature.result_parts);
@@ -144,7 +207,8 @@ void apply(const orv_call::Kernel& kernel, Chunk<T>& chunk) {
       reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(a) - before));
   kernel({.n = chunk.size(),
           .inputs = {a, chunk.in[1].data()},
-          .results = {chunk.out[0].data(), chunk.out[1].data()}});
+          .results = {chunk.out[0].data(), chunk.out[1].data()},
+          .scalars = scalars.data()});
   orv_qem_kernel_SetInterfInputVectorPointer(nullptr);
 }
 
@@ -178,28 +242,25 @@ void print(const Chunk<T>& chunk, const orv_call::Signature& signature) {
   write(text.data(), text.size());
 }
 
-template <class T>
-void run(const Function& f, int32_t slot, ColumnReader& reader) {
-  const orv_call::Kernel& kernel = f.table[slot];
-  Progress progress(reader.file().bytes_in_all());
-  Chunk<T> chunk;
-  while (read(reader, kernel.signature, chunk)) {
-    reporting = {&f, chunk.start, &chunk.lines};
-    apply(kernel, chunk);
-    print(chunk, kernel.signature);
-    progress.update(reader.file().bytes_read());
-  }
-}
-
 /// The columns that the function's arguments are taken from; none means a list.
-std::vector<std::string> argument_columns(const Function& f, const Options& options) {
+std::vector<std::string> argument_columns(const Function& f, const Options& options,
+                                          const std::vector<double>& scalars) {
   const orv_call::Signature& signature = f.table[LA].signature;
-  const int columns = signature.inputs * signature.input_parts;
-  if (columns > 2 || signature.scalars > 0 || signature.moves_elements()) {
+  int columns = signature.inputs * signature.input_parts;
+  if (signature.moves_elements()) {
     throw Error(
-        "{} takes {} arguments; orv math applies functions of one vector, or of two real ones",
-        f.full_name(), f.shape);
+        "{} moves elements from place to place; orv math applies functions that compute each "
+        "result from the arguments at its own place",
+        f.full_name());
   }
+  if (columns > 2) {
+    throw Error(
+        "{} takes two complex vectors; orv math applies functions of one vector, or of "
+        "two real ones",
+        f.full_name());
+  }
+  const bool without_b = f.shape == "FractionalLinear" && scalars[2] == 0;
+  if (without_b && options.second.empty()) columns = 1;
   const bool two = columns == 2;
   if (two && (options.column.empty() || options.second.empty())) {
     throw Error("{} takes two columns{}; give --column and --second", f.full_name(),
@@ -217,19 +278,33 @@ Missing missing_of(const std::string& text) {
   return text == "skip" ? Missing::skip : text == "nan" ? Missing::nan : Missing::fail;
 }
 
+template <class T>
+void run(const Function& f, int32_t slot, const Options& options) {
+  const std::vector<double> scalars = scalars_of<T>(f, options);
+  ColumnReader reader(options.file, argument_columns(f, options, scalars),
+                      header_of(options.header), missing_of(options.missing));
+  const orv_call::Kernel& kernel = f.table[slot];
+  Progress progress(reader.file().bytes_in_all());
+  Chunk<T> chunk;
+  while (read(reader, kernel.signature, chunk)) {
+    reporting = {&f, chunk.start, &chunk.lines};
+    apply(kernel, scalars, chunk);
+    print(chunk, kernel.signature);
+    progress.update(reader.file().bytes_read());
+  }
+  if (!reader.note().empty()) fmt::print(stderr, "orv: note: {}\n", reader.note());
+}
+
 void math(const Options& options) {
   const Function& f =
       find_ready_function(options.function, options.type.empty() ? '\0' : options.type[0]);
   const int32_t slot = choose_slot(options);
-  ColumnReader reader(options.file, argument_columns(f, options), header_of(options.header),
-                      missing_of(options.missing));
   if (options.errors) orv_qem_kernel_SetErrorCallBack(list_error);
   if (f.table[slot].signature.is_float) {
-    run<float>(f, slot, reader);
+    run<float>(f, slot, options);
   } else {
-    run<double>(f, slot, reader);
+    run<double>(f, slot, options);
   }
-  if (!reader.note().empty()) fmt::print(stderr, "orv: note: {}\n", reader.note());
   if (!options.errors) note_status();
 }
 
@@ -249,6 +324,9 @@ Examples:
   orv math Ln --column Ozone --missing skip airquality.csv
   orv math Mul --column 3 --second 4 airquality.csv
   orv math Conj --column re --second im points.csv
+  orv math Modf --column Wind airquality.csv
+  orv math Powx --arg 2.5 --column Wind airquality.csv
+  orv math LinearFrac --scalea 5 --shifta -160 --shiftb 9 --column Temp airquality.csv
   echo 1 -1 710 | orv math sExp --level ep --errors)";
 
 }  // namespace
@@ -280,6 +358,10 @@ void add_math_command(CLI::App& app) {
       ->option_text("NAME|K");
   add("--second", options->second, "Column of the second argument, or of the imaginary parts")
       ->option_text("NAME|K");
+  for (size_t k = 0; k < std::size(scalar_options); ++k) {
+    add(scalar_options[k].option, options->scalars[k], scalar_options[k].help)
+        ->option_text("NUMBER");
+  }
   add("--missing", options->missing,
       "What to do about a missing cell: fail (default) stops there, skip\n"
       "passes its row over, nan computes with NaN")

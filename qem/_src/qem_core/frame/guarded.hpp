@@ -100,10 +100,11 @@ class Guarded {
 
   [[gnu::flatten]] void run(int32_t n) const {
     ControlWords words(Op::environment);
+    const Guarded here = *this;  // no result can be stored over it, so it stays in registers
     const int32_t blocks_end = n > 0 ? n & ~(Op::block - 1) : 0;
     int32_t i = 0;
-    for (; i < blocks_end; i += Op::block) pass<Wide<Work<Op>>, Op::block>(i);
-    for (; i < n; ++i) pass<Narrow<Work<Op>>, 1>(i);
+    for (; i < blocks_end; i += Op::block) here.template pass<Wide<Work<Op>>, Op::block>(i);
+    for (; i < n; ++i) here.template pass<Narrow<Work<Op>>, 1>(i);
   }
 
  private:
@@ -181,7 +182,8 @@ class Guarded {
     for (int k = 0; k < vectors; ++k) {
       for (int j = 0; j < outputs; ++j) put<step>(ys[j] + k * step, &y[j * parts<O>], k);
     }
-    repair(i, mask, xs, ys);
+    const Guarded copy = *this;
+    copy.repair(i, mask, xs, ys);
   }
 
   /// Sends the elements under `mask` through the slow path and stores the pass. A handler may have
