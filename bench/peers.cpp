@@ -30,23 +30,41 @@ void scalar(int32_t n, const T* a, T* r) {
   for (int32_t i = 0; i < n; ++i) r[i] = f(a[i]);
 }
 
-template <class T, class V, auto f>
-void vectors(int32_t n, const T* a, T* r) {
+template <class T, T (*f)(T, T)>
+void scalar_of_two(int32_t n, const T* a, const T* b, T* r) {
+  for (int32_t i = 0; i < n; ++i) r[i] = f(a[i], b[i]);
+}
+
+template <class V, auto f, class T, class... In>
+void by_vectors(int32_t n, T* r, const In*... a) {
   constexpr int32_t lanes = sizeof(V) / sizeof(T);
-  V x;
   int32_t i = 0;
+  const auto whole = [&](const T* p) {
+    V x;
+    memcpy(&x, p + i, sizeof x);
+    return x;
+  };
+  const auto rest = [&](const T* p) {
+    V x;
+    for (int32_t k = 0; k < lanes; ++k) x[k] = p[i + k < n ? i + k : i];
+    return x;
+  };
   for (; i <= n - lanes; i += lanes) {
-    memcpy(&x, a + i, sizeof x);
-    x = f(x);
-    memcpy(r + i, &x, sizeof x);
+    const V y = f(whole(a)...);
+    memcpy(r + i, &y, sizeof y);
   }
   if (i == n) return;
-  T rest[lanes];
-  for (int32_t k = 0; k < lanes; ++k) rest[k] = a[i + k < n ? i + k : i];
-  memcpy(&x, rest, sizeof x);
-  x = f(x);
-  memcpy(rest, &x, sizeof x);
-  for (int32_t k = 0; i + k < n; ++k) r[i + k] = rest[k];
+  const V y = f(rest(a)...);
+  for (int32_t k = 0; i + k < n; ++k) r[i + k] = y[k];
+}
+
+template <class T, class V, auto f>
+void vectors(int32_t n, const T* a, T* r) {
+  by_vectors<V, f>(n, r, a);
+}
+template <class T, class V, auto f>
+void vectors_of_two(int32_t n, const T* a, const T* b, T* r) {
+  by_vectors<V, f>(n, r, a, b);
 }
 
 /// Sine and cosine by one call of a library.
@@ -190,12 +208,23 @@ __m256d root(__m256d x) { return _mm256_sqrt_pd(x); }
 __m256 root(__m256 x) { return _mm256_sqrt_ps(x); }
 
 /// Loops over vectors, which compilers for 32-bit code do not make of doubles.
-template <class T, class V>
+template <class T, class V, T (*hypot)(T, T), auto hypot_u05, auto hypot_u35>
 std::vector<Function> roots(char type) {
   return {
       {type, "Sqrt", 0.01, 100, loop(vectors<T, V, [](V x) { return root(x); }>)},
+      {type,
+       "Hypot",
+       -100,
+       100,
+       {{"libm", orv_call::of(scalar_of_two<T, hypot>)},
+        {"sleef_u05", orv_call::of(vectors_of_two<T, V, hypot_u05>)},
+        {"sleef_u35", orv_call::of(vectors_of_two<T, V, hypot_u35>)}}},
   };
 }
+constexpr auto float_roots =
+    roots<float, __m256, hypotf, Sleef_hypotf8_u05avx, Sleef_hypotf8_u35avx>;
+constexpr auto double_roots =
+    roots<double, __m256d, hypot, Sleef_hypotd4_u05avx, Sleef_hypotd4_u35avx>;
 
 /// Arithmetic and moves of real numbers T, and of complex ones C of them.
 template <class T, class C>
@@ -265,8 +294,8 @@ const std::vector<Function>& all_functions() {
   static const auto list = [] {
     std::vector<Function> all(std::begin(transcendental), std::end(transcendental));
     for (auto& row : arithmetic<float, QemComplexFloat>('s', 'c')) all.push_back(row);
-    for (auto& row : roots<float, __m256>('s')) all.push_back(row);
-    for (auto& row : roots<double, __m256d>('d')) all.push_back(row);
+    for (auto& row : float_roots('s')) all.push_back(row);
+    for (auto& row : double_roots('d')) all.push_back(row);
     for (auto& row : arithmetic<double, QemComplexDouble>('d', 'z')) all.push_back(row);
     return all;
   }();

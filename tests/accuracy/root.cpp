@@ -17,10 +17,23 @@ void root_inputs(Inputs<R>& in) {
   }
 }
 
+/// Pairs of like magnitudes, and of denormals; where the lanes end and where the scale changes.
+template <class R>
+void hypot_inputs(Inputs<R>& in) {
+  constexpr R smallest = std::numeric_limits<R>::min(), largest = std::numeric_limits<R>::max();
+  in.patterns_of_both_signs(0.4, 0x1p-20, 0x1p20);
+  in.patterns_of_both_signs(0.2, 0x1p-70, 0x1p70);
+  in.patterns_of_both_signs(0.2, largest / 8, largest);
+  in.patterns_of_both_signs(0.4, 0, 8 * smallest);
+  for (const double x : {0x1p62, 0x1p-62}) in.seam(x, 200), in.seam(-x, 200);
+  for (const double x : {0x1p23, 0x1p24, 0x1p25}) in.seam(x * smallest);
+}
+
 }  // namespace
 
 std::vector<Function> root_functions() {
   return {
+      {"sd", "Hypot", Approximate, binary<mpfr_hypot>, nullptr, ORV_INPUTS(hypot_inputs)},
       {"sd", "Sqrt", Rounded, unary<mpfr_sqrt>, ::sqrt, ORV_INPUTS(root_inputs)},
   };
 }

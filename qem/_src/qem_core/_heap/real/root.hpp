@@ -1,0 +1,41 @@
+// What square roots and their kin share: how far a rounded root is off, and results that are
+// brought to their scale last.
+#pragma once
+
+#include "../../simd/exact.hpp"
+#include "../../simd/format.hpp"
+
+namespace orv {
+inline namespace ORV_TAG {
+
+/// 26 bits of a double: the square is exact, and so is the product with the other 27.
+template <class V>
+V upper_half(V x) {
+  return and_bits(x, 0xFFFFFFFFF8000000);
+}
+
+/// x = hi^2 + lo with hi of 26 bits; lo has all but 2^-25 times an ulp of an ulp.
+template <class V>
+TwoParts<V> square_in_parts(V x) {
+  const V upper = upper_half(x);
+  return {upper * upper, (x + upper) * (x - upper)};
+}
+
+/// x - root^2 for the rounded square root of x, or one a few ulp off.
+template <class V>
+V root_residual(V x, V root) {
+  const TwoParts<V> square = square_in_parts(root);
+  return (x - square.hi) - square.lo;
+}
+
+/// (hi + lo) scale, rounded once, where hi is hi + lo to its last bit and `scale` a power of two.
+inline double scaled(TwoParts<double> x, double scale) {
+  const double y = (x.hi + x.lo) * scale;
+  if (y >= Format<double>::smallest_normal) return y;
+  const double rounded = x.hi * scale;
+  const double rest = (x.hi - rounded * (1 / scale)) + x.lo;
+  return rounded + rest * scale;
+}
+
+}  // namespace ORV_TAG
+}  // namespace orv

@@ -1,0 +1,5 @@
+#include "hypot.hpp"
+
+void orv_qem_kernel_dHypot_G9LAynn(int32_t n, const double* a, const double* b, double* r) {
+  orv::guarded(orv::Hypot<double, orv::Level::LA>{}, n, a, b, r);
+}

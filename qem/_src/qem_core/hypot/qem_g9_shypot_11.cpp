@@ -1,0 +1,5 @@
+#include "hypot.hpp"
+
+void orv_qem_kernel_sHypot_G9EPnnn(int32_t n, const float* a, const float* b, float* r) {
+  orv::guarded(orv::Hypot<float, orv::Level::EP>{}, n, a, b, r);
+}
