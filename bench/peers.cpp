@@ -13,6 +13,7 @@
 #define DECLARE_LIBMVEC(name)                  \
   extern "C" __m256d _ZGVcN4v_##name(__m256d); \
   extern "C" __m256 _ZGVcN8v_##name##f(__m256);
+DECLARE_LIBMVEC(cbrt)
 DECLARE_LIBMVEC(exp)
 DECLARE_LIBMVEC(expm1)
 DECLARE_LIBMVEC(log)
@@ -167,6 +168,7 @@ std::vector<Function> arithmetic(char real, char complex) {
 
 const Function transcendental[] = {
 #define FUNCTIONS(t)                                              \
+  {#t[0], "Cbrt", -1000, 1000, {PEERS(t, cbrt), SLEEF_##t(cbrt, u35)}}, \
   {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                       \
   {#t[0], "Expm1", -5, 5, {PEERS(t, expm1)}},                     \
   {#t[0], "Ln", 0.01, 100, {PEERS(t, log), SLEEF_##t(log, u35)}}, \

@@ -100,6 +100,19 @@ ORV_API void _qemsAdd(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsAdd_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAdd_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
+/** sCbrt: cube root, with the sign of x; float.
+ *  Largest error: LA 1.01, HA 0.516, EP 355 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sCbrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_sCbrt_ctab[3];
+ORV_API void _qemsCbrt_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsCbrt_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsCbrt(int32_t n, const float* a, float* r);
+ORV_API void _qemsCbrt_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCbrt_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCbrt_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCbrt_W7EPnnn(int32_t n, const float* a, float* r);
+
 /** sDiv: quotient; float.
  *  Status codes: 2 zero divisor. */
 extern ORV_API const QemBinary_s orv_qem_kernel_sDiv_ttab[3];
@@ -254,6 +267,18 @@ ORV_API void _qemdAdd_HA(int32_t n, const double* a, const double* b, double* r)
 ORV_API void _qemdAdd(int32_t n, const double* a, const double* b, double* r);
 ORV_API void _qemdAdd_26(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dAdd_G9HAynn(int32_t n, const double* a, const double* b, double* r);
+
+/** dCbrt: cube root, with the sign of x; double.
+ *  Largest error: LA 1.54, HA 0.515, EP 1.54 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dCbrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_dCbrt_ctab[3];
+ORV_API void _qemdCbrt_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdCbrt_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdCbrt(int32_t n, const double* a, double* r);
+ORV_API void _qemdCbrt_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCbrt_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCbrt_W7HAynn(int32_t n, const double* a, double* r);
 
 /** dDiv: quotient; double.
  *  Status codes: 2 zero divisor. */

@@ -1,8 +1,34 @@
+// Roots.
 #include "families.hpp"
 
 namespace orv_test {
-namespace {}  // namespace
+namespace {
 
-std::vector<Function> root_functions() { return {}; }
+/// Where the nearest row of a table changes, for each remainder of the exponent by 3, and the rows'
+/// middles; cubes, and denormals.
+template <class R>
+void cube_root_inputs(Inputs<R>& in) {
+  using Limits = std::numeric_limits<R>;
+  in.patterns_of_both_signs(0.6, 0, Limits::infinity());
+  in.linear(0.4, -8, 8);
+  for (int i = 0; i < 3 * 64; ++i) {
+    const double x = std::ldexp(1 + i % 64 / 64.0, i / 64);
+    const int third = static_cast<int>(in.random.below(40)) - 20;
+    for (const double scale : {1.0, -std::ldexp(1, 3 * third)}) in.seam(scale * x, 20);
+    in.seam(x * Limits::min() / 64);
+  }
+  for (double x = 1; x < 100; ++x) in.at(x * x * x), in.at(-1 / (x * x * x));
+}
+
+// Of cubes the C library's root in double is not exact.
+double cbrt_in_double(double x) { return static_cast<double>(cbrtl(x)); }
+
+}  // namespace
+
+std::vector<Function> root_functions() {
+  return {
+      {"sd", "Cbrt", Approximate, unary<mpfr_cbrt>, cbrt_in_double, ORV_INPUTS(cube_root_inputs)},
+  };
+}
 
 }  // namespace orv_test
