@@ -107,6 +107,12 @@ struct Square {
     return x * x;
   }
 };
+struct SquaredCubeRoot {
+  template <class T>
+  T operator()(T x) const {
+    return Square()(std::cbrt(x));
+  }
+};
 struct Conjugate {
   template <class T>
   T operator()(T x) const {
@@ -141,6 +147,7 @@ std::vector<Function> arithmetic(char real, char complex) {
       {real, "Sub", -10, 10, loop(binary_loop<T, std::minus<T>>)},
       {real, "Mul", -10, 10, loop(binary_loop<T, std::multiplies<T>>)},
       {real, "Div", -10, 10, loop(binary_loop<T, std::divides<T>>)},
+      {real, "Pow2o3", -1000, 1000, loop(unary_loop<T, SquaredCubeRoot>)},
       {real, "Modf", -1000, 1000, loop(modf_loop<T>)},
       {real, "PackI", -10, 10, loop(pack_loop<T>)},
       {real, "UnpackI", -10, 10, loop(unpack_loop<T>)},

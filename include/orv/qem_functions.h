@@ -218,6 +218,19 @@ ORV_API void _qemsPackI(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void _qemsPackI_11(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void orv_qem_kernel_sPackI_PXHAynn(int64_t n, const float* a, int64_t incr, float* y, int32_t narrow);
 
+/** sPow2o3: x^(2/3), the square of the cube root, of numbers of either sign; float.
+ *  Largest error: LA 2.06, HA 0.537, EP 715 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sPow2o3_ttab[3];
+extern ORV_API const float orv_qem_kernel_sPow2o3_ctab[3];
+ORV_API void _qemsPow2o3_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsPow2o3_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsPow2o3(int32_t n, const float* a, float* r);
+ORV_API void _qemsPow2o3_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sPow2o3_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sPow2o3_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sPow2o3_W7EPnnn(int32_t n, const float* a, float* r);
+
 /** sSqr: square; under overlap as if element by element, ascending; float.
  *  Status codes: none. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sSqr_ttab[3];
@@ -384,6 +397,18 @@ ORV_API void _qemdPackI_HA(int64_t n, const double* a, int64_t incr, double* y);
 ORV_API void _qemdPackI(int64_t n, const double* a, int64_t incr, double* y);
 ORV_API void _qemdPackI_26(int64_t n, const double* a, int64_t incr, double* y);
 ORV_API void orv_qem_kernel_dPackI_PXHAynn(int64_t n, const double* a, int64_t incr, double* y, int32_t narrow);
+
+/** dPow2o3: x^(2/3), the square of the cube root, of numbers of either sign; double.
+ *  Largest error: LA 0.533, HA 0.533, EP 7.11e+06 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dPow2o3_ttab[3];
+extern ORV_API const float orv_qem_kernel_dPow2o3_ctab[3];
+ORV_API void _qemdPow2o3_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdPow2o3_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdPow2o3(int32_t n, const double* a, double* r);
+ORV_API void _qemdPow2o3_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dPow2o3_W7HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dPow2o3_W7EPnnn(int32_t n, const double* a, double* r);
 
 /** dSqr: square; under overlap as if element by element, ascending; double.
  *  Status codes: none. */

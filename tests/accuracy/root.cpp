@@ -20,14 +20,20 @@ void cube_root_inputs(Inputs<R>& in) {
   for (double x = 1; x < 100; ++x) in.at(x * x * x), in.at(-1 / (x * x * x));
 }
 
+void pow2o3(mpfr_t* y, mpfr_t* x) {
+  mpfr_cbrt(y[0], x[0], MPFR_RNDN);
+  mpfr_sqr(y[0], y[0], MPFR_RNDN);
+}
 // Of cubes the C library's root in double is not exact.
 double cbrt_in_double(double x) { return static_cast<double>(cbrtl(x)); }
+double pow2o3_in_double(double x) { return static_cast<double>(cbrtl(x) * cbrtl(x)); }
 
 }  // namespace
 
 std::vector<Function> root_functions() {
   return {
       {"sd", "Cbrt", Approximate, unary<mpfr_cbrt>, cbrt_in_double, ORV_INPUTS(cube_root_inputs)},
+      {"sd", "Pow2o3", Approximate, pow2o3, pow2o3_in_double, ORV_INPUTS(cube_root_inputs)},
   };
 }
 
