@@ -113,6 +113,12 @@ struct SquaredCubeRoot {
     return Square()(std::cbrt(x));
   }
 };
+struct ReciprocalCubeRoot {
+  template <class T>
+  T operator()(T x) const {
+    return 1 / std::cbrt(x);
+  }
+};
 struct Conjugate {
   template <class T>
   T operator()(T x) const {
@@ -148,6 +154,7 @@ std::vector<Function> arithmetic(char real, char complex) {
       {real, "Mul", -10, 10, loop(binary_loop<T, std::multiplies<T>>)},
       {real, "Div", -10, 10, loop(binary_loop<T, std::divides<T>>)},
       {real, "Pow2o3", -1000, 1000, loop(unary_loop<T, SquaredCubeRoot>)},
+      {real, "InvCbrt", -1000, 1000, loop(unary_loop<T, ReciprocalCubeRoot>)},
       {real, "Modf", -1000, 1000, loop(modf_loop<T>)},
       {real, "PackI", -10, 10, loop(pack_loop<T>)},
       {real, "UnpackI", -10, 10, loop(unpack_loop<T>)},

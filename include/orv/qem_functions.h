@@ -149,6 +149,19 @@ ORV_API void _qemsExpm1(int32_t n, const float* a, float* r);
 ORV_API void _qemsExpm1_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sExpm1_V8HAynn(int32_t n, const float* a, float* r);
 
+/** sInvCbrt: reciprocal of the cube root; float.
+ *  Largest error: LA 1.01, HA 0.533, EP 883 ulp.
+ *  Status codes: 2 zero argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sInvCbrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_sInvCbrt_ctab[3];
+ORV_API void _qemsInvCbrt_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsInvCbrt_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsInvCbrt(int32_t n, const float* a, float* r);
+ORV_API void _qemsInvCbrt_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInvCbrt_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInvCbrt_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInvCbrt_W7EPnnn(int32_t n, const float* a, float* r);
+
 /** sLn: natural logarithm; float.
  *  Largest error: LA 1.23, HA 0.718, EP 842 ulp.
  *  Status codes: 1 negative argument, 2 zero. */
@@ -329,6 +342,17 @@ ORV_API void _qemdExpm1_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dExpm1_V8LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dExpm1_V8HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dExpm1_V8EPnnn(int32_t n, const double* a, double* r);
+
+/** dInvCbrt: reciprocal of the cube root; double.
+ *  Largest error: LA 0.537, HA 0.537, EP 0.537 ulp.
+ *  Status codes: 2 zero argument. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dInvCbrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_dInvCbrt_ctab[3];
+ORV_API void _qemdInvCbrt_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdInvCbrt_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdInvCbrt(int32_t n, const double* a, double* r);
+ORV_API void _qemdInvCbrt_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dInvCbrt_W7HAynn(int32_t n, const double* a, double* r);
 
 /** dLn: natural logarithm; double.
  *  Largest error: LA 1.59, HA 0.501, EP 2.1e+06 ulp.

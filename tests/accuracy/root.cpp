@@ -24,15 +24,22 @@ void pow2o3(mpfr_t* y, mpfr_t* x) {
   mpfr_cbrt(y[0], x[0], MPFR_RNDN);
   mpfr_sqr(y[0], y[0], MPFR_RNDN);
 }
+void invcbrt(mpfr_t* y, mpfr_t* x) {
+  mpfr_cbrt(y[0], x[0], MPFR_RNDN);
+  mpfr_ui_div(y[0], 1, y[0], MPFR_RNDN);
+}
+
 // Of cubes the C library's root in double is not exact.
 double cbrt_in_double(double x) { return static_cast<double>(cbrtl(x)); }
 double pow2o3_in_double(double x) { return static_cast<double>(cbrtl(x) * cbrtl(x)); }
+double invcbrt_in_double(double x) { return static_cast<double>(1 / cbrtl(x)); }
 
 }  // namespace
 
 std::vector<Function> root_functions() {
   return {
       {"sd", "Cbrt", Approximate, unary<mpfr_cbrt>, cbrt_in_double, ORV_INPUTS(cube_root_inputs)},
+      {"sd", "InvCbrt", Approximate, invcbrt, invcbrt_in_double, ORV_INPUTS(cube_root_inputs)},
       {"sd", "Pow2o3", Approximate, pow2o3, pow2o3_in_double, ORV_INPUTS(cube_root_inputs)},
   };
 }

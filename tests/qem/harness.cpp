@@ -43,6 +43,7 @@ int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   const T pole = f == "Log1p" ? -1 : 0;
   if (logarithm && x < pole) return QEM_STATUS_DOMAIN;
   if (logarithm && x == pole) return QEM_STATUS_SINGULARITY;
+  if (f == "InvCbrt" && x == 0) return QEM_STATUS_SINGULARITY;
   if (isinf(x)) return QEM_STATUS_OK;
   if ((f == "Exp" || f == "Expm1") && x > exp_largest) return QEM_STATUS_OVERFLOW;
   if (f == "Exp" && x < exp_lowest) return QEM_STATUS_UNDERFLOW;
@@ -97,6 +98,10 @@ const Row rows[] = {
     {"Cbrt", {{inf}, {}, 0, {inf}}},
     {"Pow2o3", {{-0.0}, {}, 0, {0}}},
     {"Pow2o3", {{-inf}, {}, 0, {inf}}},
+    {"InvCbrt", {{0}, {}, 2, {inf}}},
+    {"InvCbrt", {{-0.0}, {}, 2, {-inf}}},
+    {"InvCbrt", {{inf}, {}, 0, {0}}},
+    {"InvCbrt", {{-inf}, {}, 0, {-0.0}}},
     {"Modf", {{-3.75}, {}, 0, {-3, -0.75}}},
     {"Modf", {{-0.0}, {}, 0, {-0.0, -0.0}}},
     {"Modf", {{-tiny}, {}, 0, {-0.0, -tiny}}},

@@ -43,3 +43,11 @@ def vdcbrt_tables():
 def vscbrt_tables():
     return header("vscbrt_tables.hpp", tables("vscbrt", "float", 1, {"ha": 3, "la": 3, "ep": 1}),
                   include="../../../simd/lookup.hpp")
+
+
+def vdinvcbrt_tables():
+    return header("vdinvcbrt_tables.hpp", tables("vdinvcbrt", "double", -1, {"ha": 7}))
+
+
+def vsinvcbrt_tables():
+    return header("vsinvcbrt_tables.hpp", tables("vsinvcbrt", "float", -1, {"ha": 3, "la": 3, "ep": 1}))
