@@ -13,6 +13,7 @@
 #define DECLARE_LIBMVEC(name)                  \
   extern "C" __m256d _ZGVcN4v_##name(__m256d); \
   extern "C" __m256 _ZGVcN8v_##name##f(__m256);
+DECLARE_LIBMVEC(cbrt)
 DECLARE_LIBMVEC(exp)
 DECLARE_LIBMVEC(expm1)
 DECLARE_LIBMVEC(log)
@@ -162,6 +163,18 @@ struct Square {
     return x * x;
   }
 };
+struct SquaredCubeRoot {
+  template <class T>
+  T operator()(T x) const {
+    return Square()(std::cbrt(x));
+  }
+};
+struct ReciprocalCubeRoot {
+  template <class T>
+  T operator()(T x) const {
+    return 1 / std::cbrt(x);
+  }
+};
 struct Conjugate {
   template <class T>
   T operator()(T x) const {
@@ -244,6 +257,8 @@ std::vector<Function> arithmetic(char real, char complex) {
       {real, "Round", -1000, 1000, loop(unary_loop<T, Round>)},
       {real, "Rint", -1000, 1000, rounding<T, Rint, _MM_FROUND_RINT>()},
       {real, "NearbyInt", -1000, 1000, rounding<T, NearbyInt, _MM_FROUND_NEARBYINT>()},
+      {real, "Pow2o3", -1000, 1000, loop(unary_loop<T, SquaredCubeRoot>)},
+      {real, "InvCbrt", -1000, 1000, loop(unary_loop<T, ReciprocalCubeRoot>)},
       {real, "Modf", -1000, 1000, loop(modf_loop<T>)},
       {real, "PackI", -10, 10, loop(pack_loop<T>)},
       {real, "PackV", -10, 10, loop(pack_v_loop<T>)},
@@ -275,6 +290,7 @@ std::vector<Function> arithmetic(char real, char complex) {
 
 const Function transcendental[] = {
 #define FUNCTIONS(t)                                              \
+  {#t[0], "Cbrt", -1000, 1000, {PEERS(t, cbrt), SLEEF_##t(cbrt, u35)}}, \
   {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                       \
   {#t[0], "Expm1", -5, 5, {PEERS(t, expm1)}},                     \
   {#t[0], "Ln", 0.01, 100, {PEERS(t, log), SLEEF_##t(log, u35)}}, \

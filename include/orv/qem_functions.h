@@ -100,6 +100,19 @@ ORV_API void _qemsAdd(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsAdd_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAdd_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
+/** sCbrt: cube root, with the sign of x; float.
+ *  Largest error: LA 1.01, HA 0.516, EP 355 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sCbrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_sCbrt_ctab[3];
+ORV_API void _qemsCbrt_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsCbrt_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsCbrt(int32_t n, const float* a, float* r);
+ORV_API void _qemsCbrt_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCbrt_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCbrt_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCbrt_W7EPnnn(int32_t n, const float* a, float* r);
+
 /** sCeil: least whole number that is not below x; float.
  *  Status codes: none. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sCeil_ttab[3];
@@ -180,6 +193,19 @@ ORV_API void _qemsInv_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sInv_G9LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sInv_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sInv_G9EPnnn(int32_t n, const float* a, float* r);
+
+/** sInvCbrt: reciprocal of the cube root; float.
+ *  Largest error: LA 1.01, HA 0.533, EP 883 ulp.
+ *  Status codes: 2 zero argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sInvCbrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_sInvCbrt_ctab[3];
+ORV_API void _qemsInvCbrt_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsInvCbrt_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsInvCbrt(int32_t n, const float* a, float* r);
+ORV_API void _qemsInvCbrt_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInvCbrt_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInvCbrt_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInvCbrt_W7EPnnn(int32_t n, const float* a, float* r);
 
 /** sLinearFrac: (scalea a + shifta)/(scaleb b + shiftb); with scaleb 0 by way of 1/shiftb, within 1.5 ulp; float.
  *  Status codes: none. */
@@ -289,6 +315,19 @@ ORV_API void _qemsPackV_HA(int64_t n, const float* a, const int32_t* ia, float* 
 ORV_API void _qemsPackV(int64_t n, const float* a, const int32_t* ia, float* y);
 ORV_API void _qemsPackV_11(int64_t n, const float* a, const int32_t* ia, float* y);
 ORV_API void orv_qem_kernel_sPackV_PXHAynn(int64_t n, const float* a, const void* ia, float* y, int32_t narrow);
+
+/** sPow2o3: x^(2/3), the square of the cube root, of numbers of either sign; float.
+ *  Largest error: LA 2.06, HA 0.537, EP 715 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sPow2o3_ttab[3];
+extern ORV_API const float orv_qem_kernel_sPow2o3_ctab[3];
+ORV_API void _qemsPow2o3_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsPow2o3_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsPow2o3(int32_t n, const float* a, float* r);
+ORV_API void _qemsPow2o3_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sPow2o3_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sPow2o3_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sPow2o3_W7EPnnn(int32_t n, const float* a, float* r);
 
 /** sRint: whole number by the caller's rounding mode, with the inexact flag; float.
  *  Status codes: none. */
@@ -402,6 +441,18 @@ ORV_API void _qemdAdd(int32_t n, const double* a, const double* b, double* r);
 ORV_API void _qemdAdd_26(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dAdd_G9HAynn(int32_t n, const double* a, const double* b, double* r);
 
+/** dCbrt: cube root, with the sign of x; double.
+ *  Largest error: LA 1.54, HA 0.515, EP 1.54 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dCbrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_dCbrt_ctab[3];
+ORV_API void _qemdCbrt_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdCbrt_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdCbrt(int32_t n, const double* a, double* r);
+ORV_API void _qemdCbrt_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCbrt_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCbrt_W7HAynn(int32_t n, const double* a, double* r);
+
 /** dCeil: least whole number that is not below x; double.
  *  Status codes: none. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dCeil_ttab[3];
@@ -482,6 +533,17 @@ ORV_API void _qemdInv(int32_t n, const double* a, double* r);
 ORV_API void _qemdInv_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dInv_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dInv_G9HAynn(int32_t n, const double* a, double* r);
+
+/** dInvCbrt: reciprocal of the cube root; double.
+ *  Largest error: LA 0.537, HA 0.537, EP 0.537 ulp.
+ *  Status codes: 2 zero argument. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dInvCbrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_dInvCbrt_ctab[3];
+ORV_API void _qemdInvCbrt_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdInvCbrt_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdInvCbrt(int32_t n, const double* a, double* r);
+ORV_API void _qemdInvCbrt_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dInvCbrt_W7HAynn(int32_t n, const double* a, double* r);
 
 /** dLinearFrac: (scalea a + shifta)/(scaleb b + shiftb); with scaleb 0 by way of 1/shiftb, within 1.5 ulp; double.
  *  Status codes: none. */
@@ -590,6 +652,18 @@ ORV_API void _qemdPackV_HA(int64_t n, const double* a, const int32_t* ia, double
 ORV_API void _qemdPackV(int64_t n, const double* a, const int32_t* ia, double* y);
 ORV_API void _qemdPackV_26(int64_t n, const double* a, const int32_t* ia, double* y);
 ORV_API void orv_qem_kernel_dPackV_PXHAynn(int64_t n, const double* a, const void* ia, double* y, int32_t narrow);
+
+/** dPow2o3: x^(2/3), the square of the cube root, of numbers of either sign; double.
+ *  Largest error: LA 0.533, HA 0.533, EP 7.11e+06 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dPow2o3_ttab[3];
+extern ORV_API const float orv_qem_kernel_dPow2o3_ctab[3];
+ORV_API void _qemdPow2o3_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdPow2o3_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdPow2o3(int32_t n, const double* a, double* r);
+ORV_API void _qemdPow2o3_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dPow2o3_W7HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dPow2o3_W7EPnnn(int32_t n, const double* a, double* r);
 
 /** dRint: whole number by the caller's rounding mode, with the inexact flag; double.
  *  Status codes: none. */

@@ -29,12 +29,45 @@ void hypot_inputs(Inputs<R>& in) {
   for (const double x : {0x1p23, 0x1p24, 0x1p25}) in.seam(x * smallest);
 }
 
+/// Where the nearest row of a table changes, for each remainder of the exponent by 3, and the rows'
+/// middles; cubes, and denormals.
+template <class R>
+void cube_root_inputs(Inputs<R>& in) {
+  using Limits = std::numeric_limits<R>;
+  in.patterns_of_both_signs(0.6, 0, Limits::infinity());
+  in.linear(0.4, -8, 8);
+  for (int i = 0; i < 3 * 64; ++i) {
+    const double x = std::ldexp(1 + i % 64 / 64.0, i / 64);
+    const int third = static_cast<int>(in.random.below(40)) - 20;
+    for (const double scale : {1.0, -std::ldexp(1, 3 * third)}) in.seam(scale * x, 20);
+    in.seam(x * Limits::min() / 64);
+  }
+  for (double x = 1; x < 100; ++x) in.at(x * x * x), in.at(-1 / (x * x * x));
+}
+
+void pow2o3(mpfr_t* y, mpfr_t* x) {
+  mpfr_cbrt(y[0], x[0], MPFR_RNDN);
+  mpfr_sqr(y[0], y[0], MPFR_RNDN);
+}
+void invcbrt(mpfr_t* y, mpfr_t* x) {
+  mpfr_cbrt(y[0], x[0], MPFR_RNDN);
+  mpfr_ui_div(y[0], 1, y[0], MPFR_RNDN);
+}
+
+// Of cubes the C library's root in double is not exact.
+double cbrt_in_double(double x) { return static_cast<double>(cbrtl(x)); }
+double pow2o3_in_double(double x) { return static_cast<double>(cbrtl(x) * cbrtl(x)); }
+double invcbrt_in_double(double x) { return static_cast<double>(1 / cbrtl(x)); }
+
 }  // namespace
 
 std::vector<Function> root_functions() {
   return {
       {"sd", "Hypot", Approximate, binary<mpfr_hypot>, nullptr, ORV_INPUTS(hypot_inputs)},
       {"sd", "Sqrt", Rounded, unary<mpfr_sqrt>, ::sqrt, ORV_INPUTS(root_inputs)},
+      {"sd", "Cbrt", Approximate, unary<mpfr_cbrt>, cbrt_in_double, ORV_INPUTS(cube_root_inputs)},
+      {"sd", "InvCbrt", Approximate, invcbrt, invcbrt_in_double, ORV_INPUTS(cube_root_inputs)},
+      {"sd", "Pow2o3", Approximate, pow2o3, pow2o3_in_double, ORV_INPUTS(cube_root_inputs)},
   };
 }
 

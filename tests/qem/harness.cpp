@@ -43,7 +43,7 @@ int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   const T pole = f == "Log1p" ? -1 : 0;
   if ((logarithm || f == "Sqrt") && x < pole) return QEM_STATUS_DOMAIN;
   if (logarithm && x == pole) return QEM_STATUS_SINGULARITY;
-  if (f == "Inv" && x == 0) return QEM_STATUS_SINGULARITY;
+  if ((f == "Inv" || f == "InvCbrt") && x == 0) return QEM_STATUS_SINGULARITY;
   if (isinf(x)) return QEM_STATUS_OK;
   if ((f == "Exp" || f == "Expm1") && x > exp_largest) return QEM_STATUS_OVERFLOW;
   if (f == "Exp" && x < exp_lowest) return QEM_STATUS_UNDERFLOW;
@@ -110,6 +110,15 @@ const Row rows[] = {
     {"Div", {{inf}, {inf}, 0, {nan}}},
     {"Div", {{1}, {tiny}, 0, {inf}}},
     {"Div", {{3}, {nan}, 0, {nan}}},
+    {"Cbrt", {{-0.0}, {}, 0, {-0.0}}},
+    {"Cbrt", {{-inf}, {}, 0, {-inf}}},
+    {"Cbrt", {{inf}, {}, 0, {inf}}},
+    {"Pow2o3", {{-0.0}, {}, 0, {0}}},
+    {"Pow2o3", {{-inf}, {}, 0, {inf}}},
+    {"InvCbrt", {{0}, {}, 2, {inf}}},
+    {"InvCbrt", {{-0.0}, {}, 2, {-inf}}},
+    {"InvCbrt", {{inf}, {}, 0, {0}}},
+    {"InvCbrt", {{-inf}, {}, 0, {-0.0}}},
     {"Modf", {{-3.75}, {}, 0, {-3, -0.75}}},
     {"Modf", {{-0.0}, {}, 0, {-0.0, -0.0}}},
     {"Modf", {{-tiny}, {}, 0, {-0.0, -tiny}}},
@@ -238,7 +247,8 @@ std::vector<SpecialValue> special_values(const Kernel& kernel) {
                               : unary_values(kernel.function, 1e-100, -708.3964185322641, -745.2,
                                              709.782712893384);
   }
-  const bool silent = kernel.name() == "sDiv_EP" || kernel.kernel == "W7EPnnn";
+  const bool silent =
+      kernel.name() == "sDiv_EP" || (kernel.function == "Mul" && kernel.kernel == "W7EPnnn");
   for (const auto& [function, row] : rows) {
     if (function != kernel.function || kernel.input_size(1) != row.a.size()) continue;
     SpecialValue value = row;

@@ -1,8 +1,12 @@
 """The table files: path -> function that returns the file's text."""
-from . import exp, exported, ln, sincos
+from . import cube_root, exp, exported, ln, sincos
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
+    CORE / "_heap/real/tables/vdcbrt_tables.hpp": cube_root.vdcbrt_tables,
+    CORE / "_heap/real/tables/vscbrt_tables.hpp": cube_root.vscbrt_tables,
+    CORE / "invcbrt/tables/vdinvcbrt_tables.hpp": cube_root.vdinvcbrt_tables,
+    CORE / "invcbrt/tables/vsinvcbrt_tables.hpp": cube_root.vsinvcbrt_tables,
     CORE / "exp/tables/vdexp_tables.hpp": exp.vdexp_tables,
     CORE / "exp/tables/vsexp_tables.hpp": exp.vsexp_tables,
     CORE / "expm1/tables/vdexpm1_tables.hpp": exp.vdexpm1_tables,

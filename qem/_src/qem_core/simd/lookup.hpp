@@ -91,6 +91,23 @@ class IndicesFrom2To {
   Words<V> words_;
 };
 
+/// In the low word of each lane an entry's index times the size of a lane's number, where entries
+/// are `apart` numbers apart, whatever is taken of them.
+template <class V, int apart>
+class OffsetsOfNumbers {
+ public:
+  explicit OffsetsOfNumbers(V v) : words_(v) {}
+
+  template <class Entry>
+  const Entry* entry(const Entry* table, int lane) const {
+    const ptrdiff_t offset = words_.word[lane * (sizeof(Lane<V>) / 4)];
+    return reinterpret_cast<const Entry*>(reinterpret_cast<const char*>(table) + offset * apart);
+  }
+
+ private:
+  Words<V> words_;
+};
+
 /// Two floats moved as one double.
 inline const double* as_double(const Pair<float>* entry) {
   return reinterpret_cast<const double*>(entry);

@@ -9,6 +9,8 @@
 #include <stdint.h>
 #include <string.h>
 
+#include "format.hpp"
+
 namespace orv {
 inline namespace ORV_TAG {
 
@@ -283,6 +285,19 @@ Int<V> multiply_low_words(Int<V> a, Int<V> b) {
   return by_halves([](__m128i x, __m128i y) { return _mm_mul_epu32(x, y); }, a, b);
 }
 
+/// Lanes below 2^15 times a signed number.
+template <class V>
+Int<V> multiply_short(Int<V> a, int16_t b) {
+  const __m128i factor = _mm_set1_epi32(b);
+  return by_halves([=](__m128i x) { return _mm_madd_epi16(x, factor); }, a);
+}
+/// Lanes below 2^16 times another such number, without the lower 16 bits of the product.
+template <class V>
+Int<V> multiply_short_high(Int<V> a, uint16_t b) {
+  const __m128i factor = _mm_set1_epi16(static_cast<int16_t>(b));
+  return by_halves([=](__m128i x) { return _mm_mulhi_epu16(x, factor); }, a);
+}
+
 /// Lanes of 64 and of 32 bits with a mask, without leaving the floating-point side.
 inline __m128d and_bits(__m128d v, uint64_t mask) {
   return _mm_and_pd(v, splat<__m128d>(from_bits(mask)));
@@ -526,6 +541,19 @@ inline int high_word_above(__m128 x, uint32_t limit) {
   const __m128i absolute = _mm_and_si128(bits_of(x), _mm_set1_epi32(0x7FFFFFFF));
   const __m128i above = _mm_cmpgt_epi32(absolute, _mm_set1_epi32(static_cast<int32_t>(limit)));
   return mask_of(_mm_castsi128_ps(above));
+}
+/// Lanes that are zero, denormal, infinite or NaN, by their high words.
+template <class V>
+int not_normal(V x) {
+  using F = Format<Lane<V>>;
+  // Without the sign and with the first normal number's brought down to the least integer, normal
+  // numbers are those below where infinity's comes to.
+  constexpr uint32_t first = 2 * F::high_word(F::smallest_normal), least = 0x80000000;
+  constexpr uint32_t last = 2 * F::high_word(F::infinity) - 1 - first + least;
+  const __m128i twice = _mm_add_epi32(bits_of(x), bits_of(x));
+  const __m128i moved = _mm_add_epi32(twice, _mm_set1_epi32(static_cast<int32_t>(least - first)));
+  const __m128i above = _mm_cmpgt_epi32(moved, _mm_set1_epi32(static_cast<int32_t>(last)));
+  return mask_of(as_vector<V>(above));
 }
 #ifdef __AVX__
 inline int high_word_above(__m256d x, uint32_t limit) {

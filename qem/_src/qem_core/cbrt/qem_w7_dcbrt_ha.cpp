@@ -1,0 +1,5 @@
+#include "cbrt.hpp"
+
+void orv_qem_kernel_dCbrt_W7HAynn(int32_t n, const double* a, double* r) {
+  orv::guarded(orv::Cbrt<double, orv::Level::HA>{}, n, a, r);
+}

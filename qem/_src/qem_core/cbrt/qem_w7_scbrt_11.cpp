@@ -1,0 +1,5 @@
+#include "cbrt.hpp"
+
+void orv_qem_kernel_sCbrt_W7EPnnn(int32_t n, const float* a, float* r) {
+  orv::guarded(orv::Cbrt<float, orv::Level::EP>{}, n, a, r);
+}

@@ -1,0 +1,5 @@
+#include "invcbrt.hpp"
+
+void orv_qem_kernel_sInvCbrt_W7HAynn(int32_t n, const float* a, float* r) {
+  orv::guarded(orv::InvCbrt<float, orv::Level::HA>{}, n, a, r);
+}

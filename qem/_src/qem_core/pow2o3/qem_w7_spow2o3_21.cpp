@@ -1,0 +1,5 @@
+#include "pow2o3.hpp"
+
+void orv_qem_kernel_sPow2o3_W7LAynn(int32_t n, const float* a, float* r) {
+  orv::guarded(orv::Pow2o3<float, orv::Level::LA>{}, n, a, r);
+}
