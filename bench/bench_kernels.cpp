@@ -2,6 +2,7 @@
 //
 //   WHO/FUNCTION_LEVEL/N            independent calls of N elements
 //   WHO/FUNCTION_LEVEL/1/dependent  each call waits for the result before it
+//   WHO/FUNCTION_LEVEL/1000/LO..HI  arguments from a further range
 //
 // WHO is "ours", or a peer, which has no level. With N = 0 one of our kernels does all that a call
 // costs besides elements. Results are checked first, and a contender with a wrong one is not timed.
@@ -10,6 +11,7 @@
 #include <stdio.h>
 #include <string.h>
 
+#include <memory>
 #include <random>
 
 #include "peers.hpp"
@@ -39,7 +41,8 @@ class Calls {
     for (std::vector<R>& input : in_) {
       input.resize(pool * 2 * stride);
       for (R& x : input) {
-        x = static_cast<R>(low + (high - low) * static_cast<double>(bits() >> 11) * 0x1p-53);
+        const double part = static_cast<double>(bits() >> 11) * 0x1p-53;
+        x = static_cast<R>(low + (high - low) * part);
       }
     }
   }
@@ -98,7 +101,8 @@ bool agrees(const Contender& contender, const Contender& reference, const Calls<
 }
 
 template <bool dependent, class R>
-void time_calls(benchmark::State& state, const Contender& c, const Calls<R>& calls, int32_t n) {
+void time_calls(benchmark::State& state, const Contender& c,
+                const std::shared_ptr<const Calls<R>>& calls, int32_t n) {
   std::vector<R> out[2];
   for (std::vector<R>& result : out) result.resize((n + 1) * 2 * stride);
   const int32_t last = pool - n;
@@ -106,7 +110,7 @@ void time_calls(benchmark::State& state, const Contender& c, const Calls<R>& cal
   benchmark::DoNotOptimize(zero);
   int32_t i = 0;
   for ([[maybe_unused]] auto _ : state) {
-    calls.call(c, i, n, out);
+    calls->call(c, i, n, out);
     i += n;
     if (i > last) i = 0;
     if constexpr (dependent) {
@@ -124,20 +128,37 @@ void refuse(const std::string& name, const std::string& why) {
   ++faults;
 }
 
+/// False if the contender has no place in the contest.
+template <class R>
+bool fits(const Contender& c, const std::string& name, const Function& function,
+          const Calls<R>& calls, double largest_error) {
+  if (agrees(c, function.peers.front(), calls, largest_error)) return true;
+  refuse(c.who + "/" + name, "its results differ from those of " + function.peers.front().who);
+  return false;
+}
+
 template <class R>
 void add_contender(const Contender& c, const std::string& name, const Function& function,
-                   const Calls<R>& calls, double largest_error) {
+                   const Kernel& kernel, double largest_error) {
+  using Shared = std::shared_ptr<const Calls<R>>;
   const std::string prefix = c.who + "/" + name + "/";
-  if (!agrees(c, function.peers.front(), calls, largest_error)) {
-    refuse(c.who + "/" + name, "its results differ from those of " + function.peers.front().who);
-    return;
-  }
+  const auto add = [&](const std::string& suffix, auto* time, const Shared& calls, int32_t n) {
+    benchmark::RegisterBenchmark((prefix + suffix).c_str(), time, c, calls, n);
+  };
+  const auto calls = std::make_shared<const Calls<R>>(kernel, function.low, function.high);
+  if (!fits(c, name, function, *calls, largest_error)) return;
   for (const int32_t n : {0, 1, 7, 64, 1000}) {
     if (n == 0 && c.who != "ours") continue;
-    benchmark::RegisterBenchmark((prefix + std::to_string(n)).c_str(), time_calls<false, R>, c,
-                                 calls, n);
+    add(std::to_string(n), time_calls<false, R>, calls, n);
   }
-  benchmark::RegisterBenchmark((prefix + "1/dependent").c_str(), time_calls<true, R>, c, calls, 1);
+  add("1/dependent", time_calls<true, R>, calls, 1);
+  for (const Range& range : function.further) {
+    char text[64];
+    snprintf(text, sizeof text, "1000/%g..%g", range.low, range.high);
+    const auto further = std::make_shared<const Calls<R>>(kernel, range.low, range.high);
+    if (!fits(c, name + "/" + text, function, *further, largest_error)) continue;
+    add(text, time_calls<false, R>, further, 1000);
+  }
 }
 
 /// A kernel, and before a function's first kernel its peers.
@@ -150,13 +171,13 @@ void add_kernel(const Kernel& kernel, bool first) {
     refuse("ours/" + name + "_" + level, "bench/peers.cpp has no row for it");
     return;
   }
-  const Calls<R> calls(kernel, function->low, function->high);
+  const auto add = [&](const Contender& c, const std::string& as, const std::string& bound_of) {
+    add_contender<R>(c, as, *function, kernel, bound<R>(bound_of));
+  };
   if (first) {
-    for (const Contender& peer : function->peers) {
-      add_contender(peer, name, *function, calls, bound<R>("HA"));
-    }
+    for (const Contender& peer : function->peers) add(peer, name, "HA");
   }
-  add_contender({"ours", kernel.call}, name + "_" + level, *function, calls, bound<R>(level));
+  add({"ours", kernel.call}, name + "_" + level, level);
 }
 
 void add_all() {

@@ -19,6 +19,9 @@ DECLARE_LIBMVEC(expm1)
 DECLARE_LIBMVEC(log)
 DECLARE_LIBMVEC(log10)
 DECLARE_LIBMVEC(log1p)
+DECLARE_LIBMVEC(sin)
+DECLARE_LIBMVEC(cos)
+DECLARE_LIBMVEC(tan)
 #endif
 
 namespace orv_bench {
@@ -68,9 +71,21 @@ void vectors_of_two(int32_t n, const T* a, const T* b, T* r) {
   by_vectors<V, f>(n, r, a, b);
 }
 
-/// Sine and cosine by one call of a library.
+/// Sine and cosine by one call of a library, in two vectors or as complex numbers.
 template <class T, class V, auto f>
-void sines_and_cosines(int32_t n, const T* a, T* r) {
+void sines_and_cosines(int32_t n, const T* a, T* r1, T* r2) {
+  constexpr int32_t lanes = sizeof(V) / sizeof(T);
+  for (int32_t i = 0; i < n; i += lanes) {
+    const size_t size = sizeof(T) * (n - i < lanes ? n - i : lanes);
+    V v = {};
+    memcpy(&v, a + i, size);
+    const auto both = f(v);
+    memcpy(r1 + i, &both.x, size);
+    memcpy(r2 + i, &both.y, size);
+  }
+}
+template <class T, class V, auto f>
+void complex_sines_and_cosines(int32_t n, const T* a, T* r) {
   constexpr int32_t lanes = sizeof(V) / sizeof(T);
   for (int32_t i = 0; i < n; i += lanes) {
     T x[lanes], sine[lanes], cosine[lanes];
@@ -99,6 +114,10 @@ void binary_loop(int32_t n, const T* a, const T* b, T* r) {
 template <class T>
 void modf_loop(int32_t n, const T* a, T* whole, T* rest) {
   for (int32_t i = 0; i < n; ++i) rest[i] = std::modf(a[i], whole + i);
+}
+template <class T>
+void sincos_loop(int32_t n, const T* a, T* sine, T* cosine) {
+  for (int32_t i = 0; i < n; ++i) sine[i] = std::sin(a[i]), cosine[i] = std::cos(a[i]);
 }
 template <class T, class C>
 void cis_loop(int32_t n, const T* a, C* r) {
@@ -286,7 +305,11 @@ std::vector<Function> arithmetic(char real, char complex) {
 #define LIBMVEC_d(name)
 #define LIBMVEC_s(name)
 #endif
+#define SLEEF_SINCOS_d(u) {"sleef_" #u, orv_call::of(sines_and_cosines<double, __m256d, Sleef_sincosd4_##u##avx>)}
 #define PEERS(t, name) SCALAR_##t(name), SLEEF_##t(name, u10) LIBMVEC_##t(name)
+
+/// Angles beyond the first reductions, ours and others'.
+const std::vector<Range> large_angles = {{-100, 100}, {1e5, 2e5}, {1e9, 2e9}, {1e300, 2e300}};
 
 const Function transcendental[] = {
 #define FUNCTIONS(t)                                              \
@@ -297,12 +320,17 @@ const Function transcendental[] = {
   {#t[0], "Log10", 0.01, 100, {PEERS(t, log10)}},                 \
   {#t[0], "Log1p", -0.9, 10, {PEERS(t, log1p)}},
   FUNCTIONS(s) FUNCTIONS(d)
+  {'d', "Sin", -10, 10, {PEERS(d, sin), SLEEF_d(sin, u35)}, large_angles},
+  {'d', "Cos", -10, 10, {PEERS(d, cos), SLEEF_d(cos, u35)}, large_angles},
+  {'d', "SinCos", -10, 10,
+   {{"libm", orv_call::of(sincos_loop<double>)}, SLEEF_SINCOS_d(u10), SLEEF_SINCOS_d(u35)}, large_angles},
+  {'d', "Tan", -10, 10, {PEERS(d, tan), SLEEF_d(tan, u35)}, large_angles},
   {'c', "CIS", -100, 100,
    {{"libm", orv_call::of(cis_loop<float, QemComplexFloat>)},
-    {"sleef_u10", orv_call::of(sines_and_cosines<float, __m256, Sleef_sincosf8_u10avx>)}}},
+    {"sleef_u10", orv_call::of(complex_sines_and_cosines<float, __m256, Sleef_sincosf8_u10avx>)}}},
   {'z', "CIS", -100, 100,
    {{"libm", orv_call::of(cis_loop<double, QemComplexDouble>)},
-    {"sleef_u10", orv_call::of(sines_and_cosines<double, __m256d, Sleef_sincosd4_u10avx>)}}},
+    {"sleef_u10", orv_call::of(complex_sines_and_cosines<double, __m256d, Sleef_sincosd4_u10avx>)}}},
 };
 // clang-format on
 

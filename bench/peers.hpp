@@ -14,12 +14,17 @@ struct Contender {
   orv_call::Kernel call;
 };
 
+struct Range {
+  double low, high;
+};
+
 struct Function {
   char type;         // s, d, c, z
   std::string name;  // "Exp"
   double low, high;  // arguments are drawn evenly from here
   /// The first is the scalar C library or a plain loop: what all others are checked against.
   std::vector<Contender> peers;
+  std::vector<Range> further = {};  // arguments that take other ways, in calls of 1000
 };
 
 /// Null if peers.cpp has no row for the function.

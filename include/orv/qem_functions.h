@@ -463,6 +463,19 @@ ORV_API void _qemdCeil(int32_t n, const double* a, double* r);
 ORV_API void _qemdCeil_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCeil_G9HAynn(int32_t n, const double* a, double* r);
 
+/** dCos: cosine, of any finite argument; double.
+ *  Largest error: LA 2.96, HA 0.506, EP 1.3e+05 ulp.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dCos_ttab[3];
+extern ORV_API const float orv_qem_kernel_dCos_ctab[3];
+ORV_API void _qemdCos_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdCos_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdCos(int32_t n, const double* a, double* r);
+ORV_API void _qemdCos_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCos_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCos_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCos_G9EPnnn(int32_t n, const double* a, double* r);
+
 /** dDiv: quotient; double.
  *  Status codes: 2 zero divisor. */
 extern ORV_API const QemBinary_d orv_qem_kernel_dDiv_ttab[3];
@@ -685,6 +698,32 @@ ORV_API void _qemdRound(int32_t n, const double* a, double* r);
 ORV_API void _qemdRound_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dRound_G9HAynn(int32_t n, const double* a, double* r);
 
+/** dSin: sine, of any finite argument; double.
+ *  Largest error: LA 2.96, HA 0.506, EP 1.3e+05 ulp.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dSin_ttab[3];
+extern ORV_API const float orv_qem_kernel_dSin_ctab[3];
+ORV_API void _qemdSin_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdSin_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdSin(int32_t n, const double* a, double* r);
+ORV_API void _qemdSin_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dSin_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dSin_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dSin_G9EPnnn(int32_t n, const double* a, double* r);
+
+/** dSinCos: sine and cosine, to the bit those of Sin and Cos; double.
+ *  Largest error: LA 2.96, HA 0.506, EP 1.3e+05 ulp.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemTwoResults_d orv_qem_kernel_dSinCos_ttab[3];
+extern ORV_API const float orv_qem_kernel_dSinCos_ctab[3];
+ORV_API void _qemdSinCos_50(int32_t n, const double* a, double* r1, double* r2);
+ORV_API void _qemdSinCos_HA(int32_t n, const double* a, double* r1, double* r2);
+ORV_API void _qemdSinCos(int32_t n, const double* a, double* r1, double* r2);
+ORV_API void _qemdSinCos_26(int32_t n, const double* a, double* r1, double* r2);
+ORV_API void orv_qem_kernel_dSinCos_G9LAynn(int32_t n, const double* a, double* r1, double* r2);
+ORV_API void orv_qem_kernel_dSinCos_G9HAynn(int32_t n, const double* a, double* r1, double* r2);
+ORV_API void orv_qem_kernel_dSinCos_G9EPnnn(int32_t n, const double* a, double* r1, double* r2);
+
 /** dSqr: square; under overlap as if element by element, ascending; double.
  *  Status codes: none. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dSqr_ttab[3];
@@ -811,7 +850,7 @@ ORV_API void _qemzAdd_26(int32_t n, const QemComplexDouble* a, const QemComplexD
 ORV_API void orv_qem_kernel_zAdd_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
 
 /** zCIS: cos(x) + i sin(x) of a real x; complex double.
- *  Largest error: LA 0.504, HA 0.504, EP 0.504 ulp.
+ *  Largest error: LA 0.506, HA 0.506, EP 0.506 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemRealToComplex_z orv_qem_kernel_zCIS_ttab[3];
 extern ORV_API const float orv_qem_kernel_zCIS_ctab[3];

@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "families.hpp"
 
 namespace orv_test {
@@ -11,20 +13,28 @@ void angle_inputs(Inputs<R>& in) {
   in.linear(0.2, -65600, 65600);
   in.patterns_of_both_signs(0.3, 0, std::numeric_limits<R>::infinity());
   in.seams(0.2, pi / 512, -70000, 70000);
+  in.seams(0.1, pi / 512, 0, 0x1.001p24);
   in.seams(0.1, pi / 2, 65000, 1e15);
-  for (const double x : {65536.0, pi / 2, pi}) in.at(x, 16);
+  for (const double x : {65536.0, 0x1p24, pi / 2, pi}) in.at(x, 16);
+  for (int exponent = 16; exponent < 1024 && !is_float<R>; ++exponent) {
+    for (const double x : {1.0, 0x1.921FB54442D18p0}) in.at(std::ldexp(x, exponent), 1);
+  }
   for (const double x : {0x1.6AC5B262CA1FFp849, 0x1.DF77E73A0A3C5p+417, 0x1.921FB54442D18p+100,
                          0x1.2D97C7F3321D2p+2, 22.0, 355.0, 1e22}) {
     if (!is_float<R> || x < 1e38) in.at(x, 4);
   }
 }
 
+void sine_and_cosine(mpfr_t* y, mpfr_t* x) { mpfr_sin_cos(y[0], y[1], x[0], MPFR_RNDN); }
 void cis(mpfr_t* y, mpfr_t* x) { mpfr_sin_cos(y[1], y[0], x[0], MPFR_RNDN); }
 
 }  // namespace
 
 std::vector<Function> trigonometric_functions() {
   return {
+      {"d", "Sin", Approximate, unary<mpfr_sin>, nullptr, ORV_INPUTS(angle_inputs)},
+      {"d", "Cos", Approximate, unary<mpfr_cos>, nullptr, ORV_INPUTS(angle_inputs)},
+      {"d", "SinCos", Approximate, sine_and_cosine, nullptr, ORV_INPUTS(angle_inputs)},
       {"cz", "CIS", Approximate, cis, nullptr, ORV_INPUTS(angle_inputs)},
   };
 }

@@ -44,7 +44,8 @@ int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   if ((logarithm || f == "Sqrt") && x < pole) return QEM_STATUS_DOMAIN;
   if (logarithm && x == pole) return QEM_STATUS_SINGULARITY;
   if ((f == "Inv" || f == "InvCbrt") && x == 0) return QEM_STATUS_SINGULARITY;
-  if (isinf(x)) return QEM_STATUS_OK;
+  const bool angle = f == "Sin" || f == "Cos" || f == "SinCos" || f == "Tan";
+  if (isinf(x)) return angle ? QEM_STATUS_DOMAIN : QEM_STATUS_OK;
   if ((f == "Exp" || f == "Expm1") && x > exp_largest) return QEM_STATUS_OVERFLOW;
   if (f == "Exp" && x < exp_lowest) return QEM_STATUS_UNDERFLOW;
   const bool denormal = x != 0 && fabs(x) < std::numeric_limits<T>::min();
@@ -158,6 +159,17 @@ const Row rows[] = {
     {"LinearFrac", {{2}, {-1.5555555555555556}, 0, {}}},
     {"LinearFrac", {{2}, {0}, 0, {}}},
     {"LinearFrac", {{largest}, {largest}, 0, {}}},
+    {"Sin", {{-0.0}, {}, 0, {-0.0}}},
+    {"Sin", {{0}, {}, 0, {0}}},
+    {"Sin", {{-tiny}, {}, 0, {-tiny}}},
+    {"Sin", {{-inf}, {}, 1, {nan}}},
+    {"Cos", {{-0.0}, {}, 0, {1}}},
+    {"Cos", {{tiny}, {}, 0, {1}}},
+    {"Cos", {{inf}, {}, 1, {nan}}},
+    {"SinCos", {{-0.0}, {}, 0, {-0.0, 1}}},
+    {"SinCos", {{tiny}, {}, 0, {tiny, 1}}},
+    {"SinCos", {{inf}, {}, 1, {nan, nan}}},
+    {"SinCos", {{nan}, {}, 0, {nan, nan}}},
     {"CIS", {{inf}, {}, 1, {nan, nan}}},
     {"CIS", {{-inf}, {}, 1, {nan, nan}}},
     {"CIS", {{nan}, {}, 0, {nan, nan}}},

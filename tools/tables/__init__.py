@@ -17,6 +17,7 @@ FILES = {
     CORE / "log1p/tables/vslog1p_tables.hpp": ln.vslog1p_tables,
     CORE / "ln/tables/vsln_tables.hpp": ln.vsln_tables,
     CORE / "_heap/real/tables/two_over_pi.hpp": sincos.two_over_pi,
+    CORE / "_heap/real/tables/vdfar_table.hpp": sincos.vdfar_table,
     CORE / "_heap/real/tables/vdsincos_tables.hpp": sincos.vdsincos_tables,
     CORE / "_heap/real/tables/vssincos_polynomials.hpp": sincos.vssincos_polynomials,
     CORE / "tables/exported_tables.cpp": exported.exported_tables,

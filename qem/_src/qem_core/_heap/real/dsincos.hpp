@@ -1,8 +1,11 @@
-// Sine and cosine of doubles together, at HA.
+// Sine and cosine of doubles, one of them or both.
 //
-// x = n pi/256 + r + rl, and both functions of n pi/256 come from a table row: cos as A + B, A a
-// power of two, sin as C + D. sin(n pi/256 + r) = C + A r + small, where A r is exact and the sum
-// keeps its rounding errors; a quarter turn further in the table stands the cosine's row.
+// x = n pi/256 + r. A table has sine and cosine of n pi/256, polynomials give those of r, and the
+// addition theorems join them: both functions come from the same row and the same polynomials, so
+// the second one costs little and has the bits that it has alone.
+//
+// Nothing here takes x apart from its sign: row 0 has -0 as its sine, with which the sums below
+// give a zero the sign of x.
 #pragma once
 
 #include <orv/qem.h>
@@ -10,68 +13,160 @@
 #include "../../frame/level.hpp"
 #include "../../simd/format.hpp"
 #include "../../simd/lookup.hpp"
+#include "../../simd/polynomial.hpp"
 #include "tables/vdsincos_tables.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {
 
-struct vdsincos_data {
-  static constexpr int turn = 512;                         // rows
-  static constexpr uint32_t rare_above = 0x40EFFFFF;       // 65536: n P1 is exact below
-  static constexpr double per_step = 0x1.45F306DC9C883p6;  // 256/pi
-  static constexpr double P1 = 0x1.921FB544p-7, P2 = 0x1.0B4611A6p-41, P3 = 0x1.3198A2E037073p-76;
-  static constexpr double S1 = -0.1666666666665455, S2 = 0.008333322932609515;
-  static constexpr double C1 = -0.5, C2 = 0.041666666666651524, C3 = -0.0013888875887985619;
-};
+inline constexpr int vdsincos_turn = 512;  // rows
 
-/// An angle: row n of the table, in the low bits of k, and what is left.
+/// The upper half of a number: its product with another upper half, or with 27 bits, is exact.
+template <class V>
+V upper_half(V x) {
+  return and_bits(x, ~0ull << 27);
+}
+
+/// An angle: n in the low bits of k, and the rest in two parts.
 template <class V>
 struct ReducedAngle {
   V k, r, rl;
 };
 
-template <class V>
-ReducedAngle<V> reduce_to_row(V a) {
-  using D = vdsincos_data;
-  const V k = a * D::per_step + Format<double>::shifter;
-  const V n = k - Format<double>::shifter;
-  const V u = a - n * D::P1, r = u - n * D::P2;
-  return {k, r, ((u - r) - n * D::P2) - n * D::P3};
+// A level's constants: where its lanes end, pi/256 in parts, the polynomials. All parts are
+// positive, so that a zero keeps its sign. Up to the limit n times any part but the last is exact;
+// at LA and EP the last but one needs an n of few bits for that, as multiples of pi/2 have, the
+// only angles of which r may be much smaller than the step.
+template <Level level>
+struct vdsincos_data;
+
+template <>
+struct vdsincos_data<Level::HA> {
+  static constexpr double limit = 0x1p16;
+  static constexpr double P1 = 0x1.921FB544p-7, P2 = 0x1.0B4611A6p-41, P3 = 0x1.3198A2E037073p-76;
+  static constexpr const auto& sine = vdsincos_sine;
+  static constexpr const auto& cosine = vdsincos_ha_cosine;
+
+  /// x - n pi/256
+  template <class V>
+  static void reduce(V x, V n, V& r, V& rl) {
+    const V u = x - n * P1;
+    r = u - n * P2;
+    rl = ((u - r) - n * P2) - n * P3;
+  }
+};
+
+template <>
+struct vdsincos_data<Level::LA> {
+  static constexpr double limit = 0x1p24;
+  static constexpr double P1 = 0x1.921FBp-7, P2 = 0x1.5110Bp-29, P3 = 0x1.1846989p-51,
+                          P4 = 0x1.198A2E0370734p-80;
+  static constexpr const auto& sine = vdsincos_sine;
+  static constexpr const auto& cosine = vdsincos_la_cosine;
+
+  template <class V>
+  static void reduce(V x, V n, V& r, V&) {
+    r = (((x - n * P1) - n * P2) - n * P3) - n * P4;
+  }
+};
+
+template <>
+struct vdsincos_data<Level::EP> {
+  static constexpr double limit = 0x1p24;
+  static constexpr double P1 = 0x1.921FBp-7, P2 = 0x1.5110B46p-29, P3 = 0x1.1A62633145C07p-61;
+  static constexpr const auto& sine = vdsincos_ep_sine;
+  static constexpr const auto& cosine = vdsincos_ep_cosine;
+
+  template <class V>
+  static void reduce(V x, V n, V& r, V&) {
+    r = ((x - n * P1) - n * P2) - n * P3;
+  }
+};
+
+/// Angles up to the level's limit. Only HA has a second part of the rest.
+template <Level level, class V>
+ReducedAngle<V> reduce_near(V x) {
+  constexpr double steps = 0x1.45F306DC9C883p6;  // 256/pi
+  ReducedAngle<V> angle = {x * steps + Format<double>::shifter, V{}, V{}};
+  vdsincos_data<level>::reduce(x, angle.k - Format<double>::shifter, angle.r, angle.rl);
+  return angle;
 }
 
-/// The sine in row k of the angle and its rest.
-template <class V>
-V sine_from_row(V k, V r, V rl, V sine_series, V cosine_series) {
-  V row[4];
-  lookup(vdsincos_table, Indices<V>(and_bits(k, vdsincos_data::turn - 1)), row);
-  const V &A = row[0], &B = row[1], &C = row[2], &D = row[3];
-  const V m = r * B, p = C + m, Ar = A * r, h = Ar + p;
-  const V e = ((C - p) + m) + ((p - h) + Ar);
-  const V cosine = A + B;
-  return h + (e + sine_series * cosine + cosine_series * C + (rl * (cosine - r * C) + D));
-}
+/// Both functions of an angle; a kernel pays for those that it asks for.
+template <Level level, class V>
+class SinCosOfAngle {
+ public:
+  explicit SinCosOfAngle(const ReducedAngle<V>& angle) {
+    using D = vdsincos_data<level>;
+    const V r = angle.r, v = r * r;
+    lookup(vdsincos_pairs, Indices<V>(and_bits(angle.k, vdsincos_turn - 1)), sine_, cosine_);
+    s_ = r * (1.0 + v * horner(D::sine, v));
+    c_ = v * horner(D::cosine, v);
+    if constexpr (level == Level::EP) c_ = 1.0 + c_;
+  }
 
-template <class V>
-void sincos_of_reduced(const ReducedAngle<V>& angle, V& sine, V& cosine) {
-  using D = vdsincos_data;
-  const V r = angle.r, v = r * r;
-  const V sine_series = (D::S1 + D::S2 * v) * v * r;
-  const V cosine_series = (D::C1 + (D::C2 + D::C3 * v) * v) * v;
-  sine = sine_from_row(angle.k, r, angle.rl, sine_series, cosine_series);
-  cosine = sine_from_row(angle.k + D::turn / 4.0, r, angle.rl, sine_series, cosine_series);
-}
+  V sine() const {
+    if constexpr (level == Level::EP) return sine_ * c_ + cosine_ * s_;
+    return sine_ - (sine_ * c_ - cosine_ * s_);
+  }
+  V cosine() const {
+    if constexpr (level == Level::EP) return cosine_ * c_ - sine_ * s_;
+    return cosine_ - (cosine_ * c_ + sine_ * s_);
+  }
 
+ private:
+  V sine_, cosine_;  // of the row
+  V s_, c_;          // sine of r, and cosine, at LA 1 less the cosine
+};
+
+/// At HA a function of the row has an upper half, whose product with that of r is exact, and the
+/// sum of the two greatest terms keeps its rounding error.
+template <class V>
+class SinCosOfAngle<Level::HA, V> {
+ public:
+  explicit SinCosOfAngle(const ReducedAngle<V>& angle) {
+    using D = vdsincos_data<Level::HA>;
+    const V r = angle.r, v = r * r;
+    V row[4];
+    lookup(vdsincos_table, Indices<V>(and_bits(angle.k, vdsincos_turn - 1)), row);
+    sine_ = {row[0], row[1]}, cosine_ = {row[2], row[3]};
+    r_ = upper_half(r);
+    s_ = r * v * horner(D::sine, v) + ((r - r_) + angle.rl);
+    c_ = v * horner(D::cosine, v);
+  }
+
+  V sine() const { return turned<1>(sine_, cosine_); }
+  V cosine() const { return turned<-1>(cosine_, sine_); }
+
+ private:
+  struct Value {
+    V hi, lo;
+  };
+  /// f of the angle, of which `sign` times g is the derivative.
+  template <int sign>
+  V turned(const Value& f, const Value& g) const {
+    const auto plus = [](V a, V b) { return sign > 0 ? a + b : a - b; };
+    const auto minus = [](V a, V b) { return sign > 0 ? a - b : a + b; };
+    const V p = g.hi * r_, h = plus(f.hi, p), error = minus(h - f.hi, p);
+    const V rest = g.lo * r_ + (g.hi + g.lo) * s_;
+    return h - (error - (plus(f.lo, rest) + (f.hi + f.lo) * c_));
+  }
+
+  Value sine_, cosine_;  // of the row
+  V r_, s_;              // upper half of r, sine of r less that
+  V c_;                  // cosine of r less 1
+};
+
+/// Both functions at HA, up to its limit and beyond.
 struct DSinCos {
   template <class V>
   static int rare(V x) {
-    return high_word_above(x, vdsincos_data::rare_above);
+    return high_word_above(x, Format<double>::high_word(vdsincos_data<Level::HA>::limit) - 1);
   }
 
   template <class V>
   static void lane(V x, V& sine, V& cosine) {
-    const V sign = and_bits(x, bits_of(-0.0));
-    sincos_of_reduced(reduce_to_row(exclusive(x, sign)), sine, cosine);
-    sine = exclusive(sine, sign);
+    both(reduce_near<Level::HA>(x), sine, cosine);
   }
 
   /// Any finite number past the limit of the lanes.
@@ -79,10 +174,17 @@ struct DSinCos {
   static void far(double x, V& sine, V& cosine) {
     double rest[2];
     const int quadrant = orv_qem_kernel_reduce_pio2d(x, rest);
-    ReducedAngle<V> angle = reduce_to_row(splat<V>(rest[0]));
-    angle.k = angle.k + static_cast<double>(quadrant * (vdsincos_data::turn / 4));
+    ReducedAngle<V> angle = reduce_near<Level::HA>(splat<V>(rest[0]));
+    angle.k = angle.k + static_cast<double>(quadrant * (vdsincos_turn / 4));
     angle.rl = angle.rl + rest[1];
-    sincos_of_reduced(angle, sine, cosine);
+    both(angle, sine, cosine);
+  }
+
+ private:
+  template <class V>
+  static void both(const ReducedAngle<V>& angle, V& sine, V& cosine) {
+    const SinCosOfAngle<Level::HA, V> functions(angle);
+    sine = functions.sine(), cosine = functions.cosine();
   }
 };
 

@@ -1,0 +1,5 @@
+#include "dsin.hpp"
+
+void orv_qem_kernel_dSin_G9LAynn(int32_t n, const double* a, double* r) {
+  orv::guarded(orv::DSin<orv::Level::LA>{}, n, a, r);
+}

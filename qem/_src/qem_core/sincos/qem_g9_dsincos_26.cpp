@@ -1,0 +1,5 @@
+#include "dsincos.hpp"
+
+void orv_qem_kernel_dSinCos_G9EPnnn(int32_t n, const double* a, double* r1, double* r2) {
+  orv::guarded(orv::DSinCosKernel<orv::Level::EP>{}, n, a, r1, r2);
+}

@@ -1,0 +1,5 @@
+#include "dsincos.hpp"
+
+void orv_qem_kernel_dSinCos_G9LAynn(int32_t n, const double* a, double* r1, double* r2) {
+  orv::guarded(orv::DSinCosKernel<orv::Level::LA>{}, n, a, r1, r2);
+}
