@@ -30,7 +30,7 @@ void hypot_inputs(Inputs<R>& in) {
 }
 
 /// Where the nearest row of a table changes, for each remainder of the exponent by 3, and the rows'
-/// middles; cubes, and denormals.
+/// middles; cubes, and denormals; where x^(2/3) is a power of two.
 template <class R>
 void cube_root_inputs(Inputs<R>& in) {
   using Limits = std::numeric_limits<R>;
@@ -43,6 +43,7 @@ void cube_root_inputs(Inputs<R>& in) {
     in.seam(x * Limits::min() / 64);
   }
   for (double x = 1; x < 100; ++x) in.at(x * x * x), in.at(-1 / (x * x * x));
+  for (double x = 0x1.6A09E667F3BCDp-59; x < 0x1p60; x *= 8) in.seam(x, 100);
 }
 
 void pow2o3(mpfr_t* y, mpfr_t* x) {
