@@ -13,11 +13,14 @@
 #define DECLARE_LIBMVEC(name)                  \
   extern "C" __m256d _ZGVcN4v_##name(__m256d); \
   extern "C" __m256 _ZGVcN8v_##name##f(__m256);
+DECLARE_LIBMVEC(cos)
 DECLARE_LIBMVEC(exp)
 DECLARE_LIBMVEC(expm1)
 DECLARE_LIBMVEC(log)
 DECLARE_LIBMVEC(log10)
 DECLARE_LIBMVEC(log1p)
+DECLARE_LIBMVEC(sin)
+DECLARE_LIBMVEC(tan)
 #endif
 
 namespace orv_bench {
@@ -51,6 +54,21 @@ void vectors(int32_t n, const T* a, T* r) {
 
 /// Sine and cosine by one call of a library.
 template <class T, class V, auto f>
+void sincos_vectors(int32_t n, const T* a, T* sine, T* cosine) {
+  constexpr int32_t lanes = sizeof(V) / sizeof(T);
+  V x;
+  int32_t i = 0;
+  for (; i <= n - lanes; i += lanes) {
+    memcpy(&x, a + i, sizeof x);
+    const auto both = f(x);
+    memcpy(sine + i, &both.x, sizeof x);
+    memcpy(cosine + i, &both.y, sizeof x);
+  }
+  for (; i < n; ++i) sine[i] = std::sin(a[i]), cosine[i] = std::cos(a[i]);
+}
+
+/// The same as complex numbers.
+template <class T, class V, auto f>
 void sines_and_cosines(int32_t n, const T* a, T* r) {
   constexpr int32_t lanes = sizeof(V) / sizeof(T);
   for (int32_t i = 0; i < n; i += lanes) {
@@ -80,6 +98,10 @@ void binary_loop(int32_t n, const T* a, const T* b, T* r) {
 template <class T>
 void modf_loop(int32_t n, const T* a, T* whole, T* rest) {
   for (int32_t i = 0; i < n; ++i) rest[i] = std::modf(a[i], whole + i);
+}
+template <class T>
+void sincos_loop(int32_t n, const T* a, T* sine, T* cosine) {
+  for (int32_t i = 0; i < n; ++i) sine[i] = std::sin(a[i]), cosine[i] = std::cos(a[i]);
 }
 template <class T, class C>
 void cis_loop(int32_t n, const T* a, C* r) {
@@ -163,15 +185,23 @@ std::vector<Function> arithmetic(char real, char complex) {
 #define LIBMVEC_d(name)
 #define LIBMVEC_s(name)
 #endif
+#define SINCOS_d(u) {"sleef_" #u, orv_call::of(sincos_vectors<double, __m256d, Sleef_sincosd4_##u##avx>)}
+#define SINCOS_s(u) {"sleef_" #u, orv_call::of(sincos_vectors<float, __m256, Sleef_sincosf8_##u##avx>)}
+#define LOOP_d(f) {"libm", orv_call::of(f<double>)}
+#define LOOP_s(f) {"libm", orv_call::of(f<float>)}
 #define PEERS(t, name) SCALAR_##t(name), SLEEF_##t(name, u10) LIBMVEC_##t(name)
 
 const Function transcendental[] = {
-#define FUNCTIONS(t)                                              \
-  {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                       \
-  {#t[0], "Expm1", -5, 5, {PEERS(t, expm1)}},                     \
-  {#t[0], "Ln", 0.01, 100, {PEERS(t, log), SLEEF_##t(log, u35)}}, \
-  {#t[0], "Log10", 0.01, 100, {PEERS(t, log10)}},                 \
-  {#t[0], "Log1p", -0.9, 10, {PEERS(t, log1p)}},
+#define FUNCTIONS(t)                                                                       \
+  {#t[0], "Cos", -100, 100, {PEERS(t, cos), SLEEF_##t(cos, u35)}},                         \
+  {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                                                \
+  {#t[0], "Expm1", -5, 5, {PEERS(t, expm1)}},                                              \
+  {#t[0], "Ln", 0.01, 100, {PEERS(t, log), SLEEF_##t(log, u35)}},                          \
+  {#t[0], "Log10", 0.01, 100, {PEERS(t, log10)}},                                          \
+  {#t[0], "Log1p", -0.9, 10, {PEERS(t, log1p)}},                                           \
+  {#t[0], "Sin", -100, 100, {PEERS(t, sin), SLEEF_##t(sin, u35)}},                         \
+  {#t[0], "SinCos", -100, 100, {LOOP_##t(sincos_loop), SINCOS_##t(u10), SINCOS_##t(u35)}}, \
+  {#t[0], "Tan", -100, 100, {PEERS(t, tan), SLEEF_##t(tan, u35)}},
   FUNCTIONS(s) FUNCTIONS(d)
   {'c', "CIS", -100, 100,
    {{"libm", orv_call::of(cis_loop<float, QemComplexFloat>)},

@@ -100,6 +100,19 @@ ORV_API void _qemsAdd(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsAdd_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAdd_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
+/** sCos: cosine, accurate for any finite argument; float.
+ *  Largest error: LA 1.88, HA 0.554, EP 530 ulp.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sCos_ttab[3];
+extern ORV_API const float orv_qem_kernel_sCos_ctab[3];
+ORV_API void _qemsCos_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsCos_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsCos(int32_t n, const float* a, float* r);
+ORV_API void _qemsCos_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCos_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCos_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCos_G9EPnnn(int32_t n, const float* a, float* r);
+
 /** sDiv: quotient; float.
  *  Status codes: 2 zero divisor. */
 extern ORV_API const QemBinary_s orv_qem_kernel_sDiv_ttab[3];
@@ -204,6 +217,32 @@ ORV_API void _qemsPackI_HA(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void _qemsPackI(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void _qemsPackI_11(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void orv_qem_kernel_sPackI_PXHAynn(int64_t n, const float* a, int64_t incr, float* y, int32_t narrow);
+
+/** sSin: sine, accurate for any finite argument; float.
+ *  Largest error: LA 1.93, HA 0.554, EP 478 ulp.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sSin_ttab[3];
+extern ORV_API const float orv_qem_kernel_sSin_ctab[3];
+ORV_API void _qemsSin_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsSin_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsSin(int32_t n, const float* a, float* r);
+ORV_API void _qemsSin_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sSin_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sSin_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sSin_G9EPnnn(int32_t n, const float* a, float* r);
+
+/** sSinCos: sine and cosine, with the bits of Sin and of Cos; float.
+ *  Largest error: LA 1.93, HA 0.554, EP 530 ulp.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemTwoResults_s orv_qem_kernel_sSinCos_ttab[3];
+extern ORV_API const float orv_qem_kernel_sSinCos_ctab[3];
+ORV_API void _qemsSinCos_21(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void _qemsSinCos_HA(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void _qemsSinCos(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void _qemsSinCos_11(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void orv_qem_kernel_sSinCos_G9LAynn(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void orv_qem_kernel_sSinCos_G9HAynn(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void orv_qem_kernel_sSinCos_G9EPnnn(int32_t n, const float* a, float* r1, float* r2);
 
 /** sSqr: square; under overlap as if element by element, ascending; float.
  *  Status codes: none. */
@@ -401,7 +440,7 @@ ORV_API void _qemcAdd_11(int32_t n, const QemComplexFloat* a, const QemComplexFl
 ORV_API void orv_qem_kernel_cAdd_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
 
 /** cCIS: cos(x) + i sin(x) of a real x; complex float.
- *  Largest error: LA 0.501, HA 0.501, EP 0.501 ulp.
+ *  Largest error: LA 0.554, HA 0.554, EP 0.554 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemRealToComplex_c orv_qem_kernel_cCIS_ttab[3];
 extern ORV_API const float orv_qem_kernel_cCIS_ctab[3];

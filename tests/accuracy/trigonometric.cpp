@@ -12,6 +12,12 @@ void angle_inputs(Inputs<R>& in) {
   in.patterns_of_both_signs(0.3, 0, std::numeric_limits<R>::infinity());
   in.seams(0.2, pi / 512, -70000, 70000);
   in.seams(0.1, pi / 2, 65000, 1e15);
+  if (is_float<R>) {
+    in.linear(0.1, -10000, 10000);
+    in.seams(0.2, pi / 4, -10000, 10000);
+    // Lanes end; next to multiples of pi/2.
+    for (const double x : {0x1p20, 10000.0, 252.898206, 2238.384766, 0x1.8b6e58p125}) in.at(x, 16);
+  }
   for (const double x : {65536.0, pi / 2, pi}) in.at(x, 16);
   for (const double x : {0x1.6AC5B262CA1FFp849, 0x1.DF77E73A0A3C5p+417, 0x1.921FB54442D18p+100,
                          0x1.2D97C7F3321D2p+2, 22.0, 355.0, 1e22}) {
@@ -19,6 +25,7 @@ void angle_inputs(Inputs<R>& in) {
   }
 }
 
+void sin_cos(mpfr_t* y, mpfr_t* x) { mpfr_sin_cos(y[0], y[1], x[0], MPFR_RNDN); }
 void cis(mpfr_t* y, mpfr_t* x) { mpfr_sin_cos(y[1], y[0], x[0], MPFR_RNDN); }
 
 }  // namespace
@@ -26,6 +33,10 @@ void cis(mpfr_t* y, mpfr_t* x) { mpfr_sin_cos(y[1], y[0], x[0], MPFR_RNDN); }
 std::vector<Function> trigonometric_functions() {
   return {
       {"cz", "CIS", Approximate, cis, nullptr, ORV_INPUTS(angle_inputs)},
+      {"s", "Cos", Approximate, unary<mpfr_cos>, ::cos, ORV_INPUTS(angle_inputs)},
+      {"s", "Sin", Approximate, unary<mpfr_sin>, ::sin, ORV_INPUTS(angle_inputs)},
+      {"s", "SinCos", Approximate, sin_cos, nullptr, ORV_INPUTS(angle_inputs)},
+      {"s", "Tan", Approximate, unary<mpfr_tan>, ::tan, ORV_INPUTS(angle_inputs)},
   };
 }
 
