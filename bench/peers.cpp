@@ -306,25 +306,28 @@ std::vector<Function> arithmetic(char real, char complex) {
 #define LIBMVEC_s(name)
 #endif
 #define SLEEF_SINCOS_d(u) {"sleef_" #u, orv_call::of(sines_and_cosines<double, __m256d, Sleef_sincosd4_##u##avx>)}
+#define SLEEF_SINCOS_s(u) {"sleef_" #u, orv_call::of(sines_and_cosines<float, __m256, Sleef_sincosf8_##u##avx>)}
+#define SINCOS_LOOP_d {"libm", orv_call::of(sincos_loop<double>)}
+#define SINCOS_LOOP_s {"libm", orv_call::of(sincos_loop<float>)}
 #define PEERS(t, name) SCALAR_##t(name), SLEEF_##t(name, u10) LIBMVEC_##t(name)
 
 /// Angles beyond the first reductions, ours and others'.
-const std::vector<Range> large_angles = {{-100, 100}, {1e5, 2e5}, {1e9, 2e9}, {1e300, 2e300}};
+const std::vector<Range> large_angles_s = {{-100, 100}, {1e5, 2e5}, {1e9, 2e9}, {1e30, 2e30}};
+const std::vector<Range> large_angles_d = {{-100, 100}, {1e5, 2e5}, {1e9, 2e9}, {1e300, 2e300}};
 
 const Function transcendental[] = {
-#define FUNCTIONS(t)                                              \
-  {#t[0], "Cbrt", -1000, 1000, {PEERS(t, cbrt), SLEEF_##t(cbrt, u35)}}, \
-  {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                       \
-  {#t[0], "Expm1", -5, 5, {PEERS(t, expm1)}},                     \
-  {#t[0], "Ln", 0.01, 100, {PEERS(t, log), SLEEF_##t(log, u35)}}, \
-  {#t[0], "Log10", 0.01, 100, {PEERS(t, log10)}},                 \
-  {#t[0], "Log1p", -0.9, 10, {PEERS(t, log1p)}},
+#define FUNCTIONS(t)                                                                                             \
+  {#t[0], "Cbrt", -1000, 1000, {PEERS(t, cbrt), SLEEF_##t(cbrt, u35)}},                                          \
+  {#t[0], "Cos", -10, 10, {PEERS(t, cos), SLEEF_##t(cos, u35)}, large_angles_##t},                               \
+  {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                                                                      \
+  {#t[0], "Expm1", -5, 5, {PEERS(t, expm1)}},                                                                    \
+  {#t[0], "Ln", 0.01, 100, {PEERS(t, log), SLEEF_##t(log, u35)}},                                                \
+  {#t[0], "Log10", 0.01, 100, {PEERS(t, log10)}},                                                                \
+  {#t[0], "Log1p", -0.9, 10, {PEERS(t, log1p)}},                                                                 \
+  {#t[0], "Sin", -10, 10, {PEERS(t, sin), SLEEF_##t(sin, u35)}, large_angles_##t},                               \
+  {#t[0], "SinCos", -10, 10, {SINCOS_LOOP_##t, SLEEF_SINCOS_##t(u10), SLEEF_SINCOS_##t(u35)}, large_angles_##t}, \
+  {#t[0], "Tan", -10, 10, {PEERS(t, tan), SLEEF_##t(tan, u35)}, large_angles_##t},
   FUNCTIONS(s) FUNCTIONS(d)
-  {'d', "Sin", -10, 10, {PEERS(d, sin), SLEEF_d(sin, u35)}, large_angles},
-  {'d', "Cos", -10, 10, {PEERS(d, cos), SLEEF_d(cos, u35)}, large_angles},
-  {'d', "SinCos", -10, 10,
-   {{"libm", orv_call::of(sincos_loop<double>)}, SLEEF_SINCOS_d(u10), SLEEF_SINCOS_d(u35)}, large_angles},
-  {'d', "Tan", -10, 10, {PEERS(d, tan), SLEEF_d(tan, u35)}, large_angles},
   {'c', "CIS", -100, 100,
    {{"libm", orv_call::of(cis_loop<float, QemComplexFloat>)},
     {"sleef_u10", orv_call::of(complex_sines_and_cosines<float, __m256, Sleef_sincosf8_u10avx>)}}},

@@ -123,6 +123,19 @@ ORV_API void _qemsCeil(int32_t n, const float* a, float* r);
 ORV_API void _qemsCeil_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sCeil_G9HAynn(int32_t n, const float* a, float* r);
 
+/** sCos: cosine, accurate for any finite argument; float.
+ *  Largest error: LA 1.88, HA 0.554, EP 530 ulp.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sCos_ttab[3];
+extern ORV_API const float orv_qem_kernel_sCos_ctab[3];
+ORV_API void _qemsCos_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsCos_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsCos(int32_t n, const float* a, float* r);
+ORV_API void _qemsCos_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCos_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCos_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCos_G9EPnnn(int32_t n, const float* a, float* r);
+
 /** sDiv: quotient; float.
  *  Status codes: 2 zero divisor. */
 extern ORV_API const QemBinary_s orv_qem_kernel_sDiv_ttab[3];
@@ -349,6 +362,32 @@ ORV_API void _qemsRound(int32_t n, const float* a, float* r);
 ORV_API void _qemsRound_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sRound_G9HAynn(int32_t n, const float* a, float* r);
 
+/** sSin: sine, accurate for any finite argument; float.
+ *  Largest error: LA 1.93, HA 0.554, EP 478 ulp.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sSin_ttab[3];
+extern ORV_API const float orv_qem_kernel_sSin_ctab[3];
+ORV_API void _qemsSin_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsSin_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsSin(int32_t n, const float* a, float* r);
+ORV_API void _qemsSin_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sSin_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sSin_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sSin_G9EPnnn(int32_t n, const float* a, float* r);
+
+/** sSinCos: sine and cosine, with the bits of Sin and of Cos; float.
+ *  Largest error: LA 1.93, HA 0.554, EP 530 ulp.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemTwoResults_s orv_qem_kernel_sSinCos_ttab[3];
+extern ORV_API const float orv_qem_kernel_sSinCos_ctab[3];
+ORV_API void _qemsSinCos_21(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void _qemsSinCos_HA(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void _qemsSinCos(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void _qemsSinCos_11(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void orv_qem_kernel_sSinCos_G9LAynn(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void orv_qem_kernel_sSinCos_G9HAynn(int32_t n, const float* a, float* r1, float* r2);
+ORV_API void orv_qem_kernel_sSinCos_G9EPnnn(int32_t n, const float* a, float* r1, float* r2);
+
 /** sSqr: square; under overlap as if element by element, ascending; float.
  *  Status codes: none. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sSqr_ttab[3];
@@ -463,7 +502,7 @@ ORV_API void _qemdCeil(int32_t n, const double* a, double* r);
 ORV_API void _qemdCeil_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCeil_G9HAynn(int32_t n, const double* a, double* r);
 
-/** dCos: cosine, of any finite argument; double.
+/** dCos: cosine, accurate for any finite argument; double.
  *  Largest error: LA 2.96, HA 0.506, EP 1.3e+05 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dCos_ttab[3];
@@ -698,7 +737,7 @@ ORV_API void _qemdRound(int32_t n, const double* a, double* r);
 ORV_API void _qemdRound_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dRound_G9HAynn(int32_t n, const double* a, double* r);
 
-/** dSin: sine, of any finite argument; double.
+/** dSin: sine, accurate for any finite argument; double.
  *  Largest error: LA 2.96, HA 0.506, EP 1.3e+05 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dSin_ttab[3];
@@ -711,7 +750,7 @@ ORV_API void orv_qem_kernel_dSin_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dSin_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dSin_G9EPnnn(int32_t n, const double* a, double* r);
 
-/** dSinCos: sine and cosine, to the bit those of Sin and Cos; double.
+/** dSinCos: sine and cosine, with the bits of Sin and of Cos; double.
  *  Largest error: LA 2.96, HA 0.506, EP 1.3e+05 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemTwoResults_d orv_qem_kernel_dSinCos_ttab[3];
@@ -807,7 +846,7 @@ ORV_API void _qemcAdd_11(int32_t n, const QemComplexFloat* a, const QemComplexFl
 ORV_API void orv_qem_kernel_cAdd_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
 
 /** cCIS: cos(x) + i sin(x) of a real x; complex float.
- *  Largest error: LA 0.501, HA 0.501, EP 0.501 ulp.
+ *  Largest error: LA 0.554, HA 0.554, EP 0.554 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemRealToComplex_c orv_qem_kernel_cCIS_ttab[3];
 extern ORV_API const float orv_qem_kernel_cCIS_ctab[3];
@@ -850,7 +889,7 @@ ORV_API void _qemzAdd_26(int32_t n, const QemComplexDouble* a, const QemComplexD
 ORV_API void orv_qem_kernel_zAdd_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
 
 /** zCIS: cos(x) + i sin(x) of a real x; complex double.
- *  Largest error: LA 0.506, HA 0.506, EP 0.506 ulp.
+ *  Largest error: LA 0.504, HA 0.504, EP 0.504 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemRealToComplex_z orv_qem_kernel_zCIS_ttab[3];
 extern ORV_API const float orv_qem_kernel_zCIS_ctab[3];

@@ -19,6 +19,12 @@ void angle_inputs(Inputs<R>& in) {
   for (int exponent = 16; exponent < 1024 && !is_float<R>; ++exponent) {
     for (const double x : {1.0, 0x1.921FB54442D18p0}) in.at(std::ldexp(x, exponent), 1);
   }
+  if (is_float<R>) {
+    in.linear(0.1, -10000, 10000);
+    in.seams(0.2, pi / 4, -10000, 10000);
+    // Lanes end; next to multiples of pi/2.
+    for (const double x : {0x1p20, 10000.0, 252.898206, 2238.384766, 0x1.8b6e58p125}) in.at(x, 16);
+  }
   for (const double x : {0x1.6AC5B262CA1FFp849, 0x1.DF77E73A0A3C5p+417, 0x1.921FB54442D18p+100,
                          0x1.2D97C7F3321D2p+2, 22.0, 355.0, 1e22}) {
     if (!is_float<R> || x < 1e38) in.at(x, 4);
@@ -32,10 +38,11 @@ void cis(mpfr_t* y, mpfr_t* x) { mpfr_sin_cos(y[1], y[0], x[0], MPFR_RNDN); }
 
 std::vector<Function> trigonometric_functions() {
   return {
-      {"d", "Sin", Approximate, unary<mpfr_sin>, nullptr, ORV_INPUTS(angle_inputs)},
-      {"d", "Cos", Approximate, unary<mpfr_cos>, nullptr, ORV_INPUTS(angle_inputs)},
-      {"d", "SinCos", Approximate, sine_and_cosine, nullptr, ORV_INPUTS(angle_inputs)},
       {"cz", "CIS", Approximate, cis, nullptr, ORV_INPUTS(angle_inputs)},
+      {"sd", "Cos", Approximate, unary<mpfr_cos>, ::cos, ORV_INPUTS(angle_inputs)},
+      {"sd", "Sin", Approximate, unary<mpfr_sin>, ::sin, ORV_INPUTS(angle_inputs)},
+      {"sd", "SinCos", Approximate, sine_and_cosine, nullptr, ORV_INPUTS(angle_inputs)},
+      {"s", "Tan", Approximate, unary<mpfr_tan>, ::tan, ORV_INPUTS(angle_inputs)},
   };
 }
 

@@ -17,6 +17,8 @@ constexpr Domain domains[] = {
     {"d", "Exp", -690, 690},     {"s", "Exp", -86, 86},          {"d", "Expm1", -700, 700},
     {"s", "Expm1", -86, 86},     {"sd", "Ln", 0, 1e30},          {"sd", "Log10", 0, 1e30},
     {"sd", "Log1p", -0.9, 1e30}, {"sdcz", "CIS", -60000, 60000}, {"sd", "Sqrt", 0, 1e30},
+    {"s", "Cos", -10000, 10000}, {"s", "Sin", -10000, 10000},    {"s", "SinCos", -10000, 10000},
+    {"s", "Tan", -10000, 10000},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -178,6 +180,23 @@ const Row rows[] = {
     {"CIS", {{largest}, {}, 0, {}}},
     {"CIS", {{-65536}, {}, 0, {}}},
     {"CIS", {{65535.9921875}, {}, 0, {}}},
+    {"Cos", {{-0.0}, {}, 0, {1}}},
+    {"Cos", {{tiny}, {}, 0, {1}}},
+    {"Cos", {{-inf}, {}, 1, {nan}}},
+    {"Cos", {{largest}, {}, 0, {}}},
+    {"Sin", {{-0.0}, {}, 0, {-0.0}}},
+    {"Sin", {{-tiny}, {}, 0, {-tiny}}},
+    {"Sin", {{inf}, {}, 1, {nan}}},
+    {"Sin", {{-largest}, {}, 0, {}}},
+    {"SinCos", {{-0.0}, {}, 0, {-0.0, 1}}},
+    {"SinCos", {{tiny}, {}, 0, {tiny, 1}}},
+    {"SinCos", {{inf}, {}, 1, {nan, nan}}},
+    {"SinCos", {{nan}, {}, 0, {nan, nan}}},
+    {"SinCos", {{-largest}, {}, 0, {}}},
+    {"Tan", {{-0.0}, {}, 0, {-0.0}}},
+    {"Tan", {{tiny}, {}, 0, {tiny}}},
+    {"Tan", {{-inf}, {}, 1, {nan}}},
+    {"Tan", {{largest}, {}, 0, {}}},
     {"Add", {{largest, 1}, {largest, -2}, 3, {inf, -1}}},
     {"Add", {{1, -largest}, {1, -largest}, 3, {2, -inf}}},
     {"Add", {{largest, 0}, {largest, 1}, 0, {inf, 1}}},  // a part of 0 is not reported

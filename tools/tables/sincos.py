@@ -72,10 +72,14 @@ def vdfar_table():
 
 
 def vssincos_polynomials():
-    quarter = ("1b-20", "0.7854")
+    turns, radians = ("1b-20", "0.5003"), ("1b-20", "0.7862")
     return header("vssincos_polynomials.hpp", [
-        fit("double", "vssincos_sine", "sin(x)", [3, 5, 7, 9], quarter, "x"),
-        fit("double", "vssincos_cosine", "cos(x)", [2, 4, 6, 8], quarter, "1", "absolute"),
+        fit("double", "vssincos_sine", "sin(pi/2*x)", [1, 3, 5, 7], turns),
+        fit("double", "vssincos_cosine", "cos(pi/2*x)", [2, 4, 6, 8], turns, "1"),
+        fit("float", "vssincos_la_sine", "sin(x)", [3, 5, 7], radians, "x"),
+        fit("float", "vssincos_la_cosine", "cos(x)", [2, 4, 6], radians, "1"),
+        fit("float", "vssincos_ep_sine", "sin(x)", [3, 5], radians, "x"),
+        fit("float", "vssincos_ep_cosine", "cos(x)", [2, 4], radians, "1"),
     ], include="../../../simd/vectors.hpp")
 
 

@@ -7,22 +7,52 @@
 namespace orv {
 inline namespace ORV_TAG {
 
-// sin(x) = x + vssincos_sine[0] x^3 + vssincos_sine[1] x^5 + vssincos_sine[2] x^7 + vssincos_sine[3] x^9,
-// x from 1b-20 to 0.7854: relative error 2^-37.5
+// sin(pi/2*x) = vssincos_sine[0] x^1 + vssincos_sine[1] x^3 + vssincos_sine[2] x^5 + vssincos_sine[3] x^7,
+// x from 1b-20 to 0.5003: relative error 2^-28.2
 inline constexpr double vssincos_sine[] = {
-    -0x1.5555554c71c66p-3,
-    0x1.1111086a596c2p-7,
-    -0x1.a00f7f224d58bp-13,
-    0x1.6cd1f12302d85p-19,
+    0x1.921fb52e4ef05p+0,
+    -0x1.4abbb8ec5fc9ep-1,
+    0x1.465e89c9f9cf1p-4,
+    -0x1.2d9165c453a1ep-8,
 };
 
-// cos(x) = 1 + vssincos_cosine[0] x^2 + vssincos_cosine[1] x^4 + vssincos_cosine[2] x^6 + vssincos_cosine[3] x^8,
-// x from 1b-20 to 0.7854: absolute error 2^-34.1
+// cos(pi/2*x) = 1 + vssincos_cosine[0] x^2 + vssincos_cosine[1] x^4 + vssincos_cosine[2] x^6 + vssincos_cosine[3] x^8,
+// x from 1b-20 to 0.5003: relative error 2^-33.9
 inline constexpr double vssincos_cosine[] = {
-    -0x1.ffffffd0c5e86p-2,
-    0x1.55553e1053ad1p-5,
-    -0x1.6c087e80f3337p-10,
-    0x1.99342e0efd14ep-16,
+    -0x1.3bd3cc7b5aca0p+0,
+    0x1.03c1dd8445135p-2,
+    -0x1.55c5d70be6342p-6,
+    0x1.d9d2f7f55569ep-11,
+};
+
+// sin(x) = x + vssincos_la_sine[0] x^3 + vssincos_la_sine[1] x^5 + vssincos_la_sine[2] x^7,
+// x from 1b-20 to 0.7862: relative error 2^-27.9
+inline constexpr float vssincos_la_sine[] = {
+    -0x1.5555460000000p-3f,
+    0x1.1107760000000p-7f,
+    -0x1.9952da0000000p-13f,
+};
+
+// cos(x) = 1 + vssincos_la_cosine[0] x^2 + vssincos_la_cosine[1] x^4 + vssincos_la_cosine[2] x^6,
+// x from 1b-20 to 0.7862: relative error 2^-24.6
+inline constexpr float vssincos_la_cosine[] = {
+    -0x1.ffffb20000000p-2f,
+    0x1.553e600000000p-5f,
+    -0x1.6448540000000p-10f,
+};
+
+// sin(x) = x + vssincos_ep_sine[0] x^3 + vssincos_ep_sine[1] x^5,
+// x from 1b-20 to 0.7862: relative error 2^-19.0
+inline constexpr float vssincos_ep_sine[] = {
+    -0x1.5544160000000p-3f,
+    0x1.0b7bac0000000p-7f,
+};
+
+// cos(x) = 1 + vssincos_ep_cosine[0] x^2 + vssincos_ep_cosine[1] x^4,
+// x from 1b-20 to 0.7862: relative error 2^-16.0
+inline constexpr float vssincos_ep_cosine[] = {
+    -0x1.ffc0f80000000p-2f,
+    0x1.4b6a4a0000000p-5f,
 };
 
 }  // namespace ORV_TAG

@@ -1,0 +1,5 @@
+#include "ssincos.hpp"
+
+void orv_qem_kernel_sSinCos_G9LAynn(int32_t n, const float* a, float* r1, float* r2) {
+  orv::guarded(orv::SSinCosKernel<orv::Level::LA>{}, n, a, r1, r2);
+}

@@ -1,0 +1,5 @@
+#include "ssincos.hpp"
+
+void orv_qem_kernel_sSinCos_G9HAynn(int32_t n, const float* a, float* r1, float* r2) {
+  orv::guarded(orv::SSinCosKernel<orv::Level::HA>{}, n, a, r1, r2);
+}
