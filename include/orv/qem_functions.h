@@ -149,6 +149,19 @@ ORV_API void orv_qem_kernel_sHypot_G9LAynn(int32_t n, const float* a, const floa
 ORV_API void orv_qem_kernel_sHypot_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sHypot_G9EPnnn(int32_t n, const float* a, const float* b, float* r);
 
+/** sInvSqrt: 1/sqrt(x); float.
+ *  Largest error: LA 1.48, HA 0.503, EP 1.58e+03 ulp.
+ *  Status codes: 1 negative argument, 2 zero. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sInvSqrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_sInvSqrt_ctab[3];
+ORV_API void _qemsInvSqrt_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsInvSqrt_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsInvSqrt(int32_t n, const float* a, float* r);
+ORV_API void _qemsInvSqrt_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInvSqrt_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInvSqrt_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInvSqrt_W7EPnnn(int32_t n, const float* a, float* r);
+
 /** sLn: natural logarithm; float.
  *  Largest error: LA 1.23, HA 0.718, EP 842 ulp.
  *  Status codes: 1 negative argument, 2 zero. */
@@ -217,6 +230,19 @@ ORV_API void _qemsPackI_HA(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void _qemsPackI(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void _qemsPackI_11(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void orv_qem_kernel_sPackI_PXHAynn(int64_t n, const float* a, int64_t incr, float* y, int32_t narrow);
+
+/** sPow3o2: x^(3/2); float.
+ *  Largest error: LA 1.29, HA 0.501, EP 1.29 ulp.
+ *  Status codes: 1 negative argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sPow3o2_ttab[3];
+extern ORV_API const float orv_qem_kernel_sPow3o2_ctab[3];
+ORV_API void _qemsPow3o2_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsPow3o2_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsPow3o2(int32_t n, const float* a, float* r);
+ORV_API void _qemsPow3o2_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sPow3o2_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sPow3o2_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sPow3o2_W7EPnnn(int32_t n, const float* a, float* r);
 
 /** sSqr: square; under overlap as if element by element, ascending; float.
  *  Status codes: none. */
@@ -330,6 +356,18 @@ ORV_API void orv_qem_kernel_dHypot_G9LAynn(int32_t n, const double* a, const dou
 ORV_API void orv_qem_kernel_dHypot_G9HAynn(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dHypot_G9EPnnn(int32_t n, const double* a, const double* b, double* r);
 
+/** dInvSqrt: 1/sqrt(x); double.
+ *  Largest error: LA 1.5, HA 0.501, EP 1.5 ulp.
+ *  Status codes: 1 negative argument, 2 zero. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dInvSqrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_dInvSqrt_ctab[3];
+ORV_API void _qemdInvSqrt_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdInvSqrt_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdInvSqrt(int32_t n, const double* a, double* r);
+ORV_API void _qemdInvSqrt_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dInvSqrt_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dInvSqrt_W7HAynn(int32_t n, const double* a, double* r);
+
 /** dLn: natural logarithm; double.
  *  Largest error: LA 1.59, HA 0.501, EP 2.1e+06 ulp.
  *  Status codes: 1 negative argument, 2 zero. */
@@ -397,6 +435,19 @@ ORV_API void _qemdPackI_HA(int64_t n, const double* a, int64_t incr, double* y);
 ORV_API void _qemdPackI(int64_t n, const double* a, int64_t incr, double* y);
 ORV_API void _qemdPackI_26(int64_t n, const double* a, int64_t incr, double* y);
 ORV_API void orv_qem_kernel_dPackI_PXHAynn(int64_t n, const double* a, int64_t incr, double* y, int32_t narrow);
+
+/** dPow3o2: x^(3/2); double.
+ *  Largest error: LA 1.29, HA 0.501, EP 1.29 ulp.
+ *  Status codes: 1 negative argument. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dPow3o2_ttab[3];
+extern ORV_API const float orv_qem_kernel_dPow3o2_ctab[3];
+ORV_API void _qemdPow3o2_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdPow3o2_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdPow3o2(int32_t n, const double* a, double* r);
+ORV_API void _qemdPow3o2_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dPow3o2_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dPow3o2_W7HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dPow3o2_W7EPnnn(int32_t n, const double* a, double* r);
 
 /** dSqr: square; under overlap as if element by element, ascending; double.
  *  Status codes: none. */
