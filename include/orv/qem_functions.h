@@ -150,7 +150,7 @@ ORV_API void orv_qem_kernel_sHypot_G9HAynn(int32_t n, const float* a, const floa
 ORV_API void orv_qem_kernel_sHypot_G9EPnnn(int32_t n, const float* a, const float* b, float* r);
 
 /** sInvSqrt: 1/sqrt(x); float.
- *  Largest error: LA 1.48, HA 0.503, EP 1.58e+03 ulp.
+ *  Largest error: LA 1.5, HA 0.503, EP 1.58e+03 ulp.
  *  Status codes: 1 negative argument, 2 zero. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sInvSqrt_ttab[3];
 extern ORV_API const float orv_qem_kernel_sInvSqrt_ctab[3];
@@ -232,7 +232,7 @@ ORV_API void _qemsPackI_11(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void orv_qem_kernel_sPackI_PXHAynn(int64_t n, const float* a, int64_t incr, float* y, int32_t narrow);
 
 /** sPow3o2: x^(3/2); float.
- *  Largest error: LA 1.29, HA 0.501, EP 1.29 ulp.
+ *  Largest error: LA 1.29, HA 0.502, EP 1.29 ulp.
  *  Status codes: 1 negative argument. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sPow3o2_ttab[3];
 extern ORV_API const float orv_qem_kernel_sPow3o2_ctab[3];
