@@ -244,6 +244,8 @@ template <class T, class V, T (*hypot)(T, T), auto hypot_u05, auto hypot_u35>
 std::vector<Function> roots(char type) {
   return {
       {type, "Sqrt", 0.01, 100, loop(vectors<T, V, [](V x) { return root(x); }>)},
+      {type, "InvSqrt", 0.01, 100, loop(vectors<T, V, [](V x) { return 1 / root(x); }>)},
+      {type, "Pow3o2", 0.01, 100, loop(vectors<T, V, [](V x) { return x * root(x); }>)},
       {type,
        "Hypot",
        -100,

@@ -220,6 +220,19 @@ ORV_API void orv_qem_kernel_sInvCbrt_W7LAynn(int32_t n, const float* a, float* r
 ORV_API void orv_qem_kernel_sInvCbrt_W7HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sInvCbrt_W7EPnnn(int32_t n, const float* a, float* r);
 
+/** sInvSqrt: 1/sqrt(x); float.
+ *  Largest error: LA 1.5, HA 0.503, EP 1.58e+03 ulp.
+ *  Status codes: 1 negative argument, 2 zero. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sInvSqrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_sInvSqrt_ctab[3];
+ORV_API void _qemsInvSqrt_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsInvSqrt_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsInvSqrt(int32_t n, const float* a, float* r);
+ORV_API void _qemsInvSqrt_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInvSqrt_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInvSqrt_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sInvSqrt_W7EPnnn(int32_t n, const float* a, float* r);
+
 /** sLinearFrac: (scalea a + shifta)/(scaleb b + shiftb); with scaleb 0 by way of 1/shiftb, within 1.5 ulp; float.
  *  Status codes: none. */
 extern ORV_API const QemFractionalLinear_s orv_qem_kernel_sLinearFrac_ttab[3];
@@ -341,6 +354,19 @@ ORV_API void _qemsPow2o3_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sPow2o3_W7LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sPow2o3_W7HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sPow2o3_W7EPnnn(int32_t n, const float* a, float* r);
+
+/** sPow3o2: x^(3/2); float.
+ *  Largest error: LA 1.29, HA 0.502, EP 1.29 ulp.
+ *  Status codes: 1 negative argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sPow3o2_ttab[3];
+extern ORV_API const float orv_qem_kernel_sPow3o2_ctab[3];
+ORV_API void _qemsPow3o2_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsPow3o2_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsPow3o2(int32_t n, const float* a, float* r);
+ORV_API void _qemsPow3o2_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sPow3o2_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sPow3o2_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sPow3o2_W7EPnnn(int32_t n, const float* a, float* r);
 
 /** sRint: whole number by the caller's rounding mode, with the inexact flag; float.
  *  Status codes: none. */
@@ -597,6 +623,18 @@ ORV_API void _qemdInvCbrt(int32_t n, const double* a, double* r);
 ORV_API void _qemdInvCbrt_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dInvCbrt_W7HAynn(int32_t n, const double* a, double* r);
 
+/** dInvSqrt: 1/sqrt(x); double.
+ *  Largest error: LA 1.5, HA 0.501, EP 1.5 ulp.
+ *  Status codes: 1 negative argument, 2 zero. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dInvSqrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_dInvSqrt_ctab[3];
+ORV_API void _qemdInvSqrt_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdInvSqrt_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdInvSqrt(int32_t n, const double* a, double* r);
+ORV_API void _qemdInvSqrt_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dInvSqrt_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dInvSqrt_W7HAynn(int32_t n, const double* a, double* r);
+
 /** dLinearFrac: (scalea a + shifta)/(scaleb b + shiftb); with scaleb 0 by way of 1/shiftb, within 1.5 ulp; double.
  *  Status codes: none. */
 extern ORV_API const QemFractionalLinear_d orv_qem_kernel_dLinearFrac_ttab[3];
@@ -716,6 +754,19 @@ ORV_API void _qemdPow2o3(int32_t n, const double* a, double* r);
 ORV_API void _qemdPow2o3_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dPow2o3_W7HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dPow2o3_W7EPnnn(int32_t n, const double* a, double* r);
+
+/** dPow3o2: x^(3/2); double.
+ *  Largest error: LA 1.29, HA 0.501, EP 1.29 ulp.
+ *  Status codes: 1 negative argument. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dPow3o2_ttab[3];
+extern ORV_API const float orv_qem_kernel_dPow3o2_ctab[3];
+ORV_API void _qemdPow3o2_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdPow3o2_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdPow3o2(int32_t n, const double* a, double* r);
+ORV_API void _qemdPow3o2_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dPow3o2_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dPow3o2_W7HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dPow3o2_W7EPnnn(int32_t n, const double* a, double* r);
 
 /** dRint: whole number by the caller's rounding mode, with the inexact flag; double.
  *  Status codes: none. */
@@ -846,7 +897,7 @@ ORV_API void _qemcAdd_11(int32_t n, const QemComplexFloat* a, const QemComplexFl
 ORV_API void orv_qem_kernel_cAdd_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
 
 /** cCIS: cos(x) + i sin(x) of a real x; complex float.
- *  Largest error: LA 0.554, HA 0.554, EP 0.554 ulp.
+ *  Largest error: LA 0.501, HA 0.501, EP 0.501 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemRealToComplex_c orv_qem_kernel_cCIS_ttab[3];
 extern ORV_API const float orv_qem_kernel_cCIS_ctab[3];

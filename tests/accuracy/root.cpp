@@ -60,11 +60,42 @@ double cbrt_in_double(double x) { return static_cast<double>(cbrtl(x)); }
 double pow2o3_in_double(double x) { return static_cast<double>(cbrtl(x) * cbrtl(x)); }
 double invcbrt_in_double(double x) { return static_cast<double>(1 / cbrtl(x)); }
 
+/// The sign of an infinity is that of zero.
+void inverse_root(mpfr_t* y, mpfr_t* x) {
+  mpfr_rec_sqrt(y[0], x[0], MPFR_RNDN);
+  if (mpfr_zero_p(x[0])) mpfr_copysign(y[0], y[0], x[0], MPFR_RNDN);
+}
+/// Negative zero is its own power.
+void power_3o2(mpfr_t* y, mpfr_t* x) {
+  mpfr_pow_ui(y[0], x[0], 3, MPFR_RNDN);
+  mpfr_sqrt(y[0], y[0], MPFR_RNDN);
+}
+double inverse_root_in_double(double x) { return 1 / sqrt(x); }
+double power_3o2_in_double(double x) { return x == 0 ? x : x * sqrt(x); }
+
+/// Where the lanes end, and where powers become denormal, zero and infinite.
+template <class R>
+void scaled_root_inputs(Inputs<R>& in) {
+  using List = std::vector<double>;
+  const List seams =
+      is_float<R>
+          ? List{0x1p-100, 0x1p-99, 0x1.965FEAp-100, 0x1p-84, 0x1p-60, 0x1p84, 0x1.428A2Ep85}
+          : List{0x1p-960, 0x1p-717, 0x1.428A2F98D728Bp-717, 0x1.965FEA53D6E3Dp-682,
+                 0x1p-600, 0x1p680,  0x1.965FEA53D6E3Dp682};
+  root_inputs(in);
+  for (const double x : seams) in.seam(x, 200);
+  const double zero = is_float<R> ? 0x1p-100 : 0x1p-717, normal = is_float<R> ? 0x1p-84 : 0x1p-681;
+  in.patterns(0.2, zero, normal);
+}
+
 }  // namespace
 
 std::vector<Function> root_functions() {
   return {
       {"sd", "Hypot", Approximate, binary<mpfr_hypot>, nullptr, ORV_INPUTS(hypot_inputs)},
+      {"sd", "InvSqrt", Approximate, inverse_root, inverse_root_in_double,
+       ORV_INPUTS(scaled_root_inputs)},
+      {"sd", "Pow3o2", Approximate, power_3o2, power_3o2_in_double, ORV_INPUTS(scaled_root_inputs)},
       {"sd", "Sqrt", Rounded, unary<mpfr_sqrt>, ::sqrt, ORV_INPUTS(root_inputs)},
       {"sd", "Cbrt", Approximate, unary<mpfr_cbrt>, cbrt_in_double, ORV_INPUTS(cube_root_inputs)},
       {"sd", "InvCbrt", Approximate, invcbrt, invcbrt_in_double, ORV_INPUTS(cube_root_inputs)},

@@ -18,7 +18,7 @@ constexpr Domain domains[] = {
     {"s", "Expm1", -86, 86},     {"sd", "Ln", 0, 1e30},          {"sd", "Log10", 0, 1e30},
     {"sd", "Log1p", -0.9, 1e30}, {"sdcz", "CIS", -60000, 60000}, {"sd", "Sqrt", 0, 1e30},
     {"s", "Cos", -10000, 10000}, {"s", "Sin", -10000, 10000},    {"s", "SinCos", -10000, 10000},
-    {"s", "Tan", -10000, 10000},
+    {"s", "Tan", -10000, 10000}, {"sd", "InvSqrt", 0, 1e30},     {"sd", "Pow3o2", 0, 1e20},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -42,11 +42,12 @@ double draw(const Domain& domain, double tiny, std::mt19937& random) {
 template <class T>
 int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   const bool logarithm = f == "Ln" || f == "Log10" || f == "Log1p";
-  const T pole = f == "Log1p" ? -1 : 0;
-  if ((logarithm || f == "Sqrt") && x < pole) return QEM_STATUS_DOMAIN;
-  if (logarithm && x == pole) return QEM_STATUS_SINGULARITY;
-  if ((f == "Inv" || f == "InvCbrt") && x == 0) return QEM_STATUS_SINGULARITY;
+  const bool root = f == "Sqrt" || f == "InvSqrt" || f == "Pow3o2";
+  const bool reciprocal = f == "Inv" || f == "InvCbrt" || f == "InvSqrt";
   const bool angle = f == "Sin" || f == "Cos" || f == "SinCos" || f == "Tan";
+  const T pole = f == "Log1p" ? -1 : 0;
+  if ((logarithm || root) && x < pole) return QEM_STATUS_DOMAIN;
+  if ((logarithm || reciprocal) && x == pole) return QEM_STATUS_SINGULARITY;
   if (isinf(x)) return angle ? QEM_STATUS_DOMAIN : QEM_STATUS_OK;
   if ((f == "Exp" || f == "Expm1") && x > exp_largest) return QEM_STATUS_OVERFLOW;
   if (f == "Exp" && x < exp_lowest) return QEM_STATUS_UNDERFLOW;
@@ -91,6 +92,18 @@ const Row rows[] = {
     {"Sqrt", {{inf}, {}, 0, {inf}}},
     {"Sqrt", {{-inf}, {}, 1, {nan}}},
     {"Sqrt", {{-tiny}, {}, 1, {nan}}},
+    {"InvSqrt", {{0}, {}, 2, {inf}}},
+    {"InvSqrt", {{-0.0}, {}, 2, {-inf}}},
+    {"InvSqrt", {{inf}, {}, 0, {0}}},
+    {"InvSqrt", {{-inf}, {}, 1, {nan}}},
+    {"InvSqrt", {{-tiny}, {}, 1, {nan}}},
+    {"Pow3o2", {{-0.0}, {}, 0, {-0.0}}},
+    {"Pow3o2", {{4}, {}, 0, {8}}},
+    {"Pow3o2", {{inf}, {}, 0, {inf}}},
+    {"Pow3o2", {{largest}, {}, 0, {inf}}},
+    {"Pow3o2", {{tiny}, {}, 0, {0}}},
+    {"Pow3o2", {{-inf}, {}, 1, {nan}}},
+    {"Pow3o2", {{-tiny}, {}, 1, {nan}}},
     {"Hypot", {{3}, {-4}, 0, {5}}},
     {"Hypot", {{-0.0}, {-0.0}, 0, {0}}},
     {"Hypot", {{nan}, {-inf}, 0, {inf}}},
@@ -278,8 +291,7 @@ std::vector<SpecialValue> special_values(const Kernel& kernel) {
                               : unary_values(kernel.function, 1e-100, -708.3964185322641, -745.2,
                                              709.782712893384);
   }
-  const bool silent =
-      kernel.name() == "sDiv_EP" || (kernel.function == "Mul" && kernel.kernel == "W7EPnnn");
+  const bool silent = kernel.name() == "sDiv_EP" || (kernel.function == "Mul" && kernel.slot == EP);
   for (const auto& [function, row] : rows) {
     if (function != kernel.function || kernel.input_size(1) != row.a.size()) continue;
     SpecialValue value = row;

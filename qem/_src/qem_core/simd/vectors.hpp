@@ -555,6 +555,18 @@ int not_normal(V x) {
   const __m128i above = _mm_cmpgt_epi32(moved, _mm_set1_epi32(static_cast<int32_t>(last)));
   return mask_of(as_vector<V>(above));
 }
+/// Lanes whose high word is outside [low, high], bounds of positive numbers; all negative ones.
+inline __m128i outside_words(__m128i words, uint32_t low, uint32_t high) {
+  constexpr uint32_t sign = 0x80000000;  // unsigned order by the signed comparison that there is
+  return _mm_cmpgt_epi32(_mm_sub_epi32(words, _mm_set1_epi32(static_cast<int32_t>(low ^ sign))),
+                         _mm_set1_epi32(static_cast<int32_t>((high - low) ^ sign)));
+}
+inline int high_word_outside(__m128d x, uint32_t low, uint32_t high) {
+  return mask_of(_mm_castsi128_pd(outside_words(bits_of(x), low, high)));
+}
+inline int high_word_outside(__m128 x, uint32_t low, uint32_t high) {
+  return mask_of(_mm_castsi128_ps(outside_words(bits_of(x), low, high)));
+}
 #ifdef __AVX__
 inline int high_word_above(__m256d x, uint32_t limit) {
   const __m256d bound = splat<__m256d>(from_bits(static_cast<uint64_t>(limit + 1) << 32));

@@ -8,13 +8,16 @@
 namespace orv {
 inline namespace ORV_TAG {
 
-/// 26 bits of a double: the square is exact, and so is the product with the other 27.
+/// The upper half of the significand, 26 bits of a double's 53: the square is exact, and so is the
+/// product with what is left.
+inline constexpr uint64_t upper_half_of(double) { return 0xFFFFFFFFF8000000; }
+inline constexpr uint32_t upper_half_of(float) { return 0xFFFFF000; }
 template <class V>
 V upper_half(V x) {
-  return and_bits(x, 0xFFFFFFFFF8000000);
+  return and_bits(x, upper_half_of(Lane<V>{}));
 }
 
-/// x = hi^2 + lo with hi of 26 bits; lo has all but 2^-25 times an ulp of an ulp.
+/// The first part is exact; what the second one's rounding leaves is far below an ulp of an ulp.
 template <class V>
 TwoParts<V> square_in_parts(V x) {
   const V upper = upper_half(x);
@@ -28,7 +31,7 @@ V root_residual(V x, V root) {
   return (x - square.hi) - square.lo;
 }
 
-/// (hi + lo) scale, rounded once, where hi is hi + lo to its last bit and `scale` a power of two.
+/// (hi + lo) scale for a power of two, rounded once, also to a denormal.
 inline double scaled(TwoParts<double> x, double scale) {
   const double y = (x.hi + x.lo) * scale;
   if (y >= Format<double>::smallest_normal) return y;
