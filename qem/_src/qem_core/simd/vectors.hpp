@@ -139,10 +139,20 @@ inline void store(double* p, __m256d v) {
 }
 #endif
 
+/// A number at any byte, as arrays may begin there. Copied as bytes, a double would go through two
+/// integer registers in 32-bit code, and a load of it would wait until both have reached memory.
+template <class T>
+struct [[gnu::packed, gnu::may_alias]] Anywhere {
+  T x;
+};
+template <class T>
+T load_one(const T* p) {
+  return reinterpret_cast<const Anywhere<T>*>(p)->x;
+}
+
 /// Lane 0 alone.
-// Arrays may begin at any byte, but a plain store of a number may not.
-inline void store_low(double* p, __m128d v) { memcpy(p, &v, sizeof *p); }
-inline void store_low(float* p, __m128 v) { memcpy(p, &v, sizeof *p); }
+inline void store_low(double* p, __m128d v) { reinterpret_cast<Anywhere<double>*>(p)->x = v[0]; }
+inline void store_low(float* p, __m128 v) { reinterpret_cast<Anywhere<float>*>(p)->x = v[0]; }
 
 /// Floats in lanes of double, rounded on the way back.
 inline __m128d load_widened(const float* p, __m128d) {
@@ -173,13 +183,6 @@ inline __m256 splat(float x, __m256) { return _mm256_set1_ps(x); }
 template <class V>
 V splat(Lane<V> x) {
   return splat(x, V{});
-}
-
-template <class T>
-T load_one(const T* p) {
-  T x;
-  memcpy(&x, p, sizeof x);
-  return x;
 }
 
 // ---- Bit patterns ------------------------------------------------------------------------------
