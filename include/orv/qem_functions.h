@@ -264,6 +264,18 @@ ORV_API void _qemsSub(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsSub_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sSub_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
+/** sTan: tangent, accurate for any finite argument; float.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sTan_ttab[3];
+extern ORV_API const float orv_qem_kernel_sTan_ctab[3];
+ORV_API void _qemsTan_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsTan_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsTan(int32_t n, const float* a, float* r);
+ORV_API void _qemsTan_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sTan_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sTan_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sTan_G9EPnnn(int32_t n, const float* a, float* r);
+
 /** sUnpackI: a dense vector to elements at a distance, which may be 0 or negative; float.
  *  Status codes: none. */
 extern ORV_API const QemStridedUnpack_s orv_qem_kernel_sUnpackI_ttab[3];
