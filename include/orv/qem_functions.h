@@ -124,7 +124,7 @@ ORV_API void _qemsCeil_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sCeil_G9HAynn(int32_t n, const float* a, float* r);
 
 /** sCos: cosine, accurate for any finite argument; float.
- *  Largest error: LA 1.88, HA 0.554, EP 530 ulp.
+ *  Largest error: LA 1.68, HA 0.554, EP 478 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sCos_ttab[3];
 extern ORV_API const float orv_qem_kernel_sCos_ctab[3];
@@ -389,7 +389,7 @@ ORV_API void _qemsRound_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sRound_G9HAynn(int32_t n, const float* a, float* r);
 
 /** sSin: sine, accurate for any finite argument; float.
- *  Largest error: LA 1.93, HA 0.554, EP 478 ulp.
+ *  Largest error: LA 1.65, HA 0.554, EP 478 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sSin_ttab[3];
 extern ORV_API const float orv_qem_kernel_sSin_ctab[3];
@@ -402,7 +402,7 @@ ORV_API void orv_qem_kernel_sSin_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sSin_G9EPnnn(int32_t n, const float* a, float* r);
 
 /** sSinCos: sine and cosine, with the bits of Sin and of Cos; float.
- *  Largest error: LA 1.93, HA 0.554, EP 530 ulp.
+ *  Largest error: LA 1.68, HA 0.554, EP 478 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemTwoResults_s orv_qem_kernel_sSinCos_ttab[3];
 extern ORV_API const float orv_qem_kernel_sSinCos_ctab[3];
@@ -445,6 +445,19 @@ ORV_API void _qemsSub_HA(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsSub(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsSub_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sSub_G9HAynn(int32_t n, const float* a, const float* b, float* r);
+
+/** sTan: tangent, accurate for any finite argument; float.
+ *  Largest error: LA 0.555, HA 0.555, EP 757 ulp.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sTan_ttab[3];
+extern ORV_API const float orv_qem_kernel_sTan_ctab[3];
+ORV_API void _qemsTan_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsTan_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsTan(int32_t n, const float* a, float* r);
+ORV_API void _qemsTan_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sTan_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sTan_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sTan_G9EPnnn(int32_t n, const float* a, float* r);
 
 /** sTrunc: integral part, towards zero; float.
  *  Status codes: none. */
@@ -897,7 +910,7 @@ ORV_API void _qemcAdd_11(int32_t n, const QemComplexFloat* a, const QemComplexFl
 ORV_API void orv_qem_kernel_cAdd_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
 
 /** cCIS: cos(x) + i sin(x) of a real x; complex float.
- *  Largest error: LA 0.501, HA 0.501, EP 0.501 ulp.
+ *  Largest error: LA 0.554, HA 0.554, EP 0.554 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemRealToComplex_c orv_qem_kernel_cCIS_ttab[3];
 extern ORV_API const float orv_qem_kernel_cCIS_ctab[3];

@@ -77,7 +77,7 @@ def vssincos_polynomials():
         fit("double", "vssincos_sine", "sin(pi/2*x)", [1, 3, 5, 7], turns),
         fit("double", "vssincos_cosine", "cos(pi/2*x)", [2, 4, 6, 8], turns, "1"),
         fit("float", "vssincos_la_sine", "sin(x)", [3, 5, 7], radians, "x"),
-        fit("float", "vssincos_la_cosine", "cos(x)", [2, 4, 6], radians, "1"),
+        fit("float", "vssincos_la_cosine", "cos(x)", [2, 4, 6, 8], radians, "1"),
         fit("float", "vssincos_ep_sine", "sin(x)", [3, 5], radians, "x"),
         fit("float", "vssincos_ep_cosine", "cos(x)", [2, 4], radians, "1"),
     ], include="../../../simd/vectors.hpp")

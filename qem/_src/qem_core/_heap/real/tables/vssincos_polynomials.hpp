@@ -33,12 +33,13 @@ inline constexpr float vssincos_la_sine[] = {
     -0x1.9952da0000000p-13f,
 };
 
-// cos(x) = 1 + vssincos_la_cosine[0] x^2 + vssincos_la_cosine[1] x^4 + vssincos_la_cosine[2] x^6,
-// x from 1b-20 to 0.7862: relative error 2^-24.6
+// cos(x) = 1 + vssincos_la_cosine[0] x^2 + vssincos_la_cosine[1] x^4 + vssincos_la_cosine[2] x^6 + vssincos_la_cosine[3] x^8,
+// x from 1b-20 to 0.7862: relative error 2^-33.0
 inline constexpr float vssincos_la_cosine[] = {
-    -0x1.ffffb20000000p-2f,
-    0x1.553e600000000p-5f,
-    -0x1.6448540000000p-10f,
+    -0x1.0000000000000p-1f,
+    0x1.55554a0000000p-5f,
+    -0x1.6c0c280000000p-10f,
+    0x1.99e8160000000p-16f,
 };
 
 // sin(x) = x + vssincos_ep_sine[0] x^3 + vssincos_ep_sine[1] x^5,
