@@ -35,6 +35,7 @@ std::vector<Function> trigonometric_functions() {
       {"d", "Sin", Approximate, unary<mpfr_sin>, nullptr, ORV_INPUTS(angle_inputs)},
       {"d", "Cos", Approximate, unary<mpfr_cos>, nullptr, ORV_INPUTS(angle_inputs)},
       {"d", "SinCos", Approximate, sine_and_cosine, nullptr, ORV_INPUTS(angle_inputs)},
+      {"d", "Tan", Approximate, unary<mpfr_tan>, nullptr, ORV_INPUTS(angle_inputs)},
       {"cz", "CIS", Approximate, cis, nullptr, ORV_INPUTS(angle_inputs)},
   };
 }
