@@ -256,7 +256,7 @@ ORV_API void _qemdAdd_26(int32_t n, const double* a, const double* b, double* r)
 ORV_API void orv_qem_kernel_dAdd_G9HAynn(int32_t n, const double* a, const double* b, double* r);
 
 /** dCos: cosine, of any finite argument; double.
- *  Largest error: LA 2.96, HA 0.506, EP 1.3e+05 ulp.
+ *  Largest error: LA 2.42, HA 0.506, EP 1.3e+05 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dCos_ttab[3];
 extern ORV_API const float orv_qem_kernel_dCos_ctab[3];
