@@ -75,14 +75,21 @@ void vectors_of_two(int32_t n, const T* a, const T* b, T* r) {
 template <class T, class V, auto f>
 void sines_and_cosines(int32_t n, const T* a, T* r1, T* r2) {
   constexpr int32_t lanes = sizeof(V) / sizeof(T);
-  for (int32_t i = 0; i < n; i += lanes) {
-    const size_t size = sizeof(T) * (n - i < lanes ? n - i : lanes);
-    V v = {};
-    memcpy(&v, a + i, size);
+  const auto call = [](const T* from, T* sine, T* cosine) {
+    V v;
+    memcpy(&v, from, sizeof v);
     const auto both = f(v);
-    memcpy(r1 + i, &both.x, size);
-    memcpy(r2 + i, &both.y, size);
-  }
+    memcpy(sine, &both.x, sizeof v);
+    memcpy(cosine, &both.y, sizeof v);
+  };
+  int32_t i = 0;
+  for (; i <= n - lanes; i += lanes) call(a + i, r1 + i, r2 + i);
+  if (i == n) return;
+  T rest[lanes] = {}, sine[lanes], cosine[lanes];
+  memcpy(rest, a + i, (n - i) * sizeof(T));
+  call(rest, sine, cosine);
+  memcpy(r1 + i, sine, (n - i) * sizeof(T));
+  memcpy(r2 + i, cosine, (n - i) * sizeof(T));
 }
 template <class T, class V, auto f>
 void complex_sines_and_cosines(int32_t n, const T* a, T* r) {

@@ -26,21 +26,35 @@ class Kernels:
         return self.peer("libm", kernel, n) or self.peer("loop", kernel, n)
 
 
-def throughput(sizes):
-    heads = ["kernel"]
+def long_calls(sizes, cases, heads):
+    """A row for each case: its cells, the kernel and the call's name."""
     for preset in sizes:
         heads += [f"{preset} ns", "/ SLEEF", "/ scalar"]
         heads += ["/ libmvec"] if preset == "x86-64" else []
     rows = []
-    for kernel in next(iter(sizes.values())).names:
-        row = [kernel]
+    for row, kernel, call in cases:
         for preset, k in sizes.items():
-            t = k.ours(kernel, 1000)
-            row += [number(t / 1000 if t else None), ratio(t, k.sleef(kernel, 1000)),
-                    ratio(t, k.scalar(kernel, 1000))]
-            row += [ratio(t, k.peer("libmvec", kernel, 1000))] if preset == "x86-64" else []
+            t = k.ours(kernel, call)
+            row += [number(t / 1000 if t else None), ratio(t, k.sleef(kernel, call)),
+                    ratio(t, k.scalar(kernel, call))]
+            row += [ratio(t, k.peer("libmvec", kernel, call))] if preset == "x86-64" else []
         rows.append(row)
     return table(heads, rows)
+
+
+def throughput(sizes):
+    return long_calls(sizes, [([kernel], kernel, 1000) for kernel in first_of(sizes).names],
+                      ["kernel"])
+
+
+def further_ranges(sizes):
+    cases = [([m[1], m[2]], m[1], f"1000/{m[2]}")
+             for m in first_of(sizes).run.matches(r"ours/(\w+)/1000/(.+\.\..+)")]
+    return cases and long_calls(sizes, cases, ["kernel", "arguments"])
+
+
+def first_of(sizes):
+    return next(iter(sizes.values()))
 
 
 def short_calls(k):
@@ -72,6 +86,13 @@ function in a loop or, for arithmetic, a plain loop compiled for AVX. A kernel t
 levels stands under the one in its own name.
 
 {throughput(sizes)}"""]
+    further = further_ranges(sizes)
+    if further:
+        parts.append(f"""## Vector functions: further arguments
+
+The same where other arguments take another way, evenly from the range told.
+
+{further}""")
     for preset, k in sizes.items():
         parts.append(f"""## Vector functions: short calls, {preset}
 

@@ -123,7 +123,7 @@ ORV_API void _qemsCeil(int32_t n, const float* a, float* r);
 ORV_API void _qemsCeil_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sCeil_G9HAynn(int32_t n, const float* a, float* r);
 
-/** sCos: cosine, accurate for any finite argument; float.
+/** sCos: cosine, of any finite argument; float.
  *  Largest error: LA 1.68, HA 0.554, EP 478 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sCos_ttab[3];
@@ -388,7 +388,7 @@ ORV_API void _qemsRound(int32_t n, const float* a, float* r);
 ORV_API void _qemsRound_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sRound_G9HAynn(int32_t n, const float* a, float* r);
 
-/** sSin: sine, accurate for any finite argument; float.
+/** sSin: sine, of any finite argument; float.
  *  Largest error: LA 1.65, HA 0.554, EP 478 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sSin_ttab[3];
@@ -401,7 +401,7 @@ ORV_API void orv_qem_kernel_sSin_G9LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sSin_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sSin_G9EPnnn(int32_t n, const float* a, float* r);
 
-/** sSinCos: sine and cosine, with the bits of Sin and of Cos; float.
+/** sSinCos: sine and cosine, to the bit those of Sin and Cos; float.
  *  Largest error: LA 1.68, HA 0.554, EP 478 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemTwoResults_s orv_qem_kernel_sSinCos_ttab[3];
@@ -446,7 +446,7 @@ ORV_API void _qemsSub(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsSub_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sSub_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
-/** sTan: tangent, accurate for any finite argument; float.
+/** sTan: tangent, of any finite argument; float.
  *  Largest error: LA 0.555, HA 0.555, EP 757 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sTan_ttab[3];
@@ -541,8 +541,8 @@ ORV_API void _qemdCeil(int32_t n, const double* a, double* r);
 ORV_API void _qemdCeil_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCeil_G9HAynn(int32_t n, const double* a, double* r);
 
-/** dCos: cosine, accurate for any finite argument; double.
- *  Largest error: LA 2.96, HA 0.506, EP 1.3e+05 ulp.
+/** dCos: cosine, of any finite argument; double.
+ *  Largest error: LA 2.42, HA 0.506, EP 1.3e+05 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dCos_ttab[3];
 extern ORV_API const float orv_qem_kernel_dCos_ctab[3];
@@ -801,7 +801,7 @@ ORV_API void _qemdRound(int32_t n, const double* a, double* r);
 ORV_API void _qemdRound_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dRound_G9HAynn(int32_t n, const double* a, double* r);
 
-/** dSin: sine, accurate for any finite argument; double.
+/** dSin: sine, of any finite argument; double.
  *  Largest error: LA 2.96, HA 0.506, EP 1.3e+05 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dSin_ttab[3];
@@ -814,7 +814,7 @@ ORV_API void orv_qem_kernel_dSin_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dSin_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dSin_G9EPnnn(int32_t n, const double* a, double* r);
 
-/** dSinCos: sine and cosine, with the bits of Sin and of Cos; double.
+/** dSinCos: sine and cosine, to the bit those of Sin and Cos; double.
  *  Largest error: LA 2.96, HA 0.506, EP 1.3e+05 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemTwoResults_d orv_qem_kernel_dSinCos_ttab[3];
@@ -858,6 +858,19 @@ ORV_API void _qemdSub_HA(int32_t n, const double* a, const double* b, double* r)
 ORV_API void _qemdSub(int32_t n, const double* a, const double* b, double* r);
 ORV_API void _qemdSub_26(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dSub_G9HAynn(int32_t n, const double* a, const double* b, double* r);
+
+/** dTan: tangent, of any finite argument; double.
+ *  Largest error: LA 3.31, HA 0.542, EP 2.92e+05 ulp.
+ *  Status codes: 1 infinite argument. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dTan_ttab[3];
+extern ORV_API const float orv_qem_kernel_dTan_ctab[3];
+ORV_API void _qemdTan_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdTan_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdTan(int32_t n, const double* a, double* r);
+ORV_API void _qemdTan_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dTan_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dTan_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dTan_G9EPnnn(int32_t n, const double* a, double* r);
 
 /** dTrunc: integral part, towards zero; double.
  *  Status codes: none. */
@@ -910,7 +923,7 @@ ORV_API void _qemcAdd_11(int32_t n, const QemComplexFloat* a, const QemComplexFl
 ORV_API void orv_qem_kernel_cAdd_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
 
 /** cCIS: cos(x) + i sin(x) of a real x; complex float.
- *  Largest error: LA 0.554, HA 0.554, EP 0.554 ulp.
+ *  Largest error: LA 0.501, HA 0.501, EP 0.501 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemRealToComplex_c orv_qem_kernel_cCIS_ttab[3];
 extern ORV_API const float orv_qem_kernel_cCIS_ctab[3];
@@ -953,7 +966,7 @@ ORV_API void _qemzAdd_26(int32_t n, const QemComplexDouble* a, const QemComplexD
 ORV_API void orv_qem_kernel_zAdd_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
 
 /** zCIS: cos(x) + i sin(x) of a real x; complex double.
- *  Largest error: LA 0.504, HA 0.504, EP 0.504 ulp.
+ *  Largest error: LA 0.506, HA 0.506, EP 0.506 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemRealToComplex_z orv_qem_kernel_zCIS_ttab[3];
 extern ORV_API const float orv_qem_kernel_zCIS_ctab[3];

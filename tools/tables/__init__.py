@@ -20,5 +20,6 @@ FILES = {
     CORE / "_heap/real/tables/vdfar_table.hpp": sincos.vdfar_table,
     CORE / "_heap/real/tables/vdsincos_tables.hpp": sincos.vdsincos_tables,
     CORE / "_heap/real/tables/vssincos_polynomials.hpp": sincos.vssincos_polynomials,
+    CORE / "tan/tables/vdtan_tables.hpp": sincos.vdtan_tables,
     CORE / "tables/exported_tables.cpp": exported.exported_tables,
 }

@@ -9,7 +9,7 @@ inline namespace ORV_TAG {
 template <Level level>
 struct DSinCosKernel {
   using T = double;
-  static constexpr int block = level == Level::HA ? 4 : 8;
+  static constexpr int block = 8;
   static constexpr char _QEM_THISFUNC_NAME[] = "vdSinCos";
   static constexpr Environment environment = environment_mode;
 
