@@ -41,10 +41,12 @@ class Calls {
 
   /// A call on `n` elements from `i` on, with results at the start of `out`.
   void call(const Contender& c, int32_t i, int32_t n, std::vector<R> (&out)[2]) const {
+    static constexpr double scalars[] = {2.3, -1.5, 2.25, 3.5};
     const size_t from = static_cast<size_t>(i) * signature_.input_parts;
     c.call({.n = n,
             .inputs = {&in_[0][from], &in_[1][from]},
             .results = {out[0].data(), out[1].data()},
+            .scalars = scalars,
             .increment = stride});
   }
 

@@ -18,6 +18,8 @@ DECLARE_LIBMVEC(expm1)
 DECLARE_LIBMVEC(log)
 DECLARE_LIBMVEC(log10)
 DECLARE_LIBMVEC(log1p)
+extern "C" __m256d _ZGVcN4vv_pow(__m256d, __m256d);
+extern "C" __m256 _ZGVcN8vv_powf(__m256, __m256);
 #endif
 
 namespace orv_bench {
@@ -47,6 +49,38 @@ void vectors(int32_t n, const T* a, T* r) {
   x = f(x);
   memcpy(rest, &x, sizeof x);
   for (int32_t k = 0; i + k < n; ++k) r[i + k] = rest[k];
+}
+
+/// Functions of two operands. The second is a vector, or one number for all.
+template <class V, class T>
+V operand(const T* p, int32_t i) {
+  V x;
+  memcpy(&x, p + i, sizeof x);
+  return x;
+}
+template <class V, class T>
+V operand(T number, int32_t) {
+  return V{} + number;
+}
+
+template <class T, class B, T (*f)(T, T)>
+void scalar_pairs(int32_t n, const T* a, B b, T* r) {
+  for (int32_t i = 0; i < n; ++i) r[i] = f(a[i], operand<T>(b, i));
+}
+
+template <class T, class B, class V, auto f>
+void vector_pairs(int32_t n, const T* a, B b, T* r) {
+  constexpr int32_t lanes = sizeof(V) / sizeof(T);
+  int32_t i = 0;
+  for (; i <= n - lanes; i += lanes) {
+    const V y = f(operand<V>(a, i), operand<V>(b, i));
+    memcpy(r + i, &y, sizeof y);
+  }
+  if (i == n) return;
+  V x = V{} + 1, y = x;
+  for (int32_t k = 0; i + k < n; ++k) x[k] = a[i + k], y[k] = operand<T>(b, i + k);
+  x = f(x, y);
+  memcpy(r + i, &x, (n - i) * sizeof(T));
 }
 
 /// Sine and cosine by one call of a library.
@@ -165,6 +199,21 @@ std::vector<Function> arithmetic(char real, char complex) {
 #endif
 #define PEERS(t, name) SCALAR_##t(name), SLEEF_##t(name, u10) LIBMVEC_##t(name)
 
+#ifdef __x86_64__
+#define LIBMVEC_POWER(T, B, V, f) , {"libmvec", orv_call::of(vector_pairs<T, B, V, f>)}
+#else
+#define LIBMVEC_POWER(T, B, V, f)
+#endif
+// By the type of the second operand: a vector, or one number for all.
+#define POWER_PEERS_d(B)                                                      \
+  {"libm", orv_call::of(scalar_pairs<double, B, pow>)},                       \
+  {"sleef_u10", orv_call::of(vector_pairs<double, B, __m256d, Sleef_powd4_u10avx>)} \
+  LIBMVEC_POWER(double, B, __m256d, _ZGVcN4vv_pow)
+#define POWER_PEERS_s(B)                                                      \
+  {"libm", orv_call::of(scalar_pairs<float, B, powf>)},                       \
+  {"sleef_u10", orv_call::of(vector_pairs<float, B, __m256, Sleef_powf8_u10avx>)} \
+  LIBMVEC_POWER(float, B, __m256, _ZGVcN8vv_powf)
+
 const Function transcendental[] = {
 #define FUNCTIONS(t)                                              \
   {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                       \
@@ -173,6 +222,8 @@ const Function transcendental[] = {
   {#t[0], "Log10", 0.01, 100, {PEERS(t, log10)}},                 \
   {#t[0], "Log1p", -0.9, 10, {PEERS(t, log1p)}},
   FUNCTIONS(s) FUNCTIONS(d)
+  {'d', "Pow", 0.01, 10, {POWER_PEERS_d(const double*)}},
+  {'d', "Powx", 0.01, 10, {POWER_PEERS_d(double)}},
   {'c', "CIS", -100, 100,
    {{"libm", orv_call::of(cis_loop<float, QemComplexFloat>)},
     {"sleef_u10", orv_call::of(sines_and_cosines<float, __m256, Sleef_sincosf8_u10avx>)}}},

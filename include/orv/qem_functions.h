@@ -360,6 +360,32 @@ ORV_API void _qemdPackI(int64_t n, const double* a, int64_t incr, double* y);
 ORV_API void _qemdPackI_26(int64_t n, const double* a, int64_t incr, double* y);
 ORV_API void orv_qem_kernel_dPackI_PXHAynn(int64_t n, const double* a, int64_t incr, double* y, int32_t narrow);
 
+/** dPow: a^b; double.
+ *  Largest error: LA 2.25, HA 0.533, EP 1.66e+07 ulp.
+ *  Status codes: 1 zero to a negative power, finite negative to a fraction; over- and underflow are silent. */
+extern ORV_API const QemBinary_d orv_qem_kernel_dPow_ttab[3];
+extern ORV_API const float orv_qem_kernel_dPow_ctab[3];
+ORV_API void _qemdPow_50(int32_t n, const double* a, const double* b, double* r);
+ORV_API void _qemdPow_HA(int32_t n, const double* a, const double* b, double* r);
+ORV_API void _qemdPow(int32_t n, const double* a, const double* b, double* r);
+ORV_API void _qemdPow_26(int32_t n, const double* a, const double* b, double* r);
+ORV_API void orv_qem_kernel_dPow_N8LAynn(int32_t n, const double* a, const double* b, double* r);
+ORV_API void orv_qem_kernel_dPow_N8HAynn(int32_t n, const double* a, const double* b, double* r);
+ORV_API void orv_qem_kernel_dPow_N8EPnnn(int32_t n, const double* a, const double* b, double* r);
+
+/** dPowx: a^b, by functions of their own for b of -1, 1, 2, the halves and thirds; double.
+ *  Largest error: LA 2.25, HA 0.533, EP 1.66e+07 ulp.
+ *  Status codes: 1 as Pow; those of Inv, Sqrt and their kin at such b. */
+extern ORV_API const QemScalarSecond_d orv_qem_kernel_dPowx_ttab[3];
+extern ORV_API const float orv_qem_kernel_dPowx_ctab[3];
+ORV_API void _qemdPowx_50(int32_t n, const double* a, double b, double* r);
+ORV_API void _qemdPowx_HA(int32_t n, const double* a, double b, double* r);
+ORV_API void _qemdPowx(int32_t n, const double* a, double b, double* r);
+ORV_API void _qemdPowx_26(int32_t n, const double* a, double b, double* r);
+ORV_API void orv_qem_kernel_dPowx_G9LAynn(int32_t n, const double* a, double b, double* r);
+ORV_API void orv_qem_kernel_dPowx_G9HAynn(int32_t n, const double* a, double b, double* r);
+ORV_API void orv_qem_kernel_dPowx_G9EPnnn(int32_t n, const double* a, double b, double* r);
+
 /** dSqr: square; under overlap as if element by element, ascending; double.
  *  Status codes: none. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dSqr_ttab[3];

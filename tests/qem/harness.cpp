@@ -16,7 +16,8 @@ struct Domain {
 constexpr Domain domains[] = {
     {"d", "Exp", -690, 690},     {"s", "Exp", -86, 86},          {"d", "Expm1", -700, 700},
     {"s", "Expm1", -86, 86},     {"sd", "Ln", 0, 1e30},          {"sd", "Log10", 0, 1e30},
-    {"sd", "Log1p", -0.9, 1e30}, {"sdcz", "CIS", -60000, 60000},
+    {"sd", "Log1p", -0.9, 1e30}, {"sdcz", "CIS", -60000, 60000}, {"sd", "Pow", 0.5, 20},
+    {"sd", "Powx", 0, 1e30},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -44,6 +45,7 @@ int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   if (logarithm && x < pole) return QEM_STATUS_DOMAIN;
   if (logarithm && x == pole) return QEM_STATUS_SINGULARITY;
   if (isinf(x)) return QEM_STATUS_OK;
+  if (f == "Powx" && x < 0) return QEM_STATUS_DOMAIN;  // the exponent is a fraction
   if ((f == "Exp" || f == "Expm1") && x > exp_largest) return QEM_STATUS_OVERFLOW;
   if (f == "Exp" && x < exp_lowest) return QEM_STATUS_UNDERFLOW;
   const bool denormal = x != 0 && fabs(x) < std::numeric_limits<T>::min();
@@ -101,6 +103,40 @@ const Row rows[] = {
     {"Modf", {{inf}, {}, 0, {inf, 0}}},
     {"Modf", {{-inf}, {}, 0, {-inf, -0.0}}},
     {"Modf", {{nan}, {}, 0, {nan, nan}}},
+    {"Pow", {{1}, {nan}, 0, {1}}},
+    {"Pow", {{nan}, {-0.0}, 0, {1}}},
+    {"Pow", {{nan}, {1}, 0, {nan}}},
+    {"Pow", {{-1}, {nan}, 0, {nan}}},
+    {"Pow", {{0}, {0}, 0, {1}}},
+    {"Pow", {{-0.0}, {3}, 0, {-0.0}}},
+    {"Pow", {{-0.0}, {2.5}, 0, {0}}},
+    {"Pow", {{-0.0}, {inf}, 0, {0}}},
+    {"Pow", {{-0.0}, {-3}, 1, {-inf}}},
+    {"Pow", {{-0.0}, {-2}, 1, {inf}}},
+    {"Pow", {{0}, {-0.5}, 1, {inf}}},
+    {"Pow", {{-0.0}, {-inf}, 1, {inf}}},
+    {"Pow", {{-1}, {-inf}, 0, {1}}},
+    {"Pow", {{-1}, {0x1p53 - 1}, 0, {}}},
+    {"Pow", {{-1}, {largest}, 0, {1}}},
+    {"Pow", {{-2}, {-3}, 0, {-0.125}}},
+    {"Pow", {{-8}, {1.0 / 3}, 1, {nan}}},
+    {"Pow", {{-tiny}, {0.5}, 1, {nan}}},
+    {"Pow", {{-largest}, {-1.5}, 1, {nan}}},
+    {"Pow", {{-inf}, {0.5}, 0, {inf}}},
+    {"Pow", {{-inf}, {3}, 0, {-inf}}},
+    {"Pow", {{-inf}, {-3}, 0, {-0.0}}},
+    {"Pow", {{-inf}, {-2}, 0, {0}}},
+    {"Pow", {{inf}, {-inf}, 0, {0}}},
+    {"Pow", {{0.5}, {inf}, 0, {0}}},
+    {"Pow", {{-0.5}, {-inf}, 0, {inf}}},
+    {"Pow", {{-1.5}, {inf}, 0, {inf}}},
+    {"Pow", {{tiny}, {1}, 0, {tiny}}},
+    {"Pow", {{largest}, {1}, 0, {largest}}},
+    {"Pow", {{largest}, {2}, 0, {inf}}},
+    {"Pow", {{-largest}, {3}, 0, {-inf}}},
+    {"Pow", {{-largest}, {-largest}, 0, {0}}},
+    {"Pow", {{-2}, {-4097}, 0, {-0.0}}},
+    {"Pow", {{3}, {-tiny}, 0, {1}}},
     {"CIS", {{inf}, {}, 1, {nan, nan}}},
     {"CIS", {{-inf}, {}, 1, {nan, nan}}},
     {"CIS", {{nan}, {}, 0, {nan, nan}}},
