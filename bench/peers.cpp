@@ -222,6 +222,8 @@ const Function transcendental[] = {
   {#t[0], "Log10", 0.01, 100, {PEERS(t, log10)}},                 \
   {#t[0], "Log1p", -0.9, 10, {PEERS(t, log1p)}},
   FUNCTIONS(s) FUNCTIONS(d)
+  {'s', "Pow", 0.01, 10, {POWER_PEERS_s(const float*)}},
+  {'s', "Powx", 0.01, 10, {POWER_PEERS_s(float)}},
   {'d', "Pow", 0.01, 10, {POWER_PEERS_d(const double*)}},
   {'d', "Powx", 0.01, 10, {POWER_PEERS_d(double)}},
   {'c', "CIS", -100, 100,

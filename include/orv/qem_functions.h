@@ -205,6 +205,32 @@ ORV_API void _qemsPackI(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void _qemsPackI_11(int64_t n, const float* a, int64_t incr, float* y);
 ORV_API void orv_qem_kernel_sPackI_PXHAynn(int64_t n, const float* a, int64_t incr, float* y, int32_t narrow);
 
+/** sPow: a^b; float.
+ *  Largest error: LA 1.4, HA 0.501, EP 3300 ulp.
+ *  Status codes: 1 zero to a negative power, finite negative to a fraction; over- and underflow are silent. */
+extern ORV_API const QemBinary_s orv_qem_kernel_sPow_ttab[3];
+extern ORV_API const float orv_qem_kernel_sPow_ctab[3];
+ORV_API void _qemsPow_21(int32_t n, const float* a, const float* b, float* r);
+ORV_API void _qemsPow_HA(int32_t n, const float* a, const float* b, float* r);
+ORV_API void _qemsPow(int32_t n, const float* a, const float* b, float* r);
+ORV_API void _qemsPow_11(int32_t n, const float* a, const float* b, float* r);
+ORV_API void orv_qem_kernel_sPow_G9LAynn(int32_t n, const float* a, const float* b, float* r);
+ORV_API void orv_qem_kernel_sPow_G9HAynn(int32_t n, const float* a, const float* b, float* r);
+ORV_API void orv_qem_kernel_sPow_G9EPnnn(int32_t n, const float* a, const float* b, float* r);
+
+/** sPowx: a^b, by functions of their own for b of -1, 1, 2, the halves and thirds; float.
+ *  Largest error: LA 1.4, HA 0.501, EP 3300 ulp.
+ *  Status codes: 1 as Pow; those of Inv, Sqrt and their kin at such b. */
+extern ORV_API const QemScalarSecond_s orv_qem_kernel_sPowx_ttab[3];
+extern ORV_API const float orv_qem_kernel_sPowx_ctab[3];
+ORV_API void _qemsPowx_21(int32_t n, const float* a, float b, float* r);
+ORV_API void _qemsPowx_HA(int32_t n, const float* a, float b, float* r);
+ORV_API void _qemsPowx(int32_t n, const float* a, float b, float* r);
+ORV_API void _qemsPowx_11(int32_t n, const float* a, float b, float* r);
+ORV_API void orv_qem_kernel_sPowx_G9LAynn(int32_t n, const float* a, float b, float* r);
+ORV_API void orv_qem_kernel_sPowx_G9HAynn(int32_t n, const float* a, float b, float* r);
+ORV_API void orv_qem_kernel_sPowx_G9EPnnn(int32_t n, const float* a, float b, float* r);
+
 /** sSqr: square; under overlap as if element by element, ascending; float.
  *  Status codes: none. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sSqr_ttab[3];
@@ -361,7 +387,7 @@ ORV_API void _qemdPackI_26(int64_t n, const double* a, int64_t incr, double* y);
 ORV_API void orv_qem_kernel_dPackI_PXHAynn(int64_t n, const double* a, int64_t incr, double* y, int32_t narrow);
 
 /** dPow: a^b; double.
- *  Largest error: LA 2.25, HA 0.533, EP 1.66e+07 ulp.
+ *  Largest error: LA 1.27, HA 0.533, EP 1.66e+07 ulp.
  *  Status codes: 1 zero to a negative power, finite negative to a fraction; over- and underflow are silent. */
 extern ORV_API const QemBinary_d orv_qem_kernel_dPow_ttab[3];
 extern ORV_API const float orv_qem_kernel_dPow_ctab[3];
@@ -374,7 +400,7 @@ ORV_API void orv_qem_kernel_dPow_N8HAynn(int32_t n, const double* a, const doubl
 ORV_API void orv_qem_kernel_dPow_N8EPnnn(int32_t n, const double* a, const double* b, double* r);
 
 /** dPowx: a^b, by functions of their own for b of -1, 1, 2, the halves and thirds; double.
- *  Largest error: LA 2.25, HA 0.533, EP 1.66e+07 ulp.
+ *  Largest error: LA 1.27, HA 0.533, EP 1.66e+07 ulp.
  *  Status codes: 1 as Pow; those of Inv, Sqrt and their kin at such b. */
 extern ORV_API const QemScalarSecond_d orv_qem_kernel_dPowx_ttab[3];
 extern ORV_API const float orv_qem_kernel_dPowx_ctab[3];

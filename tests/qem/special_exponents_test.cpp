@@ -96,7 +96,7 @@ TEST(SpecialExponents, HaveFunctionsOfTheirOwn) {
       kernel.in_its_type([&](auto number) { check_exponents<decltype(number)>(kernel); });
     });
   }
-  EXPECT_EQ(kernels, 3);
+  EXPECT_EQ(kernels, 6);
 }
 
 }  // namespace

@@ -66,7 +66,6 @@ def vdpow_tables():
         fit("double", "vdpow_la_log", log_rest, range(0, 6), VDPOW_INTERVAL, error="absolute"),
         fit("double", "vdpow_ep_log", "log2(1 + x)/x", range(0, 4), ("-0x1p-9", "0x1p-9")),
         fit("double", "vdpow_ha_exp", "(2^x - 1)/x", range(0, 5), step, error="absolute"),
-        fit("double", "vdpow_la_exp", "(2^x - 1)/x", range(0, 4), step, error="absolute"),
         fit("double", "vdpow_ep_exp", "(2^x - 1)/x", range(0, 2), step, error="absolute"),
         array("double", "vdpow_reciprocals", [row[0] for row in rows],
               "vdpow_unit/m, of 14 bits behind the point, m = 0.75 + j/2048 for j < 512, else\n"

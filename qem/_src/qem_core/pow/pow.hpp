@@ -120,7 +120,7 @@ struct vdpow_data<Level::HA> {
 template <>
 struct vdpow_data<Level::LA> {
   static constexpr Level level = Level::LA;
-  static constexpr const auto& exp = vdpow_la_exp;
+  static constexpr const auto& exp = vdpow_ha_exp;
 };
 template <>
 struct vdpow_data<Level::EP> {

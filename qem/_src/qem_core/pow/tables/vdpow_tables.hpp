@@ -51,15 +51,6 @@ inline constexpr double vdpow_ha_exp[] = {
     0x1.5d72f5bf58749p-10,
 };
 
-// (2^x - 1)/x = vdpow_la_exp[0] + vdpow_la_exp[1] x^1 + vdpow_la_exp[2] x^2 + vdpow_la_exp[3] x^3,
-// x from -0x1.01p-8 to 0x1.01p-8: absolute error 2^-44.5
-inline constexpr double vdpow_la_exp[] = {
-    0x1.62e42fefa388cp-1,
-    0x1.ebfbdff82c2fep-3,
-    0x1.c6b09872abe15p-5,
-    0x1.3b2abe9d8a9cfp-7,
-};
-
 // (2^x - 1)/x = vdpow_ep_exp[0] + vdpow_ep_exp[1] x^1,
 // x from -0x1.01p-8 to 0x1.01p-8: absolute error 2^-21.2
 inline constexpr double vdpow_ep_exp[] = {
