@@ -22,6 +22,8 @@ DECLARE_LIBMVEC(log1p)
 DECLARE_LIBMVEC(sin)
 DECLARE_LIBMVEC(cos)
 DECLARE_LIBMVEC(tan)
+extern "C" __m256d _ZGVcN4vv_pow(__m256d, __m256d);
+extern "C" __m256 _ZGVcN8vv_powf(__m256, __m256);
 #endif
 
 namespace orv_bench {
@@ -34,27 +36,42 @@ void scalar(int32_t n, const T* a, T* r) {
   for (int32_t i = 0; i < n; ++i) r[i] = f(a[i]);
 }
 
-template <class T, T (*f)(T, T)>
-void scalar_of_two(int32_t n, const T* a, const T* b, T* r) {
-  for (int32_t i = 0; i < n; ++i) r[i] = f(a[i], b[i]);
+template <class T>
+T element(const T* p, int32_t i) {
+  return p[i];
+}
+template <class T>
+T element(T number, int32_t) {
+  return number;
+}
+template <class V, class T>
+V vector(const T* p, int32_t i) {
+  V x;
+  memcpy(&x, p + i, sizeof x);
+  return x;
+}
+template <class V, class T>
+V vector(T number, int32_t) {
+  return V{} + number;
+}
+
+/// The second operand is a vector, or one number for all.
+template <class T, T (*f)(T, T), class B = const T*>
+void scalar_of_two(int32_t n, const T* a, B b, T* r) {
+  for (int32_t i = 0; i < n; ++i) r[i] = f(a[i], element(b, i));
 }
 
 template <class V, auto f, class T, class... In>
-void by_vectors(int32_t n, T* r, const In*... a) {
+void by_vectors(int32_t n, T* r, In... a) {
   constexpr int32_t lanes = sizeof(V) / sizeof(T);
   int32_t i = 0;
-  const auto whole = [&](const T* p) {
+  const auto rest = [&](auto p) {
     V x;
-    memcpy(&x, p + i, sizeof x);
-    return x;
-  };
-  const auto rest = [&](const T* p) {
-    V x;
-    for (int32_t k = 0; k < lanes; ++k) x[k] = p[i + k < n ? i + k : i];
+    for (int32_t k = 0; k < lanes; ++k) x[k] = element(p, i + k < n ? i + k : i);
     return x;
   };
   for (; i <= n - lanes; i += lanes) {
-    const V y = f(whole(a)...);
+    const V y = f(vector<V>(a, i)...);
     memcpy(r + i, &y, sizeof y);
   }
   if (i == n) return;
@@ -66,8 +83,8 @@ template <class T, class V, auto f>
 void vectors(int32_t n, const T* a, T* r) {
   by_vectors<V, f>(n, r, a);
 }
-template <class T, class V, auto f>
-void vectors_of_two(int32_t n, const T* a, const T* b, T* r) {
+template <class T, class V, auto f, class B = const T*>
+void vectors_of_two(int32_t n, const T* a, B b, T* r) {
   by_vectors<V, f>(n, r, a, b);
 }
 
@@ -323,6 +340,20 @@ std::vector<Function> arithmetic(char real, char complex) {
 /// Angles beyond the first reductions, ours and others'.
 const std::vector<Range> large_angles_s = {{-100, 100}, {1e5, 2e5}, {1e9, 2e9}, {1e30, 2e30}};
 const std::vector<Range> large_angles_d = {{-100, 100}, {1e5, 2e5}, {1e9, 2e9}, {1e300, 2e300}};
+#ifdef __x86_64__
+#define LIBMVEC_POWER(T, V, f, B) , {"libmvec", orv_call::of(vectors_of_two<T, V, f, B>)}
+#else
+#define LIBMVEC_POWER(T, V, f, B)
+#endif
+// By the type of the second operand: a vector, or one number for all.
+#define POWER_PEERS_d(B)                                                               \
+  {"libm", orv_call::of(scalar_of_two<double, pow, B>)},                               \
+  {"sleef_u10", orv_call::of(vectors_of_two<double, __m256d, Sleef_powd4_u10avx, B>)} \
+  LIBMVEC_POWER(double, __m256d, _ZGVcN4vv_pow, B)
+#define POWER_PEERS_s(B)                                                               \
+  {"libm", orv_call::of(scalar_of_two<float, powf, B>)},                               \
+  {"sleef_u10", orv_call::of(vectors_of_two<float, __m256, Sleef_powf8_u10avx, B>)}   \
+  LIBMVEC_POWER(float, __m256, _ZGVcN8vv_powf, B)
 
 const Function transcendental[] = {
 #define FUNCTIONS(t)                                                                                             \
@@ -337,6 +368,10 @@ const Function transcendental[] = {
   {#t[0], "SinCos", -10, 10, {SINCOS_LOOP_##t, SLEEF_SINCOS_##t(u10), SLEEF_SINCOS_##t(u35)}, large_angles_##t}, \
   {#t[0], "Tan", -10, 10, {PEERS(t, tan), SLEEF_##t(tan, u35)}, large_angles_##t},
   FUNCTIONS(s) FUNCTIONS(d)
+  {'s', "Pow", 0.01, 10, {POWER_PEERS_s(const float*)}},
+  {'s', "Powx", 0.01, 10, {POWER_PEERS_s(float)}},
+  {'d', "Pow", 0.01, 10, {POWER_PEERS_d(const double*)}},
+  {'d', "Powx", 0.01, 10, {POWER_PEERS_d(double)}},
   {'c', "CIS", -100, 100,
    {{"libm", orv_call::of(cis_loop<float, QemComplexFloat>)},
     {"sleef_u10", orv_call::of(complex_sines_and_cosines<float, __m256, Sleef_sincosf8_u10avx>)}}},

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "meter.hpp"
@@ -36,6 +37,7 @@ class Inputs {
  public:
   /// `count` random numbers come to a share of 1.
   Inputs(uint64_t seed, int count) : random(seed), count_(count) { everywhere(); }
+  int amount(double share) const { return static_cast<int>(share * count_); }
 
   /// Uniform in value.
   void linear(double share, double lo, double hi);
@@ -53,11 +55,12 @@ class Inputs {
   void seams(double share, double step, double lo, double hi);
 
   std::vector<R> values;
+  /// Of a function with two operands: pairs that are to stay together.
+  std::vector<std::pair<R, R>> pairs;
   Random random;
 
  private:
   void everywhere();
-  int amount(double share) const { return static_cast<int>(share * count_); }
   int count_;
 };
 

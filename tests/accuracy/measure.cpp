@@ -34,6 +34,26 @@ void pair_up(Points<R>& points, Random& random) {
   }
 }
 
+/// Makes the second operand one of each run of 16 points.
+template <class R>
+void make_runs(std::vector<R>& b) {
+  for (size_t i = 0; i < b.size(); ++i) b[i] = b[i & ~size_t{15}];
+}
+
+/// One call for each run.
+template <class R>
+void call_by_runs(const Kernel& kernel, const Points<R>& points, R* result) {
+  const std::vector<R>& b = points.operand[1];
+  for (int32_t first = 0, end = 0; first < points.n; first = end) {
+    while (end < points.n && bits_of(b[end]) == bits_of(b[first])) ++end;
+    const double second = b[first];
+    kernel.call({.n = end - first,
+                 .inputs = {&points.operand[0][first]},
+                 .results = {result + first},
+                 .scalars = &second});
+  }
+}
+
 /// Distance of a complex result from the truth as a part of the truth's norm.
 template <class R>
 double relative_error_of_norm(const R* y, const Reference<R>* f) {
@@ -166,8 +186,9 @@ uint64_t fnv1a(const void* data, size_t size) {
 
 template <class R>
 uint64_t digest_of(const Kernel& kernel, const Function& f) {
-  std::vector<R> y = results(kernel, make_points<R>(f, kernel, 3, 20000));
-  if (kernel.signature().inputs == 2) {
+  const auto points = make_points<R>(f, kernel, 3, 20000);
+  std::vector<R> y = results(kernel, points);
+  if (points.operands == 2) {
     // Of two NaNs the first operand's comes out, and compilers swap operands as they like.
     for (R& number : y) {
       if (std::isnan(number)) number = std::numeric_limits<R>::quiet_NaN();
@@ -204,10 +225,14 @@ Points<R> make_points(const Function& f, const Kernel& shape, uint64_t seed, int
   f.inputs(in);
   Points<R> points;
   points.width = shape.signature().input_parts;
-  points.operands = shape.signature().inputs;
+  points.scalar_second = shape.signature().inputs == 1 && shape.signature().scalars != 0;
+  points.operands = points.scalar_second ? 2 : shape.signature().inputs;
   shuffle(in.values, in.random);
   points.operand[0] = std::move(in.values);
   if (points.operands == 2) pair_up(points, in.random);
+  if (points.scalar_second) make_runs(points.operand[1]);
+  for (const auto& [x, y] : in.pairs)
+    points.operand[0].push_back(x), points.operand[1].push_back(y);
   points.n = static_cast<int32_t>(points.operand[0].size() / points.width);
   for (int j = 0; j < points.operands; ++j) points.operand[j].resize(points.n * points.width);
   return points;
@@ -220,6 +245,10 @@ std::vector<R> results(const Kernel& kernel, const Points<R>& points) {
   for (std::vector<R>& result : out) {
     result.resize(kernel.result_size(points.n));
     std::memset(result.data(), 0xA5, result.size() * sizeof(R));  // rubbish, if one is left out
+  }
+  if (points.scalar_second) {
+    call_by_runs(kernel, points, out[0].data());
+    return out[0];
   }
   orv_call::Arguments arguments = usual_arguments(kernel, points.n);
   for (int j = 0; j < 2; ++j) {

@@ -14,8 +14,9 @@ namespace orv_test {
 template <class R>
 struct Points {
   int32_t n = 0;
-  int width = 1;     // numbers of an operand
-  int operands = 1;  // of the function
+  int width = 1;               // numbers of an operand
+  int operands = 1;            // of the function
+  bool scalar_second = false;  // the second operand is one number for a call: runs of equal ones
   std::vector<R> operand[2];
 
   const R* at(int j, int32_t i) const { return operand[j].data() + i * width; }

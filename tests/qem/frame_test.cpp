@@ -257,7 +257,9 @@ TEST(Frame, FlagsOfASlowPathLastUnlessAWordIsPutBack) {
         auto v = ordinary<decltype(number)>(kernel, n);
         put(kernel, row, v, n / 2);
         const auto run = [&] { v.call(kernel, n); };
-        EXPECT_NE(flags_of(run) & flag_of[row.code], 0);
+        const bool pole_of_pow =
+            kernel.function == "Pow" && row.a[0] == 0;  // reported as domain error
+        EXPECT_NE(flags_of(run) & (pole_of_pow ? FE_DIVBYZERO : flag_of[row.code]), 0);
         EXPECT_EQ(flags_of([&] { under({sse_usual | 0x4000, x87_usual}, run); }), 0);
       }
     }

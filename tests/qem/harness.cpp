@@ -19,6 +19,7 @@ constexpr Domain domains[] = {
     {"sd", "Log1p", -0.9, 1e30}, {"sdcz", "CIS", -60000, 60000}, {"sd", "Sqrt", 0, 1e30},
     {"s", "Cos", -10000, 10000}, {"s", "Sin", -10000, 10000},    {"s", "SinCos", -10000, 10000},
     {"s", "Tan", -10000, 10000}, {"sd", "InvSqrt", 0, 1e30},     {"sd", "Pow3o2", 0, 1e20},
+    {"sd", "Pow", 0.5, 20},      {"sd", "Powx", 0, 1e30},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -49,6 +50,7 @@ int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   if ((logarithm || root) && x < pole) return QEM_STATUS_DOMAIN;
   if ((logarithm || reciprocal) && x == pole) return QEM_STATUS_SINGULARITY;
   if (isinf(x)) return angle ? QEM_STATUS_DOMAIN : QEM_STATUS_OK;
+  if (f == "Powx" && x < 0) return QEM_STATUS_DOMAIN;  // the exponent is a fraction
   if ((f == "Exp" || f == "Expm1") && x > exp_largest) return QEM_STATUS_OVERFLOW;
   if (f == "Exp" && x < exp_lowest) return QEM_STATUS_UNDERFLOW;
   const bool denormal = x != 0 && fabs(x) < std::numeric_limits<T>::min();
@@ -189,6 +191,40 @@ const Row rows[] = {
     {"Tan", {{0}, {}, 0, {0}}},
     {"Tan", {{-tiny}, {}, 0, {-tiny}}},
     {"Tan", {{inf}, {}, 1, {nan}}},
+    {"Pow", {{1}, {nan}, 0, {1}}},
+    {"Pow", {{nan}, {-0.0}, 0, {1}}},
+    {"Pow", {{nan}, {1}, 0, {nan}}},
+    {"Pow", {{-1}, {nan}, 0, {nan}}},
+    {"Pow", {{0}, {0}, 0, {1}}},
+    {"Pow", {{-0.0}, {3}, 0, {-0.0}}},
+    {"Pow", {{-0.0}, {2.5}, 0, {0}}},
+    {"Pow", {{-0.0}, {inf}, 0, {0}}},
+    {"Pow", {{-0.0}, {-3}, 1, {-inf}}},
+    {"Pow", {{-0.0}, {-2}, 1, {inf}}},
+    {"Pow", {{0}, {-0.5}, 1, {inf}}},
+    {"Pow", {{-0.0}, {-inf}, 1, {inf}}},
+    {"Pow", {{-1}, {-inf}, 0, {1}}},
+    {"Pow", {{-1}, {0x1p53 - 1}, 0, {}}},
+    {"Pow", {{-1}, {largest}, 0, {1}}},
+    {"Pow", {{-2}, {-3}, 0, {-0.125}}},
+    {"Pow", {{-8}, {1.0 / 3}, 1, {nan}}},
+    {"Pow", {{-tiny}, {0.5}, 1, {nan}}},
+    {"Pow", {{-largest}, {-1.5}, 1, {nan}}},
+    {"Pow", {{-inf}, {0.5}, 0, {inf}}},
+    {"Pow", {{-inf}, {3}, 0, {-inf}}},
+    {"Pow", {{-inf}, {-3}, 0, {-0.0}}},
+    {"Pow", {{-inf}, {-2}, 0, {0}}},
+    {"Pow", {{inf}, {-inf}, 0, {0}}},
+    {"Pow", {{0.5}, {inf}, 0, {0}}},
+    {"Pow", {{-0.5}, {-inf}, 0, {inf}}},
+    {"Pow", {{-1.5}, {inf}, 0, {inf}}},
+    {"Pow", {{tiny}, {1}, 0, {tiny}}},
+    {"Pow", {{largest}, {1}, 0, {largest}}},
+    {"Pow", {{largest}, {2}, 0, {inf}}},
+    {"Pow", {{-largest}, {3}, 0, {-inf}}},
+    {"Pow", {{-largest}, {-largest}, 0, {0}}},
+    {"Pow", {{-2}, {-4097}, 0, {-0.0}}},
+    {"Pow", {{3}, {-tiny}, 0, {1}}},
     {"CIS", {{inf}, {}, 1, {nan, nan}}},
     {"CIS", {{-inf}, {}, 1, {nan, nan}}},
     {"CIS", {{nan}, {}, 0, {nan, nan}}},

@@ -1,5 +1,6 @@
 """The table files: path -> function that returns the file's text."""
 from . import cube_root, exp, exported, ln, sincos
+from . import exp, exported, ln, power, sincos
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
@@ -16,6 +17,9 @@ FILES = {
     CORE / "log10/tables/vslog10_tables.hpp": ln.vslog10_tables,
     CORE / "log1p/tables/vslog1p_tables.hpp": ln.vslog1p_tables,
     CORE / "ln/tables/vsln_tables.hpp": ln.vsln_tables,
+    CORE / "pow/tables/pow_slow_tables.hpp": power.pow_slow_tables,
+    CORE / "pow/tables/vdpow_tables.hpp": power.vdpow_tables,
+    CORE / "pow/tables/vspow_tables.hpp": power.vspow_tables,
     CORE / "_heap/real/tables/two_over_pi.hpp": sincos.two_over_pi,
     CORE / "_heap/real/tables/vdfar_table.hpp": sincos.vdfar_table,
     CORE / "_heap/real/tables/vdsincos_tables.hpp": sincos.vdsincos_tables,

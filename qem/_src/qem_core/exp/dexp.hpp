@@ -78,24 +78,9 @@ inline int vdexp_cout_rare(const double* px, double* py) {
   const double e = r * r * horner(series, r) + r;
   const double z = (e + t.second) * t.first;
 
-  if (x >= -0x1.6232BDD7ABCD2p9) {  // -708.396, the result is normal
-    const double y = z + t.first;
-    *py = m == 1024 ? y * power_of_two(m - 1) * 2.0 : y * power_of_two(m);
-    return QEM_STATUS_OK;
-  }
-  // Computed 2^60 too large, then brought down so that only the last step rounds.
-  constexpr double down = 0x1p-60;
-  const double scale = power_of_two(m + 60);
-  const double h = z * scale, l = t.first * scale, s = h + l;
-  if (m + 60 + 1023 <= 0x32) {  // few bits remain: rounding s does no harm
-    *py = s * down;
-    return QEM_STATUS_UNDERFLOW;
-  }
-  const double spread = s * 0x1.8p32;
-  const double upper = (s + spread) - spread;  // short enough to be exact when denormal
-  const double rest = (s - upper) + ((l - s) + h);
-  *py = upper * down + rest * down;
-  return QEM_STATUS_UNDERFLOW;
+  *py = scaled_sum(t.first, z, m);
+  const bool normal = x >= -0x1.6232BDD7ABCD2p9;  // -708.396
+  return normal ? QEM_STATUS_OK : QEM_STATUS_UNDERFLOW;
 }
 
 template <Level level>

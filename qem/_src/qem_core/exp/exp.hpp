@@ -53,5 +53,22 @@ V exp_lane(V x) {
 /// 2^p, for p of the exponents of normal doubles.
 inline double power_of_two(int p) { return from_bits(static_cast<uint64_t>(p + 1023) << 52); }
 
+/// (hi + lo) 2^m, rounded once also where it is denormal: hi from 1 to 2, lo below 2^-6, m from
+/// -1082 to 1025.
+inline double scaled_sum(double hi, double lo, int m) {
+  const double y = lo + hi;
+  if (m > 1023) return y * power_of_two(1023) * power_of_two(m - 1023);
+  if (m > -1022 || (m == -1022 && y >= 1)) return y * power_of_two(m);
+  // Computed 2^60 too large, then brought down so that only the last step rounds.
+  constexpr double down = 0x1p-60;
+  const double scale = power_of_two(m + 60);
+  const double h = lo * scale, l = hi * scale, s = h + l;
+  if (m <= -1033) return s * down;  // few bits remain: rounding s does no harm
+  const double spread = s * 0x1.8p32;
+  const double upper = (s + spread) - spread;  // short enough to be exact when denormal
+  const double rest = (s - upper) + ((l - s) + h);
+  return upper * down + rest * down;
+}
+
 }  // namespace ORV_TAG
 }  // namespace orv

@@ -54,6 +54,22 @@ class Indices {
   Words<V> words_;
 };
 
+/// Twice an index in the low word of each lane: an address without a further shift.
+template <class V>
+class TwiceIndices {
+ public:
+  explicit TwiceIndices(V v) : words_(v) {}
+
+  template <class Entry>
+  const Entry* entry(const Entry* table, int lane) const {
+    const size_t offset = words_.word[lane * (sizeof(Lane<V>) / 4)] * (sizeof(Entry) / 2);
+    return reinterpret_cast<const Entry*>(reinterpret_cast<const char*>(table) + offset);
+  }
+
+ private:
+  Words<V> words_;
+};
+
 /// An index in the high word of each lane of double: its bits from `shift` up.
 template <class V, int shift>
 class IndicesInHighWord {

@@ -570,6 +570,14 @@ inline int high_word_outside(__m128d x, uint32_t low, uint32_t high) {
 inline int high_word_outside(__m128 x, uint32_t low, uint32_t high) {
   return mask_of(_mm_castsi128_ps(outside_words(bits_of(x), low, high)));
 }
+inline __m128d not_positive_normal_lanes(__m128d x) {
+  return as_vector<__m128d>(outside_words(bits_of(x), 0x00100000, 0x7FEFFFFF));
+}
+inline __m128d high_word_from(__m128d x, uint32_t bound) {
+  const __m128i absolute = _mm_and_si128(bits_of(x), _mm_set1_epi32(0x7FFFFFFF));
+  const __m128i before = _mm_set1_epi32(static_cast<int32_t>(bound - 1));
+  return as_vector<__m128d>(_mm_cmpgt_epi32(absolute, before));
+}
 #ifdef __AVX__
 inline int high_word_above(__m256d x, uint32_t limit) {
   const __m256d bound = splat<__m256d>(from_bits(static_cast<uint64_t>(limit + 1) << 32));
@@ -577,6 +585,17 @@ inline int high_word_above(__m256d x, uint32_t limit) {
 }
 inline int high_word_above(__m256 x, uint32_t limit) {
   return mask_of(compare<_CMP_NLE_UQ>(and_bits(x, 0x7FFFFFFFu), splat<__m256>(from_bits(limit))));
+}
+
+/// All bits set in the lanes that are not positive normal numbers.
+inline __m256d not_positive_normal_lanes(__m256d x) {
+  return either(compare<_CMP_NGE_UQ>(x, splat<__m256d>(0x1p-1022)),
+                equal(x, splat<__m256d>(__builtin_inf())));
+}
+/// All bits set in the lanes whose absolute value has a high word from `bound` on, NaN included.
+inline __m256d high_word_from(__m256d x, uint32_t bound) {
+  const double least = from_bits(uint64_t{bound} << 32);
+  return compare<_CMP_NLT_UQ>(and_bits(x, ~0ull >> 1), splat<__m256d>(least));
 }
 
 /// Lanes that are not in [low, high], NaN included.

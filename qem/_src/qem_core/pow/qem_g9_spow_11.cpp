@@ -1,0 +1,5 @@
+#include "spow.hpp"
+
+void orv_qem_kernel_sPow_G9EPnnn(int32_t n, const float* a, const float* b, float* r) {
+  orv::guarded(orv::SPow<orv::Level::EP>{}, n, a, b, r);
+}

@@ -1,0 +1,5 @@
+#include "dpow.hpp"
+
+void orv_qem_kernel_dPow_N8EPnnn(int32_t n, const double* a, const double* b, double* r) {
+  orv::guarded(orv::DPow<orv::Level::EP>{}, n, a, b, r);
+}

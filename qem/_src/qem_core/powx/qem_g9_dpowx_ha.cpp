@@ -1,0 +1,7 @@
+#include "powx.hpp"
+
+#include "../pow/dpow.hpp"
+
+void orv_qem_kernel_dPowx_G9HAynn(int32_t n, const double* a, double b, double* r) {
+  orv::powx<orv::Level::HA, orv::DPow>(n, a, b, r);
+}
