@@ -25,7 +25,10 @@ void angle_inputs(Inputs<R>& in) {
     in.linear(0.1, -10000, 10000);
     in.seams(0.2, pi / 4, -10000, 10000);
     // Lanes end; next to multiples of pi/2.
-    for (const double x : {0x1p20, 10000.0, 252.898206, 2238.384766, 0x1.8b6e58p125}) in.at(x, 16);
+    for (const double x :
+         {0x1p20, 10000.0, 252.898206, 2238.384766, 0x1.a3b278p12, 0x1.8b6e58p125}) {
+      in.at(x, 16);
+    }
   }
   for (const double x : {0x1.6AC5B262CA1FFp849, 0x1.DF77E73A0A3C5p+417, 0x1.921FB54442D18p+100,
                          0x1.2D97C7F3321D2p+2, 22.0, 355.0, 1e22}) {

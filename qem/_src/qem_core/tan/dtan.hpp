@@ -13,7 +13,7 @@ inline namespace ORV_TAG {
 /// LA and EP, with a polynomial for (tan(r)/r - 1)/r^2.
 template <class V, class C>
 V tangent_of_angle(const ReducedAngle<V>& angle, const C& polynomial) {
-  const V r = angle.r, v = r * r, t = r * (1.0 + v * horner(polynomial, v));
+  const V r = angle.r, v = r * r, t = r + r * v * horner(polynomial, v);
   V sine, cosine;
   lookup(vdsincos_pairs, Indices<V>(and_bits(angle.k, vdsincos_turn - 1)), sine, cosine);
   return (sine + cosine * t) / (cosine - sine * t);
