@@ -473,7 +473,7 @@ ORV_API void _qemsSub_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sSub_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
 /** sTan: tangent, of any finite argument; float.
- *  Largest error: LA 0.554, HA 0.554, EP 924 ulp.
+ *  Largest error: LA 2.08, HA 0.554, EP 924 ulp.
  *  Status codes: 1 infinite argument. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sTan_ttab[3];
 extern ORV_API const float orv_qem_kernel_sTan_ctab[3];

@@ -80,6 +80,7 @@ def vssincos_polynomials():
         fit("float", "vssincos_la_cosine", "cos(x)", [2, 4, 6, 8], radians, "1"),
         fit("float", "vssincos_ep_sine", "sin(x)", [3, 5], radians, "x"),
         fit("float", "vssincos_ep_cosine", "cos(x)", [2, 4], radians, "1"),
+        fit("float", "vstan_la", "tan(x)", [3, 5, 7, 9, 11, 13], radians, "x"),
     ], include="../../../simd/vectors.hpp")
 
 

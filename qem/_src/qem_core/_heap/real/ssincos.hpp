@@ -93,26 +93,41 @@ Quarter<V> quarter_in_doubles(V k, V f) {
   return {k, f * horner(vssincos_sine, v), 1.0 + v * horner(vssincos_cosine, v)};
 }
 
+/// An angle in radians: its quarter turns, in the low bits of k, and r, the rest and its excess.
+template <class V>
+struct Rest {
+  V k, r, excess;
+};
+
+/// Any float that is not rare at LA and EP, which does without the excess. A zero keeps its sign,
+/// and the excess of it is +0.
+template <Level level, class V>
+Rest<V> rest_of(V x) {
+  using D = vssincos_data<level>;
+  constexpr float shifter = Format<float>::shifter;
+  const V k = x * D::per_quarter + shifter, n = k - shifter;
+  const V u = (x - n * D::P1) - n * D::P2, r = u - n * D::P3;
+  if constexpr (level == Level::EP) {
+    return {k, r, V{}};
+  } else {
+    return {k, r, (n * D::P3 - (u - r)) + n * D::P4};
+  }
+}
+
 /// Any x that is not rare. A zero keeps its sign: sums in which it meets a zero of the other sign
 /// are avoided.
 template <Level level, class V>
 Quarter<V> quarter_of(V x) {
   using D = vssincos_data<level>;
-  constexpr auto shifter = Format<Lane<V>>::shifter;
   if constexpr (level == Level::HA) {
+    constexpr double shifter = Format<double>::shifter;
     const V quarters = x * D::per_quarter_hi, k = quarters + shifter, n = k - shifter;
     return quarter_in_doubles(k, (quarters - n) + x * D::per_quarter_lo);
   } else {
-    const V k = x * D::per_quarter + shifter, n = k - shifter;
-    const V u = (x - n * D::P1) - n * D::P2, r = u - n * D::P3;
-    const V v = r * r, sine = r * (1.0f + v * horner(D::sine, v));
+    const Rest<V> x0 = rest_of<level>(x);
+    const V v = x0.r * x0.r, sine = x0.r * (1.0f + v * horner(D::sine, v));
     const V cosine = 1.0f + v * horner(D::cosine, v);
-    if constexpr (level == Level::EP) {
-      return {k, sine, cosine};
-    } else {
-      const V excess = (n * D::P3 - (u - r)) + n * D::P4;  // of r over what is left
-      return {k, sine - excess, cosine};
-    }
+    return {x0.k, level == Level::EP ? sine : sine - x0.excess, cosine};
   }
 }
 

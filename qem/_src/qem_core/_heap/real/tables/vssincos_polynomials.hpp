@@ -56,5 +56,16 @@ inline constexpr float vssincos_ep_cosine[] = {
     0x1.4b6a4a0000000p-5f,
 };
 
+// tan(x) = x + vstan_la[0] x^3 + vstan_la[1] x^5 + vstan_la[2] x^7 + vstan_la[3] x^9 + vstan_la[4] x^11 + vstan_la[5] x^13,
+// x from 1b-20 to 0.7862: relative error 2^-25.7
+inline constexpr float vstan_la[] = {
+    0x1.5554de0000000p-2f,
+    0x1.112df60000000p-3f,
+    0x1.b582a80000000p-5f,
+    0x1.9088960000000p-6f,
+    0x1.9540d40000000p-9f,
+    0x1.341c8c0000000p-7f,
+};
+
 }  // namespace ORV_TAG
 }  // namespace orv
