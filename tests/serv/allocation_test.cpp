@@ -79,10 +79,11 @@ TEST(Allocation, KernelsAllocateNothing) {
   orv_qem_kernel_SetErrStatus(0);
   for (const Kernel& kernel : all_slots()) {
     alignas(16) char a[50 * 16], r[2][50 * 16];
-    const double scalars[4] = {1, 2, 3, 4};
     for (char& byte : a) byte = 0x7F;  // NaN in every type
+    orv_call::Arguments arguments = usual_arguments(kernel, 50);
+    for (int j = 0; j < 2; ++j) arguments.inputs[j] = a, arguments.results[j] = r[j];
     watch_allocations();
-    kernel.call({.n = 50, .inputs = {a, a}, .results = {r[0], r[1]}, .scalars = scalars});
+    kernel.call(arguments);
     EXPECT_EQ(seen_allocations().asked, 0) << kernel.name();
   }
 }
