@@ -15,6 +15,11 @@ double binary_log(double x) {
   return exponent + 2 * 0x1.71547652B82FEp0 * s * sum;
 }
 
+/// x, and the logarithm of x^y. In braces their random numbers are drawn from left to right.
+struct Power {
+  double x, w;
+};
+
 /// Pairs with a given logarithm of the result.
 template <class R>
 class Powers {
@@ -22,9 +27,9 @@ class Powers {
   explicit Powers(Inputs<R>& in) : in_(in) {}
 
   /// x with y such that x^y = 2^w.
-  void add(double x, double w) {
-    const R base = static_cast<R>(x);
-    in_.pairs.push_back({base, static_cast<R>(w / binary_log(base))});
+  void add(const Power& power) {
+    const R base = static_cast<R>(power.x);
+    in_.pairs.push_back({base, static_cast<R>(power.w / binary_log(base))});
   }
   /// Over the whole range of results, and beyond.
   double any_log() { return 1.06 * lowest * (2 * in_.random.unit() - 1); }
@@ -35,7 +40,8 @@ class Powers {
   /// 1 +- 2^-k, k up to what 1 still feels.
   double near_one() {
     const double d = power(-1 - static_cast<int>(in_.random.below(digits - 1)));
-    return 1 + d * (1 + in_.random.unit()) * (in_.random.below(2) ? 1 : -0.5);
+    const double distance = d * (1 + in_.random.unit());
+    return 1 + distance * (in_.random.below(2) ? 1 : -0.5);
   }
   double power(int exponent) const { return std::ldexp(1.0, exponent); }
 
@@ -55,10 +61,9 @@ void table_seams(Inputs<R>& in, Powers<R>& powers, int rows) {
     near.values.clear();
     near.seam(at, 2);
     for (const R x : near.values) {
-      powers.add(x, powers.any_log());
-      powers.add(
-          static_cast<double>(x) * powers.power(static_cast<int>(in.random.below(200)) - 100),
-          powers.any_log());
+      const double scale = powers.power(static_cast<int>(in.random.below(200)) - 100);
+      powers.add({x, powers.any_log()});
+      powers.add({x * scale, powers.any_log()});
     }
   }
 }
@@ -72,14 +77,15 @@ void result_seams(Inputs<R>& in, Powers<R>& powers) {
        {normal, normal + 1, top, powers.lowest, powers.lowest + 1, normal - 10, 1021.99963,
         -1021.99963, 126.0, -126.0, 125.9, 0x1p11, 0x1p-61, 0x1p-24, 0x1p-53, 1.0, -1.0}) {
     for (int i = 0; i < 300; ++i) {
-      const double off = powers.power(-static_cast<int>(in.random.below(30))) * in.random.unit();
-      powers.add(i % 2 ? powers.any_base() : powers.near_one(), w * (1 + (i % 3 - 1) * off));
+      const double size = powers.power(-static_cast<int>(in.random.below(30)));
+      const double off = size * in.random.unit();
+      powers.add({i % 2 ? powers.any_base() : powers.near_one(), w * (1 + (i % 3 - 1) * off)});
     }
   }
   for (int i = 0; i < in.amount(0.05); ++i) {
     const double steps = static_cast<double>(in.random.below(4096)) - 2048;
     const double off = powers.power(-20 - static_cast<int>(in.random.below(20)));
-    powers.add(powers.any_base(), (steps + 0.5) / 128 + (i % 3 - 1) * off);
+    powers.add({powers.any_base(), (steps + 0.5) / 128 + (i % 3 - 1) * off});
   }
 }
 
@@ -107,22 +113,21 @@ void pow_inputs(Inputs<R>& in) {
   arithmetic_inputs(in);
   Powers<R> powers(in);
   for (int i = 0; i < in.amount(0.3); ++i) {
-    powers.add(powers.any_base(), powers.any_log());
-    powers.add(powers.near_one(), powers.any_log());
-    powers.add(0.7 + 0.8 * in.random.unit(), powers.any_log());
-    powers.add(std::numeric_limits<R>::min() * in.random.unit(), powers.any_log());  // denormal x
+    powers.add({powers.any_base(), powers.any_log()});
+    powers.add({powers.near_one(), powers.any_log()});
+    powers.add({0.7 + 0.8 * in.random.unit(), powers.any_log()});
+    powers.add({std::numeric_limits<R>::min() * in.random.unit(), powers.any_log()});  // denormal x
   }
   for (int i = 0; i < in.amount(0.1); ++i) {  // denormal results
-    powers.add(powers.any_base(), powers.lowest * (1 - 0.05 * in.random.unit()));
-    powers.add(powers.near_one(), powers.lowest * (1 - 0.05 * in.random.unit()));
+    powers.add({powers.any_base(), powers.lowest * (1 - 0.05 * in.random.unit())});
+    powers.add({powers.near_one(), powers.lowest * (1 - 0.05 * in.random.unit())});
   }
   for (const int rows : {32, 256, 1024}) table_seams(in, powers, rows);
   result_seams(in, powers);
   whole_exponents(in);
 }
 
-// ---- One exponent for all
-// ------------------------------------------------------------------------
+// ---- One exponent for all ---------------------------------------------------------------------
 
 struct Root {
   double exponent;

@@ -2,8 +2,6 @@
 // are more accurate and know roots of negative numbers; all others go the way of Pow.
 #pragma once
 
-#include <string_view>
-
 #include "../frame/elementwise.hpp"
 #include "../frame/function_name.hpp"
 #include "../frame/guarded.hpp"
@@ -12,52 +10,36 @@
 namespace orv {
 inline namespace ORV_TAG {
 
-/// r[i] = f(a[i])
+/// That of the two kernel tables which is of type T.
 template <class T>
-using UnaryKernel = void (*)(int32_t n, const T* a, T* r);
-
-/// The kernel table of a function, null while it is not built.
-consteval const void* kernel_table(char type, std::string_view function) {
-  struct Row {
-    char type;
-    std::string_view function;
-    const void* kernels;
-  };
-  constexpr Row rows[] = {
-#define ORV_READY(t, F, ...) {#t[0], #F, orv_qem_kernel_##t##F##_ttab},
-#define ORV_PLANNED(...)
-#include "qem/_bt_gen_ia32/functions.def"
-#undef ORV_READY
-#undef ORV_PLANNED
-  };
-  for (const Row& row : rows) {
-    if (row.type == type && row.function == function) return row.kernels;
+constexpr auto of_type(const auto* s, const auto* d) {
+  if constexpr (sizeof(T) == sizeof(float)) {
+    return s;
+  } else {
+    return d;
   }
-  return nullptr;
 }
 
 /// The kernel for x^b if b is an exponent with a function of its own.
 template <Level level, class T>
-UnaryKernel<T> kernel_of_exponent(T b) {
-  struct Row {
+auto kernel_of_exponent(T b) {
+  using Table = decltype(of_type<T>(orv_qem_kernel_sInv_ttab, orv_qem_kernel_dInv_ttab));
+  const struct {
     T exponent;
-    const void* kernels;
+    Table kernels;
+  } rows[] = {
+      {-1, of_type<T>(orv_qem_kernel_sInv_ttab, orv_qem_kernel_dInv_ttab)},
+      {T{0.5}, of_type<T>(orv_qem_kernel_sSqrt_ttab, orv_qem_kernel_dSqrt_ttab)},
+      {T{-0.5}, of_type<T>(orv_qem_kernel_sInvSqrt_ttab, orv_qem_kernel_dInvSqrt_ttab)},
+      {T{1} / 3, of_type<T>(orv_qem_kernel_sCbrt_ttab, orv_qem_kernel_dCbrt_ttab)},
+      {T{-1} / 3, of_type<T>(orv_qem_kernel_sInvCbrt_ttab, orv_qem_kernel_dInvCbrt_ttab)},
+      {T{2} / 3, of_type<T>(orv_qem_kernel_sPow2o3_ttab, orv_qem_kernel_dPow2o3_ttab)},
+      {T{1.5}, of_type<T>(orv_qem_kernel_sPow3o2_ttab, orv_qem_kernel_dPow3o2_ttab)},
   };
-  static constexpr char t = type_letter<T>;
-  static constexpr Row rows[] = {
-      {-1, kernel_table(t, "Inv")},
-      {T{0.5}, kernel_table(t, "Sqrt")},
-      {T{-0.5}, kernel_table(t, "InvSqrt")},
-      {T{1} / 3, kernel_table(t, "Cbrt")},
-      {T{-1} / 3, kernel_table(t, "InvCbrt")},
-      {T{2} / 3, kernel_table(t, "Pow2o3")},
-      {T{1.5}, kernel_table(t, "Pow3o2")},
-  };
-  for (const Row& row : rows) {
-    if (b != row.exponent || row.kernels == nullptr) continue;
-    return static_cast<const UnaryKernel<T>*>(row.kernels)[static_cast<int>(level)];
+  for (const auto& row : rows) {
+    if (b == row.exponent) return row.kernels[static_cast<int>(level)];
   }
-  return nullptr;
+  return decltype(+rows[0].kernels[0]){};
 }
 
 template <class Element>

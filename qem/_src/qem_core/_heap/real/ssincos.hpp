@@ -40,12 +40,14 @@ struct vssincos_float_data {
 template <>
 struct vssincos_data<Level::LA> : vssincos_float_data {
   static constexpr float P3 = 0x1.444p-24f, P4 = 0x1.68C234p-39f;
-  static constexpr const auto &sine = vssincos_la_sine, &cosine = vssincos_la_cosine;
+  static constexpr const auto& sine = vssincos_la_sine;
+  static constexpr const auto& cosine = vssincos_la_cosine;
 };
 template <>
 struct vssincos_data<Level::EP> : vssincos_float_data {
   static constexpr float P3 = 0x1.4442D2p-24f;
-  static constexpr const auto &sine = vssincos_ep_sine, &cosine = vssincos_ep_cosine;
+  static constexpr const auto& sine = vssincos_ep_sine;
+  static constexpr const auto& cosine = vssincos_ep_cosine;
 };
 
 /// An angle: its quarter turns, in the low bits of k, sine and cosine of what is left.
