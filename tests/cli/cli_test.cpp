@@ -47,6 +47,10 @@ TEST(Math, ComputesOfEveryFormOfInput) {
        "1\n-0.3333333333333333\n"},
       {"sLinearFrac --shifta 0.1", "x\n0\n", "0.1\n"},
       {"LinearFrac", "x\n7\n", "7\n"},
+      {"Powx --arg 2.5", "4", "32\n"},
+      {"sPowx --arg -0.5", "4 0.25", "0.5\n2\n"},
+      {"SinCos", "0 -0", "0,1\n-0,1\n"},
+      {"Hypot --column a --second b", "a,b\n3,4\n", "5\n"},
   };
   for (const auto& c : cases) {
     const Outcome run = orv("math " + std::string(c.arguments), c.input);
