@@ -39,6 +39,25 @@ function(orv_kernel_unit type name kernel out_unit out_tag)
   set(${out_tag} ${tag} PARENT_SCOPE)
 endfunction()
 
+# Gives a kernel's unit the kernel's declaration, and no other function's: a change of the function list
+# rebuilds only what it concerns.
+function(orv_declare_kernel unit type shape kernel)
+  set(element_s float)
+  set(element_d double)
+  set(element_c QemComplexFloat)
+  set(element_z QemComplexDouble)
+  set(part_s float)
+  set(part_d double)
+  set(part_c float)
+  set(part_z double)
+  set(header ${CMAKE_CURRENT_BINARY_DIR}/kernels/${kernel}.h)
+  file(CONFIGURE OUTPUT ${header} @ONLY CONTENT "#include <orv/qem.h>
+#include <qem/_bt_gen_ia32/shapes.def>
+extern \"C\" ORV_API void ${kernel}(ORV_KERNEL_${shape}(${element_${type}}, ${part_${type}}));
+")
+  set_property(SOURCE ${unit} APPEND PROPERTY COMPILE_OPTIONS -include ${header})
+endfunction()
+
 # Sets ORV_KERNEL_UNITS and ORV_EXPORTS in the caller, and the flags of each unit.
 function(orv_read_functions source_dir)
   set(units)
@@ -49,6 +68,7 @@ function(orv_read_functions source_dir)
     string(REPLACE "," ";" cells "${row}")
     list(GET cells 0 type)
     list(GET cells 1 name)
+    list(GET cells 2 shape)
     list(SUBLIST cells 3 3 kernels)
     list(REMOVE_DUPLICATES kernels)
     set(f ${type}${name})
@@ -64,6 +84,7 @@ function(orv_read_functions source_dir)
       set(unit ${source_dir}/${unit})
       list(APPEND units ${unit})
       orv_compile_for_tag(${unit} ${tag})
+      orv_declare_kernel(${unit} ${type} ${shape} orv_qem_kernel_${f}_${kernel})
     endforeach()
   endforeach()
   set(ORV_KERNEL_UNITS ${units} PARENT_SCOPE)

@@ -212,6 +212,8 @@ extern ORV_API const double orv_qem_core_expl_table_256[257][2];
 }
 #endif
 
+#ifndef ORV_QEM_WITHOUT_FUNCTIONS  // as the library's own units are compiled
 #include <orv/qem_functions.h>
+#endif
 
 #endif

@@ -1,5 +1,6 @@
 // The four entry stubs of every function that is ready: each calls through one slot of the table.
 #include <orv/qem.h>
+#include <orv/qem_functions.h>
 
 #include "shapes.def"
 

@@ -1,5 +1,6 @@
 // The kernel table and the cost table of every function that is ready.
 #include <orv/qem.h>
+#include <orv/qem_functions.h>
 
 #define ORV_READY(t, F, shape, la, ha, ep, cost_la, cost_ha, cost_ep, ...)                       \
   const Qem##shape##_##t orv_qem_kernel_##t##F##_ttab[3] = {                                     \

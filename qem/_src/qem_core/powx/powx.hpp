@@ -2,6 +2,8 @@
 // are more accurate and know roots of negative numbers; all others go the way of Pow.
 #pragma once
 
+#include <orv/qem_functions.h>
+
 #include "../frame/elementwise.hpp"
 #include "../frame/function_name.hpp"
 #include "../frame/guarded.hpp"
