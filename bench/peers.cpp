@@ -13,6 +13,7 @@
 #define DECLARE_LIBMVEC(name)                  \
   extern "C" __m256d _ZGVcN4v_##name(__m256d); \
   extern "C" __m256 _ZGVcN8v_##name##f(__m256);
+DECLARE_LIBMVEC(atan)
 DECLARE_LIBMVEC(cbrt)
 DECLARE_LIBMVEC(exp)
 DECLARE_LIBMVEC(expm1)
@@ -22,6 +23,8 @@ DECLARE_LIBMVEC(log1p)
 DECLARE_LIBMVEC(sin)
 DECLARE_LIBMVEC(cos)
 DECLARE_LIBMVEC(tan)
+extern "C" __m256d _ZGVcN4vv_atan2(__m256d, __m256d);
+extern "C" __m256 _ZGVcN8vv_atan2f(__m256, __m256);
 extern "C" __m256d _ZGVcN4vv_pow(__m256d, __m256d);
 extern "C" __m256 _ZGVcN8vv_powf(__m256, __m256);
 #endif
@@ -341,22 +344,34 @@ std::vector<Function> arithmetic(char real, char complex) {
 const std::vector<Range> large_angles_s = {{-100, 100}, {1e5, 2e5}, {1e9, 2e9}, {1e30, 2e30}};
 const std::vector<Range> large_angles_d = {{-100, 100}, {1e5, 2e5}, {1e9, 2e9}, {1e300, 2e300}};
 #ifdef __x86_64__
-#define LIBMVEC_POWER(T, V, f, B) , {"libmvec", orv_call::of(vectors_of_two<T, V, f, B>)}
+#define LIBMVEC_OF_TWO(T, V, f, B) , {"libmvec", orv_call::of(vectors_of_two<T, V, f, B>)}
 #else
-#define LIBMVEC_POWER(T, V, f, B)
+#define LIBMVEC_OF_TWO(T, V, f, B)
 #endif
 // By the type of the second operand: a vector, or one number for all.
 #define POWER_PEERS_d(B)                                                               \
   {"libm", orv_call::of(scalar_of_two<double, pow, B>)},                               \
   {"sleef_u10", orv_call::of(vectors_of_two<double, __m256d, Sleef_powd4_u10avx, B>)} \
-  LIBMVEC_POWER(double, __m256d, _ZGVcN4vv_pow, B)
+  LIBMVEC_OF_TWO(double, __m256d, _ZGVcN4vv_pow, B)
 #define POWER_PEERS_s(B)                                                               \
   {"libm", orv_call::of(scalar_of_two<float, powf, B>)},                               \
   {"sleef_u10", orv_call::of(vectors_of_two<float, __m256, Sleef_powf8_u10avx, B>)}   \
-  LIBMVEC_POWER(float, __m256, _ZGVcN8vv_powf, B)
+  LIBMVEC_OF_TWO(float, __m256, _ZGVcN8vv_powf, B)
+#define ATAN2_PEERS_d                                                                         \
+  {"libm", orv_call::of(scalar_of_two<double, atan2>)},                                       \
+  {"sleef_u10", orv_call::of(vectors_of_two<double, __m256d, Sleef_atan2d4_u10avx>)},         \
+  {"sleef_u35", orv_call::of(vectors_of_two<double, __m256d, Sleef_atan2d4_u35avx>)}          \
+  LIBMVEC_OF_TWO(double, __m256d, _ZGVcN4vv_atan2, const double*)
+#define ATAN2_PEERS_s                                                                         \
+  {"libm", orv_call::of(scalar_of_two<float, atan2f>)},                                       \
+  {"sleef_u10", orv_call::of(vectors_of_two<float, __m256, Sleef_atan2f8_u10avx>)},           \
+  {"sleef_u35", orv_call::of(vectors_of_two<float, __m256, Sleef_atan2f8_u35avx>)}            \
+  LIBMVEC_OF_TWO(float, __m256, _ZGVcN8vv_atan2f, const float*)
 
 const Function transcendental[] = {
 #define FUNCTIONS(t)                                                                                             \
+  {#t[0], "Atan", -10, 10, {PEERS(t, atan), SLEEF_##t(atan, u35)}},                                              \
+  {#t[0], "Atan2", -10, 10, {ATAN2_PEERS_##t}},                                                                  \
   {#t[0], "Cbrt", -1000, 1000, {PEERS(t, cbrt), SLEEF_##t(cbrt, u35)}},                                          \
   {#t[0], "Cos", -10, 10, {PEERS(t, cos), SLEEF_##t(cos, u35)}, large_angles_##t},                               \
   {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                                                                      \

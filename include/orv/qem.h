@@ -207,6 +207,8 @@ extern ORV_API const double orv_qem_core_log_table_256[256][2];
 extern ORV_API const double orv_qem_core_logl_table_256[256][2];
 /** High, then low part of 2^((j - 128)/256). */
 extern ORV_API const double orv_qem_core_expl_table_256[257][2];
+/** High, then low part of the arctangent of j/128, j from 0 to 512. */
+extern ORV_API const double orv_qem_core_atanl_table_128[513][2];
 
 #ifdef __cplusplus
 }

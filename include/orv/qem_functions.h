@@ -100,6 +100,32 @@ ORV_API void _qemsAdd(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsAdd_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAdd_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
+/** sAtan: arctangent; float.
+ *  Largest error: LA 2.14, HA 0.556, EP 297 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sAtan_ttab[3];
+extern ORV_API const float orv_qem_kernel_sAtan_ctab[3];
+ORV_API void _qemsAtan_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsAtan_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsAtan(int32_t n, const float* a, float* r);
+ORV_API void _qemsAtan_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAtan_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAtan_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAtan_G9EPnnn(int32_t n, const float* a, float* r);
+
+/** sAtan2: angle of the point (b, a), from -pi to pi, by the signs of zeros as well; float.
+ *  Largest error: LA 2.14, HA 0.55, EP 298 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemBinary_s orv_qem_kernel_sAtan2_ttab[3];
+extern ORV_API const float orv_qem_kernel_sAtan2_ctab[3];
+ORV_API void _qemsAtan2_21(int32_t n, const float* a, const float* b, float* r);
+ORV_API void _qemsAtan2_HA(int32_t n, const float* a, const float* b, float* r);
+ORV_API void _qemsAtan2(int32_t n, const float* a, const float* b, float* r);
+ORV_API void _qemsAtan2_11(int32_t n, const float* a, const float* b, float* r);
+ORV_API void orv_qem_kernel_sAtan2_G9LAynn(int32_t n, const float* a, const float* b, float* r);
+ORV_API void orv_qem_kernel_sAtan2_G9HAynn(int32_t n, const float* a, const float* b, float* r);
+ORV_API void orv_qem_kernel_sAtan2_G9EPnnn(int32_t n, const float* a, const float* b, float* r);
+
 /** sCbrt: cube root, with the sign of x; float.
  *  Largest error: LA 1.01, HA 0.517, EP 355 ulp.
  *  Status codes: none. */
@@ -544,6 +570,32 @@ ORV_API void _qemdAdd_HA(int32_t n, const double* a, const double* b, double* r)
 ORV_API void _qemdAdd(int32_t n, const double* a, const double* b, double* r);
 ORV_API void _qemdAdd_26(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dAdd_G9HAynn(int32_t n, const double* a, const double* b, double* r);
+
+/** dAtan: arctangent; double.
+ *  Largest error: LA 1.46, HA 0.543, EP 1.76e+08 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dAtan_ttab[3];
+extern ORV_API const float orv_qem_kernel_dAtan_ctab[3];
+ORV_API void _qemdAtan_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdAtan_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdAtan(int32_t n, const double* a, double* r);
+ORV_API void _qemdAtan_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAtan_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAtan_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAtan_G9EPnnn(int32_t n, const double* a, double* r);
+
+/** dAtan2: angle of the point (b, a), from -pi to pi, by the signs of zeros as well; double.
+ *  Largest error: LA 2.34, HA 0.541, EP 1.76e+08 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemBinary_d orv_qem_kernel_dAtan2_ttab[3];
+extern ORV_API const float orv_qem_kernel_dAtan2_ctab[3];
+ORV_API void _qemdAtan2_50(int32_t n, const double* a, const double* b, double* r);
+ORV_API void _qemdAtan2_HA(int32_t n, const double* a, const double* b, double* r);
+ORV_API void _qemdAtan2(int32_t n, const double* a, const double* b, double* r);
+ORV_API void _qemdAtan2_26(int32_t n, const double* a, const double* b, double* r);
+ORV_API void orv_qem_kernel_dAtan2_G9LAynn(int32_t n, const double* a, const double* b, double* r);
+ORV_API void orv_qem_kernel_dAtan2_G9HAynn(int32_t n, const double* a, const double* b, double* r);
+ORV_API void orv_qem_kernel_dAtan2_G9EPnnn(int32_t n, const double* a, const double* b, double* r);
 
 /** dCbrt: cube root, with the sign of x; double.
  *  Largest error: LA 1.54, HA 0.515, EP 1.54 ulp.

@@ -12,14 +12,28 @@ namespace {
 struct Domain {
   const char *types, *function;
   double low, high;
+  double smallest = 0;  // magnitude, where cubes or quotients underflow
 };
 constexpr Domain domains[] = {
-    {"d", "Exp", -690, 690},     {"s", "Exp", -86, 86},          {"d", "Expm1", -700, 700},
-    {"s", "Expm1", -86, 86},     {"sd", "Ln", 0, 1e30},          {"sd", "Log10", 0, 1e30},
-    {"sd", "Log1p", -0.9, 1e30}, {"sdcz", "CIS", -60000, 60000}, {"sd", "Sqrt", 0, 1e30},
-    {"s", "Cos", -10000, 10000}, {"s", "Sin", -10000, 10000},    {"s", "SinCos", -10000, 10000},
-    {"s", "Tan", -10000, 10000}, {"sd", "InvSqrt", 0, 1e30},     {"sd", "Pow3o2", 0, 1e20},
-    {"sd", "Pow", 0.5, 20},      {"sd", "Powx", 0, 1e30},
+    {"d", "Exp", -690, 690},
+    {"s", "Exp", -86, 86},
+    {"d", "Expm1", -700, 700},
+    {"s", "Expm1", -86, 86},
+    {"sd", "Ln", 0, 1e30},
+    {"sd", "Log10", 0, 1e30},
+    {"sd", "Log1p", -0.9, 1e30},
+    {"sdcz", "CIS", -60000, 60000},
+    {"sd", "Sqrt", 0, 1e30},
+    {"s", "Cos", -10000, 10000},
+    {"s", "Sin", -10000, 10000},
+    {"s", "SinCos", -10000, 10000},
+    {"s", "Tan", -10000, 10000},
+    {"sd", "InvSqrt", 0, 1e30},
+    {"sd", "Pow3o2", 0, 1e20},
+    {"sd", "Pow", 0.5, 20},
+    {"sd", "Powx", 0, 1e30},
+    {"s", "Atan", -1e8, 1e8, 1e-12},
+    {"sd", "Atan2", -1000, 1000, 0.001},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -36,7 +50,8 @@ double draw(const Domain& domain, double tiny, std::mt19937& random) {
   if (domain.low > 0) return domain.low + (domain.high - domain.low) * uniform();
   const bool negative = domain.low < 0 && random() % 2 == 0;
   const double top = negative ? -domain.low : domain.high;
-  const double magnitude = tiny * pow(top / tiny, uniform());
+  const double smallest = domain.smallest > 0 ? domain.smallest : tiny;
+  const double magnitude = smallest * pow(top / smallest, uniform());
   return negative ? -magnitude : magnitude;
 }
 
@@ -78,6 +93,7 @@ std::vector<SpecialValue> unary_values(const std::string& function, T small, T e
 
 constexpr double inf = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double pi = 0x1.921FB54442D18p1;
 /// Stands for the type's largest number, and for its smallest denormal one.
 constexpr double largest = 1e300, tiny = 1e-300;
 
@@ -250,6 +266,41 @@ const Row rows[] = {
     {"Tan", {{tiny}, {}, 0, {tiny}}},
     {"Tan", {{-inf}, {}, 1, {nan}}},
     {"Tan", {{largest}, {}, 0, {}}},
+    {"Atan", {{-0.0}, {}, 0, {-0.0}}},
+    {"Atan", {{-tiny}, {}, 0, {-tiny}}},
+    {"Atan", {{1}, {}, 0, {pi / 4}}},
+    {"Atan", {{-largest}, {}, 0, {-pi / 2}}},
+    {"Atan", {{0x1p54}, {}, 0, {pi / 2}}},
+    {"Atan", {{inf}, {}, 0, {pi / 2}}},
+    {"Atan", {{-inf}, {}, 0, {-pi / 2}}},
+    {"Atan2", {{0}, {0}, 0, {0}}},
+    {"Atan2", {{-0.0}, {0}, 0, {-0.0}}},
+    {"Atan2", {{0}, {-0.0}, 0, {pi}}},
+    {"Atan2", {{-0.0}, {-0.0}, 0, {-pi}}},
+    {"Atan2", {{0}, {-1}, 0, {pi}}},
+    {"Atan2", {{-0.0}, {tiny}, 0, {-0.0}}},
+    {"Atan2", {{-0.0}, {-inf}, 0, {-pi}}},
+    {"Atan2", {{0}, {inf}, 0, {0}}},
+    {"Atan2", {{1}, {-0.0}, 0, {pi / 2}}},
+    {"Atan2", {{-tiny}, {0}, 0, {-pi / 2}}},
+    {"Atan2", {{-inf}, {0}, 0, {-pi / 2}}},
+    {"Atan2", {{inf}, {inf}, 0, {pi / 4}}},
+    {"Atan2", {{-inf}, {inf}, 0, {-pi / 4}}},
+    {"Atan2", {{inf}, {-inf}, 0, {3 * pi / 4}}},
+    {"Atan2", {{-inf}, {-inf}, 0, {-3 * pi / 4}}},
+    {"Atan2", {{1}, {inf}, 0, {0}}},
+    {"Atan2", {{-1}, {inf}, 0, {-0.0}}},
+    {"Atan2", {{1}, {-inf}, 0, {pi}}},
+    {"Atan2", {{-inf}, {-largest}, 0, {-pi / 2}}},
+    {"Atan2", {{tiny}, {1}, 0, {tiny}}},
+    {"Atan2", {{-tiny}, {largest}, 0, {-0.0}}},
+    {"Atan2", {{tiny}, {-largest}, 0, {pi}}},
+    {"Atan2", {{largest}, {-tiny}, 0, {pi / 2}}},
+    {"Atan2", {{tiny}, {-tiny}, 0, {3 * pi / 4}}},
+    {"Atan2", {{-largest}, {largest}, 0, {-pi / 4}}},
+    {"Atan2", {{nan}, {inf}, 0, {nan}}},
+    {"Atan2", {{0}, {nan}, 0, {nan}}},
+    {"Atan2", {{-inf}, {nan}, 0, {nan}}},
     {"Add", {{largest, 1}, {largest, -2}, 3, {inf, -1}}},
     {"Add", {{1, -largest}, {1, -largest}, 3, {2, -inf}}},
     {"Add", {{largest, 0}, {largest, 1}, 0, {inf, 1}}},  // a part of 0 is not reported

@@ -70,15 +70,18 @@ class TwiceIndices {
   Words<V> words_;
 };
 
-/// An index in the high word of each lane of double: its bits from `shift` up.
-template <class V, int shift>
+/// An index in the word of each lane that holds its exponent: that word's bits from `shift` up,
+/// counted from `first` on.
+template <class V, int shift, ptrdiff_t first = 0>
 class IndicesInHighWord {
  public:
   explicit IndicesInHighWord(V v) : words_(v) {}
 
   template <class Entry>
   const Entry* entry(const Entry* table, int lane) const {
-    return table + (words_.word[2 * lane + 1] >> shift);
+    constexpr int words = sizeof(Lane<V>) / 4;
+    const ptrdiff_t index = words_.word[words * lane + words - 1] >> shift;
+    return table + (index - first);
   }
 
  private:

@@ -1,0 +1,5 @@
+#include "atan.hpp"
+
+void orv_qem_kernel_dAtan_G9HAynn(int32_t n, const double* a, double* r) {
+  orv::guarded(orv::Atan<double, orv::Level::HA>{}, n, a, r);
+}

@@ -1,0 +1,5 @@
+#include "atan.hpp"
+
+void orv_qem_kernel_sAtan_G9HAynn(int32_t n, const float* a, float* r) {
+  orv::guarded(orv::Atan<float, orv::Level::HA>{}, n, a, r);
+}

@@ -1,0 +1,5 @@
+#include "atan2.hpp"
+
+void orv_qem_kernel_sAtan2_G9HAynn(int32_t n, const float* a, const float* b, float* r) {
+  orv::guarded(orv::Atan2<float, orv::Level::HA>{}, n, a, b, r);
+}
