@@ -329,6 +329,11 @@ inline __m256 or_bits(__m256 v, uint32_t mask) {
 }
 #endif
 
+template <class V>
+V absolute(V x) {
+  return and_bits(x, ~bits_of(-Lane<V>{0}));
+}
+
 /// Bits of a where the mask has them set, of b elsewhere; the mask covers whole lanes.
 inline __m128d select(__m128d mask, __m128d a, __m128d b) {
   return _mm_or_pd(_mm_and_pd(mask, a), _mm_andnot_pd(mask, b));
@@ -351,6 +356,9 @@ inline __m128d both(__m128d a, __m128d b) { return _mm_and_pd(a, b); }
 inline __m128 both(__m128 a, __m128 b) { return _mm_and_ps(a, b); }
 inline __m128d exclusive(__m128d a, __m128d b) { return _mm_xor_pd(a, b); }
 inline __m128 exclusive(__m128 a, __m128 b) { return _mm_xor_ps(a, b); }
+/// a without the bits of the mask
+inline __m128d without(__m128d mask, __m128d a) { return _mm_andnot_pd(mask, a); }
+inline __m128 without(__m128 mask, __m128 a) { return _mm_andnot_ps(mask, a); }
 #ifdef __AVX__
 inline __m256d either(__m256d a, __m256d b) { return _mm256_or_pd(a, b); }
 inline __m256 either(__m256 a, __m256 b) { return _mm256_or_ps(a, b); }
@@ -358,6 +366,8 @@ inline __m256d both(__m256d a, __m256d b) { return _mm256_and_pd(a, b); }
 inline __m256 both(__m256 a, __m256 b) { return _mm256_and_ps(a, b); }
 inline __m256d exclusive(__m256d a, __m256d b) { return _mm256_xor_pd(a, b); }
 inline __m256 exclusive(__m256 a, __m256 b) { return _mm256_xor_ps(a, b); }
+inline __m256d without(__m256d mask, __m256d a) { return _mm256_andnot_pd(mask, a); }
+inline __m256 without(__m256 mask, __m256 a) { return _mm256_andnot_ps(mask, a); }
 #endif
 
 // ---- Conversions -------------------------------------------------------------------------------
@@ -520,6 +530,16 @@ inline __m128d number_or_zero(__m128d x) { return _mm_and_pd(x, _mm_cmpord_pd(x,
 inline __m128 number_or_zero(__m128 x) { return _mm_and_ps(x, _mm_cmpord_ps(x, x)); }
 inline __m128d maximum(__m128d a, __m128d b) { return _mm_max_pd(a, b); }
 inline __m128 maximum(__m128 a, __m128 b) { return _mm_max_ps(a, b); }
+#ifdef __AVX__
+inline __m256d maximum(__m256d a, __m256d b) { return _mm256_max_pd(a, b); }
+inline __m256 maximum(__m256 a, __m256 b) { return _mm256_max_ps(a, b); }
+#endif
+inline __m128d minimum(__m128d a, __m128d b) { return _mm_min_pd(a, b); }
+inline __m128 minimum(__m128 a, __m128 b) { return _mm_min_ps(a, b); }
+#ifdef __AVX__
+inline __m256d minimum(__m256d a, __m256d b) { return _mm256_min_pd(a, b); }
+inline __m256 minimum(__m256 a, __m256 b) { return _mm256_min_ps(a, b); }
+#endif
 
 /// All bits set in the lanes where a > b; neither is NaN.
 inline __m128d greater(__m128d a, __m128d b) { return _mm_cmpgt_pd(a, b); }
