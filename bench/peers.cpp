@@ -15,6 +15,7 @@
   extern "C" __m256 _ZGVcN8v_##name##f(__m256);
 DECLARE_LIBMVEC(atan)
 DECLARE_LIBMVEC(cbrt)
+DECLARE_LIBMVEC(cosh)
 DECLARE_LIBMVEC(exp)
 DECLARE_LIBMVEC(expm1)
 DECLARE_LIBMVEC(log)
@@ -22,9 +23,11 @@ DECLARE_LIBMVEC(log10)
 DECLARE_LIBMVEC(log1p)
 DECLARE_LIBMVEC(sin)
 DECLARE_LIBMVEC(cos)
+DECLARE_LIBMVEC(sinh)
 DECLARE_LIBMVEC(tan)
 extern "C" __m256d _ZGVcN4vv_atan2(__m256d, __m256d);
 extern "C" __m256 _ZGVcN8vv_atan2f(__m256, __m256);
+DECLARE_LIBMVEC(tanh)
 extern "C" __m256d _ZGVcN4vv_pow(__m256d, __m256d);
 extern "C" __m256 _ZGVcN8vv_powf(__m256, __m256);
 #endif
@@ -374,6 +377,7 @@ const Function transcendental[] = {
   {#t[0], "Atan2", -10, 10, {ATAN2_PEERS_##t}},                                                                  \
   {#t[0], "Cbrt", -1000, 1000, {PEERS(t, cbrt), SLEEF_##t(cbrt, u35)}},                                          \
   {#t[0], "Cos", -10, 10, {PEERS(t, cos), SLEEF_##t(cos, u35)}, large_angles_##t},                               \
+  {#t[0], "Cosh", -10, 10, {PEERS(t, cosh), SLEEF_##t(cosh, u35)}},                                              \
   {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                                                                      \
   {#t[0], "Expm1", -5, 5, {PEERS(t, expm1)}},                                                                    \
   {#t[0], "Ln", 0.01, 100, {PEERS(t, log), SLEEF_##t(log, u35)}},                                                \
@@ -381,7 +385,9 @@ const Function transcendental[] = {
   {#t[0], "Log1p", -0.9, 10, {PEERS(t, log1p)}},                                                                 \
   {#t[0], "Sin", -10, 10, {PEERS(t, sin), SLEEF_##t(sin, u35)}, large_angles_##t},                               \
   {#t[0], "SinCos", -10, 10, {SINCOS_LOOP_##t, SLEEF_SINCOS_##t(u10), SLEEF_SINCOS_##t(u35)}, large_angles_##t}, \
-  {#t[0], "Tan", -10, 10, {PEERS(t, tan), SLEEF_##t(tan, u35)}, large_angles_##t},
+  {#t[0], "Sinh", -10, 10, {PEERS(t, sinh), SLEEF_##t(sinh, u35)}},                                              \
+  {#t[0], "Tan", -10, 10, {PEERS(t, tan), SLEEF_##t(tan, u35)}, large_angles_##t},                               \
+  {#t[0], "Tanh", -10, 10, {PEERS(t, tanh), SLEEF_##t(tanh, u35)}},
   FUNCTIONS(s) FUNCTIONS(d)
   {'s', "Pow", 0.01, 10, {POWER_PEERS_s(const float*)}},
   {'s', "Powx", 0.01, 10, {POWER_PEERS_s(float)}},

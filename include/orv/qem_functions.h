@@ -162,6 +162,19 @@ ORV_API void orv_qem_kernel_sCos_G9LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sCos_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sCos_G9EPnnn(int32_t n, const float* a, float* r);
 
+/** sCosh: hyperbolic cosine; float.
+ *  Largest error: LA 1.46, HA 0.501, EP 103 ulp.
+ *  Status codes: 3 overflow. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sCosh_ttab[3];
+extern ORV_API const float orv_qem_kernel_sCosh_ctab[3];
+ORV_API void _qemsCosh_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsCosh_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsCosh(int32_t n, const float* a, float* r);
+ORV_API void _qemsCosh_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCosh_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCosh_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCosh_G9EPnnn(int32_t n, const float* a, float* r);
+
 /** sDiv: quotient; float.
  *  Status codes: 2 zero divisor. */
 extern ORV_API const QemBinary_s orv_qem_kernel_sDiv_ttab[3];
@@ -466,6 +479,19 @@ ORV_API void orv_qem_kernel_sSinCos_G9LAynn(int32_t n, const float* a, float* r1
 ORV_API void orv_qem_kernel_sSinCos_G9HAynn(int32_t n, const float* a, float* r1, float* r2);
 ORV_API void orv_qem_kernel_sSinCos_G9EPnnn(int32_t n, const float* a, float* r1, float* r2);
 
+/** sSinh: hyperbolic sine, accurate near 0; float.
+ *  Largest error: LA 2.27, HA 0.501, EP 305 ulp.
+ *  Status codes: 3 overflow. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sSinh_ttab[3];
+extern ORV_API const float orv_qem_kernel_sSinh_ctab[3];
+ORV_API void _qemsSinh_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsSinh_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsSinh(int32_t n, const float* a, float* r);
+ORV_API void _qemsSinh_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sSinh_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sSinh_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sSinh_G9EPnnn(int32_t n, const float* a, float* r);
+
 /** sSqr: square; under overlap as if element by element, ascending; float.
  *  Status codes: none. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sSqr_ttab[3];
@@ -510,6 +536,19 @@ ORV_API void _qemsTan_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sTan_G9LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sTan_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sTan_G9EPnnn(int32_t n, const float* a, float* r);
+
+/** sTanh: hyperbolic tangent, accurate near 0; float.
+ *  Largest error: LA 2.6, HA 0.54, EP 281 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sTanh_ttab[3];
+extern ORV_API const float orv_qem_kernel_sTanh_ctab[3];
+ORV_API void _qemsTanh_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsTanh_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsTanh(int32_t n, const float* a, float* r);
+ORV_API void _qemsTanh_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sTanh_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sTanh_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sTanh_G9EPnnn(int32_t n, const float* a, float* r);
 
 /** sTrunc: integral part, towards zero; float.
  *  Status codes: none. */
@@ -631,6 +670,19 @@ ORV_API void _qemdCos_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCos_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCos_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCos_G9EPnnn(int32_t n, const double* a, double* r);
+
+/** dCosh: hyperbolic cosine; double.
+ *  Largest error: LA 1.52, HA 0.53, EP 8.1e+04 ulp.
+ *  Status codes: 3 overflow. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dCosh_ttab[3];
+extern ORV_API const float orv_qem_kernel_dCosh_ctab[3];
+ORV_API void _qemdCosh_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdCosh_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdCosh(int32_t n, const double* a, double* r);
+ORV_API void _qemdCosh_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCosh_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCosh_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCosh_G9EPnnn(int32_t n, const double* a, double* r);
 
 /** dDiv: quotient; double.
  *  Status codes: 2 zero divisor. */
@@ -931,6 +983,18 @@ ORV_API void orv_qem_kernel_dSinCos_G9LAynn(int32_t n, const double* a, double* 
 ORV_API void orv_qem_kernel_dSinCos_G9HAynn(int32_t n, const double* a, double* r1, double* r2);
 ORV_API void orv_qem_kernel_dSinCos_G9EPnnn(int32_t n, const double* a, double* r1, double* r2);
 
+/** dSinh: hyperbolic sine, accurate near 0; double.
+ *  Largest error: LA 2.46, HA 0.546, EP 2.46 ulp.
+ *  Status codes: 3 overflow. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dSinh_ttab[3];
+extern ORV_API const float orv_qem_kernel_dSinh_ctab[3];
+ORV_API void _qemdSinh_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdSinh_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdSinh(int32_t n, const double* a, double* r);
+ORV_API void _qemdSinh_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dSinh_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dSinh_W7HAynn(int32_t n, const double* a, double* r);
+
 /** dSqr: square; under overlap as if element by element, ascending; double.
  *  Status codes: none. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dSqr_ttab[3];
@@ -975,6 +1039,19 @@ ORV_API void _qemdTan_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dTan_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dTan_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dTan_G9EPnnn(int32_t n, const double* a, double* r);
+
+/** dTanh: hyperbolic tangent, accurate near 0; double.
+ *  Largest error: LA 1.22, HA 0.53, EP 1.13e+06 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dTanh_ttab[3];
+extern ORV_API const float orv_qem_kernel_dTanh_ctab[3];
+ORV_API void _qemdTanh_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdTanh_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdTanh(int32_t n, const double* a, double* r);
+ORV_API void _qemdTanh_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dTanh_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dTanh_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dTanh_G9EPnnn(int32_t n, const double* a, double* r);
 
 /** dTrunc: integral part, towards zero; double.
  *  Status codes: none. */

@@ -34,6 +34,10 @@ constexpr Domain domains[] = {
     {"sd", "Powx", 0, 1e30},
     {"s", "Atan", -1e8, 1e8, 1e-12},
     {"sd", "Atan2", -1000, 1000, 0.001},
+    {"d", "Cosh", -708, 708},
+    {"s", "Cosh", -87, 87},
+    {"d", "Sinh", -708, 708},
+    {"s", "Sinh", -87, 87},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -67,6 +71,7 @@ int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   if (isinf(x)) return angle ? QEM_STATUS_DOMAIN : QEM_STATUS_OK;
   if (f == "Powx" && x < 0) return QEM_STATUS_DOMAIN;  // the exponent is a fraction
   if ((f == "Exp" || f == "Expm1") && x > exp_largest) return QEM_STATUS_OVERFLOW;
+  if ((f == "Cosh" || f == "Sinh") && fabs(x) > exp_largest) return QEM_STATUS_OVERFLOW;
   if (f == "Exp" && x < exp_lowest) return QEM_STATUS_UNDERFLOW;
   const bool denormal = x != 0 && fabs(x) < std::numeric_limits<T>::min();
   if (f == "Expm1" && denormal) return QEM_STATUS_UNDERFLOW;
@@ -207,6 +212,24 @@ const Row rows[] = {
     {"Tan", {{0}, {}, 0, {0}}},
     {"Tan", {{-tiny}, {}, 0, {-tiny}}},
     {"Tan", {{inf}, {}, 1, {nan}}},
+    {"Cosh", {{-0.0}, {}, 0, {1}}},
+    {"Cosh", {{-tiny}, {}, 0, {1}}},
+    {"Cosh", {{-inf}, {}, 0, {inf}}},
+    {"Cosh", {{-largest}, {}, 3, {inf}}},
+    {"Sinh", {{-0.0}, {}, 0, {-0.0}}},
+    {"Sinh", {{0}, {}, 0, {0}}},
+    {"Sinh", {{-tiny}, {}, 0, {-tiny}}},
+    {"Sinh", {{-inf}, {}, 0, {-inf}}},
+    {"Sinh", {{inf}, {}, 0, {inf}}},
+    {"Sinh", {{-largest}, {}, 3, {-inf}}},
+    {"Tanh", {{-0.0}, {}, 0, {-0.0}}},
+    {"Tanh", {{0}, {}, 0, {0}}},
+    {"Tanh", {{-tiny}, {}, 0, {-tiny}}},
+    {"Tanh", {{tiny}, {}, 0, {tiny}}},
+    {"Tanh", {{20}, {}, 0, {1}}},
+    {"Tanh", {{-largest}, {}, 0, {-1}}},
+    {"Tanh", {{inf}, {}, 0, {1}}},
+    {"Tanh", {{-inf}, {}, 0, {-1}}},
     {"Pow", {{1}, {nan}, 0, {1}}},
     {"Pow", {{nan}, {-0.0}, 0, {1}}},
     {"Pow", {{nan}, {1}, 0, {nan}}},
@@ -376,11 +399,12 @@ Vectors<R> ordinary(const Kernel& kernel, int n, uint32_t seed) {
 std::vector<SpecialValue> special_values(const Kernel& kernel) {
   std::vector<SpecialValue> list;
   if (strchr("sd", kernel.type) && kernel.signature().inputs == 1) {
-    // The last arguments at which Exp is normal and finite, and one at which it is 0.
+    // The last arguments at which Exp, or its half, is normal and finite, and one at which it is 0.
+    const bool half = kernel.function == "Cosh" || kernel.function == "Sinh";
     list = kernel.type == 's' ? unary_values(kernel.function, 1e-15f, -87.33654022216797f, -104.5f,
-                                             88.72283172607422f)
+                                             half ? 89.41598510742188f : 88.72283172607422f)
                               : unary_values(kernel.function, 1e-100, -708.3964185322641, -745.2,
-                                             709.782712893384);
+                                             half ? 710.4758600739439 : 709.782712893384);
   }
   const bool silent = kernel.name() == "sDiv_EP" || (kernel.function == "Mul" && kernel.slot == EP);
   for (const auto& [function, row] : rows) {

@@ -1,6 +1,5 @@
 """The table files: path -> function that returns the file's text."""
-from . import arctangent, cube_root, exp, exported, ln, sincos
-from . import exp, exported, ln, power, sincos
+from . import arctangent, cube_root, exp, exported, hyperbolic, ln, power, sincos
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
@@ -14,6 +13,8 @@ FILES = {
     CORE / "exp/tables/vsexp_tables.hpp": exp.vsexp_tables,
     CORE / "expm1/tables/vdexpm1_tables.hpp": exp.vdexpm1_tables,
     CORE / "expm1/tables/vsexpm1_tables.hpp": exp.vsexpm1_tables,
+    CORE / "_heap/real/tables/vdcosh_tables.hpp": hyperbolic.vdcosh_tables,
+    CORE / "_heap/real/tables/exp_less_1.hpp": hyperbolic.exp_less_1,
     CORE / "ln/tables/vdln_tables.hpp": ln.vdln_tables,
     CORE / "log10/tables/vdlog10_tables.hpp": ln.vdlog10_tables,
     CORE / "log10/tables/vslog10_tables.hpp": ln.vslog10_tables,
@@ -27,5 +28,7 @@ FILES = {
     CORE / "_heap/real/tables/vdsincos_tables.hpp": sincos.vdsincos_tables,
     CORE / "_heap/real/tables/vssincos_polynomials.hpp": sincos.vssincos_polynomials,
     CORE / "tan/tables/vdtan_tables.hpp": sincos.vdtan_tables,
+    CORE / "tanh/tables/vdtanh_tables.hpp": hyperbolic.vdtanh_tables,
+    CORE / "tanh/tables/vstanh_tables.hpp": hyperbolic.vstanh_tables,
     CORE / "tables/exported_tables.cpp": exported.exported_tables,
 }

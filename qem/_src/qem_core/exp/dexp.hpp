@@ -43,6 +43,22 @@ struct vdexp_data<Level::EP> {
   static constexpr double polynomial[] = {17050.60594303826, 184.66598058764086};
 };
 
+/// e^x 2^p for x from -746 to 711, rounded once also where it is denormal.
+inline double exp_times_power(double x, int p) {
+  using D = vdexp_data<Level::HA>;
+  constexpr double shifter = Format<double>::shifter;
+  const double k = x * D::per_step + shifter, n = k - shifter;
+  const double r = (x - n * D::step_hi) - n * D::step_lo;
+  const auto k_bits = static_cast<int32_t>(bits_of(k));
+  const int m = k_bits >> D::step_bits;
+  const Pair<double> t = _rewdExpHATab[k_bits & 63];
+  static constexpr double series[] = {0.5, 0.1666666666665788, 0.04166666666677052,
+                                      0.008333341995140497, 0.0013888870459233254};
+  const double e = r * r * horner(series, r) + r;
+  const double z = (e + t.second) * t.first;
+  return scaled_sum(t.first, z, m + p);
+}
+
 /// The full range with one rounding: what the lanes leave out, to HA accuracy at every level.
 inline int vdexp_cout_rare(const double* px, double* py) {
   const double x = *px;
@@ -66,19 +82,7 @@ inline int vdexp_cout_rare(const double* px, double* py) {
     return QEM_STATUS_UNDERFLOW;
   }
 
-  using D = vdexp_data<Level::HA>;
-  constexpr double shifter = Format<double>::shifter;
-  const double k = x * D::per_step + shifter, n = k - shifter;
-  const double r = (x - n * D::step_hi) - n * D::step_lo;
-  const auto k_bits = static_cast<int32_t>(bits_of(k));
-  const int m = k_bits >> D::step_bits;
-  const Pair<double> t = _rewdExpHATab[k_bits & 63];
-  static constexpr double series[] = {0.5, 0.1666666666665788, 0.04166666666677052,
-                                      0.008333341995140497, 0.0013888870459233254};
-  const double e = r * r * horner(series, r) + r;
-  const double z = (e + t.second) * t.first;
-
-  *py = scaled_sum(t.first, z, m);
+  *py = exp_times_power(x, 0);
   const bool normal = x >= -0x1.6232BDD7ABCD2p9;  // -708.396
   return normal ? QEM_STATUS_OK : QEM_STATUS_UNDERFLOW;
 }

@@ -16,22 +16,11 @@
 #include "../simd/exact.hpp"
 #include "../simd/format.hpp"
 #include "../simd/lookup.hpp"
+#include "../simd/polynomial.hpp"
 #include "tables/vdpow_tables.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {
-
-/// c[0] + c[1] x + ... in pairs (G. Estrin, 1960).
-template <class C, int n, class V>
-V by_pairs(const C (&c)[n], V x) {
-  const V square = x * x;
-  constexpr int last = (n - 1) / 2 * 2;
-  V y = V{} + c[last];
-  if constexpr (last + 1 < n) y = c[last + 1] * x + c[last];
-#pragma GCC unroll 8
-  for (int k = last - 2; k >= 0; k -= 2) y = (c[k] + c[k + 1] * x) + square * y;
-  return y;
-}
 
 /// The upper 26 bits: products of two such halves are exact.
 template <class V>

@@ -26,5 +26,17 @@ V monic(const C (&c)[n], V x) {
   return y;
 }
 
+/// c[0] + c[1] x + ... in pairs (G. Estrin, 1960).
+template <class C, int n, class V>
+V by_pairs(const C (&c)[n], V x) {
+  const V square = x * x;
+  constexpr int last = (n - 1) / 2 * 2;
+  V y = V{} + c[last];
+  if constexpr (last + 1 < n) y = c[last + 1] * x + c[last];
+#pragma GCC unroll 8
+  for (int k = last - 2; k >= 0; k -= 2) y = (c[k] + c[k + 1] * x) + square * y;
+  return y;
+}
+
 }  // namespace ORV_TAG
 }  // namespace orv

@@ -1,0 +1,5 @@
+#include "cosh.hpp"
+
+void orv_qem_kernel_dCosh_G9LAynn(int32_t n, const double* a, double* r) {
+  orv::guarded(orv::Cosh<double, orv::Level::LA>{}, n, a, r);
+}
