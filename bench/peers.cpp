@@ -13,6 +13,8 @@
 #define DECLARE_LIBMVEC(name)                  \
   extern "C" __m256d _ZGVcN4v_##name(__m256d); \
   extern "C" __m256 _ZGVcN8v_##name##f(__m256);
+DECLARE_LIBMVEC(acos)
+DECLARE_LIBMVEC(asin)
 DECLARE_LIBMVEC(cbrt)
 DECLARE_LIBMVEC(exp)
 DECLARE_LIBMVEC(expm1)
@@ -357,6 +359,8 @@ const std::vector<Range> large_angles_d = {{-100, 100}, {1e5, 2e5}, {1e9, 2e9}, 
 
 const Function transcendental[] = {
 #define FUNCTIONS(t)                                                                                             \
+  {#t[0], "Acos", -1, 1, {PEERS(t, acos), SLEEF_##t(acos, u35)}},                                                \
+  {#t[0], "Asin", -1, 1, {PEERS(t, asin), SLEEF_##t(asin, u35)}},                                                \
   {#t[0], "Cbrt", -1000, 1000, {PEERS(t, cbrt), SLEEF_##t(cbrt, u35)}},                                          \
   {#t[0], "Cos", -10, 10, {PEERS(t, cos), SLEEF_##t(cos, u35)}, large_angles_##t},                               \
   {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                                                                      \

@@ -19,7 +19,8 @@ constexpr Domain domains[] = {
     {"sd", "Log1p", -0.9, 1e30}, {"sdcz", "CIS", -60000, 60000}, {"sd", "Sqrt", 0, 1e30},
     {"s", "Cos", -10000, 10000}, {"s", "Sin", -10000, 10000},    {"s", "SinCos", -10000, 10000},
     {"s", "Tan", -10000, 10000}, {"sd", "InvSqrt", 0, 1e30},     {"sd", "Pow3o2", 0, 1e20},
-    {"sd", "Pow", 0.5, 20},      {"sd", "Powx", 0, 1e30},
+    {"sd", "Pow", 0.5, 20},      {"sd", "Powx", 0, 1e30},        {"sd", "Acos", -1, 1},
+    {"sd", "Asin", -1, 1},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -46,7 +47,9 @@ int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   const bool root = f == "Sqrt" || f == "InvSqrt" || f == "Pow3o2";
   const bool reciprocal = f == "Inv" || f == "InvCbrt" || f == "InvSqrt";
   const bool angle = f == "Sin" || f == "Cos" || f == "SinCos" || f == "Tan";
+  const bool arc = f == "Acos" || f == "Asin";
   const T pole = f == "Log1p" ? -1 : 0;
+  if (arc && fabs(x) > 1) return QEM_STATUS_DOMAIN;
   if ((logarithm || root) && x < pole) return QEM_STATUS_DOMAIN;
   if ((logarithm || reciprocal) && x == pole) return QEM_STATUS_SINGULARITY;
   if (isinf(x)) return angle ? QEM_STATUS_DOMAIN : QEM_STATUS_OK;
@@ -191,6 +194,18 @@ const Row rows[] = {
     {"Tan", {{0}, {}, 0, {0}}},
     {"Tan", {{-tiny}, {}, 0, {-tiny}}},
     {"Tan", {{inf}, {}, 1, {nan}}},
+    {"Acos", {{1}, {}, 0, {0}}},
+    {"Acos", {{-1}, {}, 0, {0x1.921FB54442D18p1}}},
+    {"Acos", {{0}, {}, 0, {0x1.921FB54442D18p0}}},
+    {"Acos", {{-tiny}, {}, 0, {0x1.921FB54442D18p0}}},
+    {"Acos", {{-inf}, {}, 1, {nan}}},
+    {"Asin", {{1}, {}, 0, {0x1.921FB54442D18p0}}},
+    {"Asin", {{-1}, {}, 0, {-0x1.921FB54442D18p0}}},
+    {"Asin", {{0}, {}, 0, {0}}},
+    {"Asin", {{-0.0}, {}, 0, {-0.0}}},
+    {"Asin", {{-tiny}, {}, 0, {-tiny}}},
+    {"Asin", {{inf}, {}, 1, {nan}}},
+    {"Asin", {{largest}, {}, 1, {nan}}},
     {"Pow", {{1}, {nan}, 0, {1}}},
     {"Pow", {{nan}, {-0.0}, 0, {1}}},
     {"Pow", {{nan}, {1}, 0, {nan}}},
