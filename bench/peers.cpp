@@ -14,6 +14,8 @@
   extern "C" __m256d _ZGVcN4v_##name(__m256d); \
   extern "C" __m256 _ZGVcN8v_##name##f(__m256);
 DECLARE_LIBMVEC(atan)
+DECLARE_LIBMVEC(acos)
+DECLARE_LIBMVEC(asin)
 DECLARE_LIBMVEC(cbrt)
 DECLARE_LIBMVEC(cosh)
 DECLARE_LIBMVEC(exp)
@@ -375,6 +377,8 @@ const Function transcendental[] = {
 #define FUNCTIONS(t)                                                                                             \
   {#t[0], "Atan", -10, 10, {PEERS(t, atan), SLEEF_##t(atan, u35)}},                                              \
   {#t[0], "Atan2", -10, 10, {ATAN2_PEERS_##t}},                                                                  \
+  {#t[0], "Acos", -1, 1, {PEERS(t, acos), SLEEF_##t(acos, u35)}},                                                \
+  {#t[0], "Asin", -1, 1, {PEERS(t, asin), SLEEF_##t(asin, u35)}},                                                \
   {#t[0], "Cbrt", -1000, 1000, {PEERS(t, cbrt), SLEEF_##t(cbrt, u35)}},                                          \
   {#t[0], "Cos", -10, 10, {PEERS(t, cos), SLEEF_##t(cos, u35)}, large_angles_##t},                               \
   {#t[0], "Cosh", -10, 10, {PEERS(t, cosh), SLEEF_##t(cosh, u35)}},                                              \

@@ -90,6 +90,19 @@ ORV_API void _qemsAbs(int32_t n, const float* a, float* r);
 ORV_API void _qemsAbs_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sAbs_W7HAynn(int32_t n, const float* a, float* r);
 
+/** sAcos: arccosine, with relative accuracy up to its zero at 1; float.
+ *  Largest error: LA 1.26, HA 0.505, EP 613 ulp.
+ *  Status codes: 1 argument outside -1 to 1. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sAcos_ttab[3];
+extern ORV_API const float orv_qem_kernel_sAcos_ctab[3];
+ORV_API void _qemsAcos_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsAcos_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsAcos(int32_t n, const float* a, float* r);
+ORV_API void _qemsAcos_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAcos_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAcos_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAcos_G9EPnnn(int32_t n, const float* a, float* r);
+
 /** sAdd: sum; under overlap as if element by element, ascending; float.
  *  Status codes: none. */
 extern ORV_API const QemBinary_s orv_qem_kernel_sAdd_ttab[3];
@@ -125,6 +138,18 @@ ORV_API void _qemsAtan2_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAtan2_G9LAynn(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAtan2_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAtan2_G9EPnnn(int32_t n, const float* a, const float* b, float* r);
+/** sAsin: arcsine; float.
+ *  Largest error: LA 2.41, HA 0.505, EP 664 ulp.
+ *  Status codes: 1 argument outside -1 to 1. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sAsin_ttab[3];
+extern ORV_API const float orv_qem_kernel_sAsin_ctab[3];
+ORV_API void _qemsAsin_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsAsin_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsAsin(int32_t n, const float* a, float* r);
+ORV_API void _qemsAsin_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAsin_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAsin_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAsin_G9EPnnn(int32_t n, const float* a, float* r);
 
 /** sCbrt: cube root, with the sign of x; float.
  *  Largest error: LA 1.01, HA 0.517, EP 355 ulp.
@@ -600,6 +625,19 @@ ORV_API void _qemdAbs(int32_t n, const double* a, double* r);
 ORV_API void _qemdAbs_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dAbs_N8HAynn(int32_t n, const double* a, double* r);
 
+/** dAcos: arccosine, with relative accuracy up to its zero at 1; double.
+ *  Largest error: LA 1.22, HA 0.565, EP 4.37e+07 ulp.
+ *  Status codes: 1 argument outside -1 to 1. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dAcos_ttab[3];
+extern ORV_API const float orv_qem_kernel_dAcos_ctab[3];
+ORV_API void _qemdAcos_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdAcos_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdAcos(int32_t n, const double* a, double* r);
+ORV_API void _qemdAcos_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAcos_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAcos_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAcos_G9EPnnn(int32_t n, const double* a, double* r);
+
 /** dAdd: sum; under overlap as if element by element, ascending; double.
  *  Status codes: none. */
 extern ORV_API const QemBinary_d orv_qem_kernel_dAdd_ttab[3];
@@ -635,6 +673,18 @@ ORV_API void _qemdAtan2_26(int32_t n, const double* a, const double* b, double* 
 ORV_API void orv_qem_kernel_dAtan2_G9LAynn(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dAtan2_G9HAynn(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dAtan2_G9EPnnn(int32_t n, const double* a, const double* b, double* r);
+/** dAsin: arcsine; double.
+ *  Largest error: LA 2.3, HA 0.59, EP 4.58e+07 ulp.
+ *  Status codes: 1 argument outside -1 to 1. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dAsin_ttab[3];
+extern ORV_API const float orv_qem_kernel_dAsin_ctab[3];
+ORV_API void _qemdAsin_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdAsin_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdAsin(int32_t n, const double* a, double* r);
+ORV_API void _qemdAsin_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAsin_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAsin_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAsin_G9EPnnn(int32_t n, const double* a, double* r);
 
 /** dCbrt: cube root, with the sign of x; double.
  *  Largest error: LA 1.54, HA 0.515, EP 1.54 ulp.

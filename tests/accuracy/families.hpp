@@ -6,6 +6,7 @@
 
 namespace orv_test {
 
+std::vector<Function> arcsine_functions();
 std::vector<Function> arctangent_functions();
 std::vector<Function> arithmetic_functions();
 std::vector<Function> exponential_functions();

@@ -38,6 +38,8 @@ constexpr Domain domains[] = {
     {"s", "Cosh", -87, 87},
     {"d", "Sinh", -708, 708},
     {"s", "Sinh", -87, 87},
+    {"sd", "Acos", -1, 1},
+    {"sd", "Asin", -1, 1},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -65,7 +67,9 @@ int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   const bool root = f == "Sqrt" || f == "InvSqrt" || f == "Pow3o2";
   const bool reciprocal = f == "Inv" || f == "InvCbrt" || f == "InvSqrt";
   const bool angle = f == "Sin" || f == "Cos" || f == "SinCos" || f == "Tan";
+  const bool arc = f == "Acos" || f == "Asin";
   const T pole = f == "Log1p" ? -1 : 0;
+  if (arc && fabs(x) > 1) return QEM_STATUS_DOMAIN;
   if ((logarithm || root) && x < pole) return QEM_STATUS_DOMAIN;
   if ((logarithm || reciprocal) && x == pole) return QEM_STATUS_SINGULARITY;
   if (isinf(x)) return angle ? QEM_STATUS_DOMAIN : QEM_STATUS_OK;
@@ -230,6 +234,18 @@ const Row rows[] = {
     {"Tanh", {{-largest}, {}, 0, {-1}}},
     {"Tanh", {{inf}, {}, 0, {1}}},
     {"Tanh", {{-inf}, {}, 0, {-1}}},
+    {"Acos", {{1}, {}, 0, {0}}},
+    {"Acos", {{-1}, {}, 0, {0x1.921FB54442D18p1}}},
+    {"Acos", {{0}, {}, 0, {0x1.921FB54442D18p0}}},
+    {"Acos", {{-tiny}, {}, 0, {0x1.921FB54442D18p0}}},
+    {"Acos", {{-inf}, {}, 1, {nan}}},
+    {"Asin", {{1}, {}, 0, {0x1.921FB54442D18p0}}},
+    {"Asin", {{-1}, {}, 0, {-0x1.921FB54442D18p0}}},
+    {"Asin", {{0}, {}, 0, {0}}},
+    {"Asin", {{-0.0}, {}, 0, {-0.0}}},
+    {"Asin", {{-tiny}, {}, 0, {-tiny}}},
+    {"Asin", {{inf}, {}, 1, {nan}}},
+    {"Asin", {{largest}, {}, 1, {nan}}},
     {"Pow", {{1}, {nan}, 0, {1}}},
     {"Pow", {{nan}, {-0.0}, 0, {1}}},
     {"Pow", {{nan}, {1}, 0, {nan}}},

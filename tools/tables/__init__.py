@@ -1,10 +1,15 @@
 """The table files: path -> function that returns the file's text."""
-from . import arctangent, cube_root, exp, exported, hyperbolic, ln, power, sincos
+from . import arcsine, arctangent, cube_root, exp, exported, hyperbolic, ln, power, sincos
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
     CORE / "_heap/real/tables/vdatan_tables.hpp": arctangent.vdatan_tables,
     CORE / "_heap/real/tables/vsatan_tables.hpp": arctangent.vsatan_tables,
+from . import arcsine, cube_root, exp, exported, ln, power, sincos
+from .common import CORE, ROOT  # noqa: F401
+
+FILES = {
+    CORE / "_heap/real/tables/arcsine_polynomials.hpp": arcsine.arcsine_polynomials,
     CORE / "_heap/real/tables/vdcbrt_tables.hpp": cube_root.vdcbrt_tables,
     CORE / "_heap/real/tables/vscbrt_tables.hpp": cube_root.vscbrt_tables,
     CORE / "invcbrt/tables/vdinvcbrt_tables.hpp": cube_root.vdinvcbrt_tables,

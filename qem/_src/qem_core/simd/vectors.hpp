@@ -348,6 +348,29 @@ inline __m256d select(__m256d mask, __m256d a, __m256d b) {
 inline __m256 select(__m256 mask, __m256 a, __m256 b) {
   return _mm256_or_ps(_mm256_and_ps(mask, a), _mm256_andnot_ps(mask, b));
 }
+
+/// a where the lane's sign bit is set, b elsewhere. The instruction itself, as GCC takes the
+/// intrinsic apart into scalars where there is no AVX2.
+inline __m128d by_sign(__m128d sign, __m128d a, __m128d b) {
+  __m128d y;
+  asm("vblendvpd %3, %2, %1, %0" : "=x"(y) : "x"(b), "xm"(a), "x"(sign));
+  return y;
+}
+inline __m128 by_sign(__m128 sign, __m128 a, __m128 b) {
+  __m128 y;
+  asm("vblendvps %3, %2, %1, %0" : "=x"(y) : "x"(b), "xm"(a), "x"(sign));
+  return y;
+}
+inline __m256d by_sign(__m256d sign, __m256d a, __m256d b) {
+  __m256d y;
+  asm("vblendvpd %3, %2, %1, %0" : "=x"(y) : "x"(b), "xm"(a), "x"(sign));
+  return y;
+}
+inline __m256 by_sign(__m256 sign, __m256 a, __m256 b) {
+  __m256 y;
+  asm("vblendvps %3, %2, %1, %0" : "=x"(y) : "x"(b), "xm"(a), "x"(sign));
+  return y;
+}
 #endif
 
 inline __m128d either(__m128d a, __m128d b) { return _mm_or_pd(a, b); }

@@ -1,0 +1,5 @@
+#include "acos.hpp"
+
+void orv_qem_kernel_dAcos_G9HAynn(int32_t n, const double* a, double* r) {
+  orv::guarded(orv::Acos<double, orv::Level::HA>{}, n, a, r);
+}

@@ -1,0 +1,5 @@
+#include "acos.hpp"
+
+void orv_qem_kernel_sAcos_G9EPnnn(int32_t n, const float* a, float* r) {
+  orv::guarded(orv::Acos<float, orv::Level::EP>{}, n, a, r);
+}
