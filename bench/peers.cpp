@@ -13,6 +13,9 @@
 #define DECLARE_LIBMVEC(name)                  \
   extern "C" __m256d _ZGVcN4v_##name(__m256d); \
   extern "C" __m256 _ZGVcN8v_##name##f(__m256);
+DECLARE_LIBMVEC(acosh)
+DECLARE_LIBMVEC(asinh)
+DECLARE_LIBMVEC(atanh)
 DECLARE_LIBMVEC(cbrt)
 DECLARE_LIBMVEC(exp)
 DECLARE_LIBMVEC(expm1)
@@ -357,6 +360,9 @@ const std::vector<Range> large_angles_d = {{-100, 100}, {1e5, 2e5}, {1e9, 2e9}, 
 
 const Function transcendental[] = {
 #define FUNCTIONS(t)                                                                                             \
+  {#t[0], "Acosh", 1, 10, {PEERS(t, acosh)}},                                                                    \
+  {#t[0], "Asinh", -10, 10, {PEERS(t, asinh)}},                                                                  \
+  {#t[0], "Atanh", -0.99, 0.99, {PEERS(t, atanh)}},                                                              \
   {#t[0], "Cbrt", -1000, 1000, {PEERS(t, cbrt), SLEEF_##t(cbrt, u35)}},                                          \
   {#t[0], "Cos", -10, 10, {PEERS(t, cos), SLEEF_##t(cos, u35)}, large_angles_##t},                               \
   {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                                                                      \

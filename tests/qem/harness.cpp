@@ -19,7 +19,8 @@ constexpr Domain domains[] = {
     {"sd", "Log1p", -0.9, 1e30}, {"sdcz", "CIS", -60000, 60000}, {"sd", "Sqrt", 0, 1e30},
     {"s", "Cos", -10000, 10000}, {"s", "Sin", -10000, 10000},    {"s", "SinCos", -10000, 10000},
     {"s", "Tan", -10000, 10000}, {"sd", "InvSqrt", 0, 1e30},     {"sd", "Pow3o2", 0, 1e20},
-    {"sd", "Pow", 0.5, 20},      {"sd", "Powx", 0, 1e30},
+    {"sd", "Pow", 0.5, 20},      {"sd", "Powx", 0, 1e30},         {"sd", "Acosh", 1, 1000},
+    {"sd", "Atanh", -0.9, 0.9},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -49,6 +50,9 @@ int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   const T pole = f == "Log1p" ? -1 : 0;
   if ((logarithm || root) && x < pole) return QEM_STATUS_DOMAIN;
   if ((logarithm || reciprocal) && x == pole) return QEM_STATUS_SINGULARITY;
+  if (f == "Acosh" && x < 1) return QEM_STATUS_DOMAIN;
+  if (f == "Atanh" && fabs(x) == 1) return QEM_STATUS_SINGULARITY;
+  if (f == "Atanh" && fabs(x) > 1) return QEM_STATUS_DOMAIN;
   if (isinf(x)) return angle ? QEM_STATUS_DOMAIN : QEM_STATUS_OK;
   if (f == "Powx" && x < 0) return QEM_STATUS_DOMAIN;  // the exponent is a fraction
   if ((f == "Exp" || f == "Expm1") && x > exp_largest) return QEM_STATUS_OVERFLOW;
@@ -119,6 +123,20 @@ const Row rows[] = {
     {"Hypot", {{1}, {-largest}, 0, {largest}}},
     {"Hypot", {{-tiny}, {tiny}, 0, {tiny}}},
     {"Hypot", {{0}, {-tiny}, 0, {tiny}}},
+    {"Acosh", {{1}, {}, 0, {0}}},
+    {"Acosh", {{inf}, {}, 0, {inf}}},
+    {"Acosh", {{-inf}, {}, 1, {nan}}},
+    {"Acosh", {{nan}, {}, 0, {nan}}},
+    {"Asinh", {{-0.0}, {}, 0, {-0.0}}},
+    {"Asinh", {{-tiny}, {}, 0, {-tiny}}},
+    {"Asinh", {{-inf}, {}, 0, {-inf}}},
+    {"Asinh", {{nan}, {}, 0, {nan}}},
+    {"Atanh", {{-0.0}, {}, 0, {-0.0}}},
+    {"Atanh", {{-tiny}, {}, 0, {-tiny}}},
+    {"Atanh", {{1}, {}, 2, {inf}}},
+    {"Atanh", {{-1}, {}, 2, {-inf}}},
+    {"Atanh", {{-inf}, {}, 1, {nan}}},
+    {"Atanh", {{nan}, {}, 0, {nan}}},
     {"Div", {{1}, {0}, 2, {inf}}},
     {"Div", {{1}, {-0.0}, 2, {-inf}}},
     {"Div", {{0}, {0}, 2, {nan}}},

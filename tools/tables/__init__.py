@@ -1,6 +1,5 @@
 """The table files: path -> function that returns the file's text."""
-from . import cube_root, exp, exported, ln, sincos
-from . import exp, exported, ln, power, sincos
+from . import cube_root, exp, exported, inverse_hyperbolic, ln, power, sincos
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
@@ -12,6 +11,8 @@ FILES = {
     CORE / "exp/tables/vsexp_tables.hpp": exp.vsexp_tables,
     CORE / "expm1/tables/vdexpm1_tables.hpp": exp.vdexpm1_tables,
     CORE / "expm1/tables/vsexpm1_tables.hpp": exp.vsexpm1_tables,
+    CORE / "_heap/real/tables/inverse_hyperbolic_polynomials.hpp":
+        inverse_hyperbolic.inverse_hyperbolic_polynomials,
     CORE / "ln/tables/vdln_tables.hpp": ln.vdln_tables,
     CORE / "log10/tables/vdlog10_tables.hpp": ln.vdlog10_tables,
     CORE / "log10/tables/vslog10_tables.hpp": ln.vslog10_tables,
