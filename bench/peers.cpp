@@ -16,6 +16,9 @@
 DECLARE_LIBMVEC(atan)
 DECLARE_LIBMVEC(acos)
 DECLARE_LIBMVEC(asin)
+DECLARE_LIBMVEC(acosh)
+DECLARE_LIBMVEC(asinh)
+DECLARE_LIBMVEC(atanh)
 DECLARE_LIBMVEC(cbrt)
 DECLARE_LIBMVEC(cosh)
 DECLARE_LIBMVEC(exp)
@@ -379,6 +382,9 @@ const Function transcendental[] = {
   {#t[0], "Atan2", -10, 10, {ATAN2_PEERS_##t}},                                                                  \
   {#t[0], "Acos", -1, 1, {PEERS(t, acos), SLEEF_##t(acos, u35)}},                                                \
   {#t[0], "Asin", -1, 1, {PEERS(t, asin), SLEEF_##t(asin, u35)}},                                                \
+  {#t[0], "Acosh", 1, 10, {PEERS(t, acosh)}},                                                                    \
+  {#t[0], "Asinh", -10, 10, {PEERS(t, asinh)}},                                                                  \
+  {#t[0], "Atanh", -0.99, 0.99, {PEERS(t, atanh)}},                                                              \
   {#t[0], "Cbrt", -1000, 1000, {PEERS(t, cbrt), SLEEF_##t(cbrt, u35)}},                                          \
   {#t[0], "Cos", -10, 10, {PEERS(t, cos), SLEEF_##t(cos, u35)}, large_angles_##t},                               \
   {#t[0], "Cosh", -10, 10, {PEERS(t, cosh), SLEEF_##t(cosh, u35)}},                                              \

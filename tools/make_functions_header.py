@@ -19,7 +19,7 @@ print("""/* Made by tools/make_functions_header.py from the lists in qem/_bt_gen
  *
  * Then for each function: the table of its kernels and of their relative costs, in the order LA, HA, EP;
  * a stub for each level (the plain name is HA); and the kernels themselves, which carry the
- * instruction set they need in their name: G9 AVX, N8 and P8 SSE4.1, V8 SSE3, W7 SSE2.
+ * instruction set they need in their name: G9 AVX, N8 and P8 SSE4.1, T7 and V8 SSE3, W7 SSE2.
  *
  * "largest error" is in units in the last place of the result, over the whole domain. Functions
  * without that line are exact or rounded once. */

@@ -8,7 +8,7 @@
  *
  * Then for each function: the table of its kernels and of their relative costs, in the order LA, HA, EP;
  * a stub for each level (the plain name is HA); and the kernels themselves, which carry the
- * instruction set they need in their name: G9 AVX, N8 and P8 SSE4.1, V8 SSE3, W7 SSE2.
+ * instruction set they need in their name: G9 AVX, N8 and P8 SSE4.1, T7 and V8 SSE3, W7 SSE2.
  *
  * "largest error" is in units in the last place of the result, over the whole domain. Functions
  * without that line are exact or rounded once. */
@@ -102,6 +102,18 @@ ORV_API void _qemsAcos_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sAcos_G9LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sAcos_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sAcos_G9EPnnn(int32_t n, const float* a, float* r);
+/** sAcosh: inverse hyperbolic cosine; float.
+ *  Largest error: LA 2.35, HA 0.51, EP 2.47e+03 ulp.
+ *  Status codes: 1 argument below 1. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sAcosh_ttab[3];
+extern ORV_API const float orv_qem_kernel_sAcosh_ctab[3];
+ORV_API void _qemsAcosh_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsAcosh_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsAcosh(int32_t n, const float* a, float* r);
+ORV_API void _qemsAcosh_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAcosh_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAcosh_T7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAcosh_W7EPnnn(int32_t n, const float* a, float* r);
 
 /** sAdd: sum; under overlap as if element by element, ascending; float.
  *  Status codes: none. */
@@ -150,6 +162,31 @@ ORV_API void _qemsAsin_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sAsin_G9LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sAsin_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sAsin_G9EPnnn(int32_t n, const float* a, float* r);
+/** sAsinh: inverse hyperbolic sine; float.
+ *  Largest error: LA 2.7, HA 0.51, EP 2.47e+03 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sAsinh_ttab[3];
+extern ORV_API const float orv_qem_kernel_sAsinh_ctab[3];
+ORV_API void _qemsAsinh_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsAsinh_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsAsinh(int32_t n, const float* a, float* r);
+ORV_API void _qemsAsinh_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAsinh_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAsinh_T7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAsinh_W7EPnnn(int32_t n, const float* a, float* r);
+
+/** sAtanh: inverse hyperbolic tangent; float.
+ *  Largest error: LA 1.6, HA 0.51, EP 2.47e+03 ulp.
+ *  Status codes: 1 argument beyond 1 in magnitude, 2 argument 1 or -1. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sAtanh_ttab[3];
+extern ORV_API const float orv_qem_kernel_sAtanh_ctab[3];
+ORV_API void _qemsAtanh_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsAtanh_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsAtanh(int32_t n, const float* a, float* r);
+ORV_API void _qemsAtanh_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAtanh_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAtanh_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAtanh_W7EPnnn(int32_t n, const float* a, float* r);
 
 /** sCbrt: cube root, with the sign of x; float.
  *  Largest error: LA 1.01, HA 0.517, EP 355 ulp.
@@ -637,6 +674,17 @@ ORV_API void _qemdAcos_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dAcos_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dAcos_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dAcos_G9EPnnn(int32_t n, const double* a, double* r);
+/** dAcosh: inverse hyperbolic cosine; double.
+ *  Largest error: LA 2.45, HA 0.502, EP 2.45 ulp.
+ *  Status codes: 1 argument below 1. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dAcosh_ttab[3];
+extern ORV_API const float orv_qem_kernel_dAcosh_ctab[3];
+ORV_API void _qemdAcosh_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdAcosh_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdAcosh(int32_t n, const double* a, double* r);
+ORV_API void _qemdAcosh_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAcosh_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAcosh_W7HAynn(int32_t n, const double* a, double* r);
 
 /** dAdd: sum; under overlap as if element by element, ascending; double.
  *  Status codes: none. */
@@ -685,6 +733,29 @@ ORV_API void _qemdAsin_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dAsin_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dAsin_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dAsin_G9EPnnn(int32_t n, const double* a, double* r);
+/** dAsinh: inverse hyperbolic sine; double.
+ *  Largest error: LA 2.75, HA 0.502, EP 2.75 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dAsinh_ttab[3];
+extern ORV_API const float orv_qem_kernel_dAsinh_ctab[3];
+ORV_API void _qemdAsinh_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdAsinh_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdAsinh(int32_t n, const double* a, double* r);
+ORV_API void _qemdAsinh_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAsinh_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAsinh_W7HAynn(int32_t n, const double* a, double* r);
+
+/** dAtanh: inverse hyperbolic tangent; double.
+ *  Largest error: LA 1.65, HA 0.502, EP 1.65 ulp.
+ *  Status codes: 1 argument beyond 1 in magnitude, 2 argument 1 or -1. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dAtanh_ttab[3];
+extern ORV_API const float orv_qem_kernel_dAtanh_ctab[3];
+ORV_API void _qemdAtanh_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdAtanh_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdAtanh(int32_t n, const double* a, double* r);
+ORV_API void _qemdAtanh_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAtanh_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAtanh_W7HAynn(int32_t n, const double* a, double* r);
 
 /** dCbrt: cube root, with the sign of x; double.
  *  Largest error: LA 1.54, HA 0.515, EP 1.54 ulp.

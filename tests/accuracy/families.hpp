@@ -11,6 +11,7 @@ std::vector<Function> arctangent_functions();
 std::vector<Function> arithmetic_functions();
 std::vector<Function> exponential_functions();
 std::vector<Function> hyperbolic_functions();
+std::vector<Function> inverse_hyperbolic_functions();
 std::vector<Function> power_functions();
 std::vector<Function> root_functions();
 std::vector<Function> rounding_functions();

@@ -40,6 +40,8 @@ constexpr Domain domains[] = {
     {"s", "Sinh", -87, 87},
     {"sd", "Acos", -1, 1},
     {"sd", "Asin", -1, 1},
+    {"sd", "Acosh", 1, 1000},
+    {"sd", "Atanh", -0.9, 0.9},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -72,6 +74,9 @@ int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   if (arc && fabs(x) > 1) return QEM_STATUS_DOMAIN;
   if ((logarithm || root) && x < pole) return QEM_STATUS_DOMAIN;
   if ((logarithm || reciprocal) && x == pole) return QEM_STATUS_SINGULARITY;
+  if (f == "Acosh" && x < 1) return QEM_STATUS_DOMAIN;
+  if (f == "Atanh" && fabs(x) == 1) return QEM_STATUS_SINGULARITY;
+  if (f == "Atanh" && fabs(x) > 1) return QEM_STATUS_DOMAIN;
   if (isinf(x)) return angle ? QEM_STATUS_DOMAIN : QEM_STATUS_OK;
   if (f == "Powx" && x < 0) return QEM_STATUS_DOMAIN;  // the exponent is a fraction
   if ((f == "Exp" || f == "Expm1") && x > exp_largest) return QEM_STATUS_OVERFLOW;
@@ -144,6 +149,20 @@ const Row rows[] = {
     {"Hypot", {{1}, {-largest}, 0, {largest}}},
     {"Hypot", {{-tiny}, {tiny}, 0, {tiny}}},
     {"Hypot", {{0}, {-tiny}, 0, {tiny}}},
+    {"Acosh", {{1}, {}, 0, {0}}},
+    {"Acosh", {{inf}, {}, 0, {inf}}},
+    {"Acosh", {{-inf}, {}, 1, {nan}}},
+    {"Acosh", {{nan}, {}, 0, {nan}}},
+    {"Asinh", {{-0.0}, {}, 0, {-0.0}}},
+    {"Asinh", {{-tiny}, {}, 0, {-tiny}}},
+    {"Asinh", {{-inf}, {}, 0, {-inf}}},
+    {"Asinh", {{nan}, {}, 0, {nan}}},
+    {"Atanh", {{-0.0}, {}, 0, {-0.0}}},
+    {"Atanh", {{-tiny}, {}, 0, {-tiny}}},
+    {"Atanh", {{1}, {}, 2, {inf}}},
+    {"Atanh", {{-1}, {}, 2, {-inf}}},
+    {"Atanh", {{-inf}, {}, 1, {nan}}},
+    {"Atanh", {{nan}, {}, 0, {nan}}},
     {"Div", {{1}, {0}, 2, {inf}}},
     {"Div", {{1}, {-0.0}, 2, {-inf}}},
     {"Div", {{0}, {0}, 2, {nan}}},

@@ -20,6 +20,8 @@ FILES = {
     CORE / "expm1/tables/vsexpm1_tables.hpp": exp.vsexpm1_tables,
     CORE / "_heap/real/tables/vdcosh_tables.hpp": hyperbolic.vdcosh_tables,
     CORE / "_heap/real/tables/exp_less_1.hpp": hyperbolic.exp_less_1,
+    CORE / "_heap/real/tables/inverse_hyperbolic_polynomials.hpp":
+        inverse_hyperbolic.inverse_hyperbolic_polynomials,
     CORE / "ln/tables/vdln_tables.hpp": ln.vdln_tables,
     CORE / "log10/tables/vdlog10_tables.hpp": ln.vdlog10_tables,
     CORE / "log10/tables/vslog10_tables.hpp": ln.vslog10_tables,

@@ -1,0 +1,5 @@
+#include "asinh.hpp"
+
+void orv_qem_kernel_sAsinh_W7EPnnn(int32_t n, const float* a, float* r) {
+  orv::guarded(orv::Asinh<float, orv::Level::EP>{}, n, a, r);
+}

@@ -1,0 +1,5 @@
+#include "atanh.hpp"
+
+void orv_qem_kernel_sAtanh_W7HAynn(int32_t n, const float* a, float* r) {
+  orv::guarded(orv::Atanh<float, orv::Level::HA>{}, n, a, r);
+}
