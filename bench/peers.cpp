@@ -14,6 +14,8 @@
   extern "C" __m256d _ZGVcN4v_##name(__m256d); \
   extern "C" __m256 _ZGVcN8v_##name##f(__m256);
 DECLARE_LIBMVEC(cbrt)
+DECLARE_LIBMVEC(erf)
+DECLARE_LIBMVEC(erfc)
 DECLARE_LIBMVEC(exp)
 DECLARE_LIBMVEC(expm1)
 DECLARE_LIBMVEC(log)
@@ -358,7 +360,10 @@ const std::vector<Range> large_angles_d = {{-100, 100}, {1e5, 2e5}, {1e9, 2e9}, 
 const Function transcendental[] = {
 #define FUNCTIONS(t)                                                                                             \
   {#t[0], "Cbrt", -1000, 1000, {PEERS(t, cbrt), SLEEF_##t(cbrt, u35)}},                                          \
+  {#t[0], "CdfNorm", -10, 10, {SCALAR_##t(erfc)}},                                                                \
   {#t[0], "Cos", -10, 10, {PEERS(t, cos), SLEEF_##t(cos, u35)}, large_angles_##t},                               \
+  {#t[0], "Erf", -5, 5, {PEERS(t, erf)}},                                                                         \
+  {#t[0], "Erfc", -3, 9, {SCALAR_##t(erfc), SLEEF_##t(erfc, u15) LIBMVEC_##t(erfc)}},                             \
   {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                                                                      \
   {#t[0], "Expm1", -5, 5, {PEERS(t, expm1)}},                                                                    \
   {#t[0], "Ln", 0.01, 100, {PEERS(t, log), SLEEF_##t(log, u35)}},                                                \

@@ -6,7 +6,8 @@ const std::vector<Function>& functions() {
   static const auto list = [] {
     std::vector<Function> all;
     for (const auto family : {arithmetic_functions, rounding_functions, exponential_functions,
-                              trigonometric_functions, power_functions, root_functions}) {
+                              trigonometric_functions, power_functions, root_functions,
+                              error_functions}) {
       for (Function& f : family()) all.push_back(std::move(f));
     }
     return all;

@@ -162,6 +162,11 @@ __m128 lookup(const float* table, const I& i, __m128) {
   return _mm_movelh_ps(a, b);
 }
 template <class I>
+void lookup(const Quad<float>* table, const I& i, __m128 (&x)[4]) {
+  for (int k = 0; k < 4; ++k) x[k] = _mm_load_ps(i.entry(table, k)->number);
+  _MM_TRANSPOSE4_PS(x[0], x[1], x[2], x[3]);
+}
+template <class I>
 void lookup(const Pair<float>* table, const I& i, __m128& first, __m128& second) {
   const auto two = [&](int k) {
     __m128d entries = _mm_load_sd(as_double(i.entry(table, k)));
@@ -227,6 +232,20 @@ __m256 lookup(const float* table, const I& i, __m256) {
     return _mm_insert_ps(entries, _mm_load_ss(i.entry(table, k + 3)), 0x30);
   };
   return _mm256_insertf128_ps(_mm256_castps128_ps256(four(0)), four(4), 1);
+}
+template <class I>
+void lookup(const Quad<float>* table, const I& i, __m256 (&x)[4]) {
+  const auto two = [&](int k) {
+    const __m256 lower = _mm256_castps128_ps256(_mm_load_ps(i.entry(table, k)->number));
+    return _mm256_insertf128_ps(lower, _mm_load_ps(i.entry(table, k + 4)->number), 1);
+  };
+  const __m256 a = two(0), b = two(1), c = two(2), d = two(3);
+  const auto lo = [](__m256 y, __m256 z) { return _mm256_castps_pd(_mm256_unpacklo_ps(y, z)); };
+  const auto hi = [](__m256 y, __m256 z) { return _mm256_castps_pd(_mm256_unpackhi_ps(y, z)); };
+  x[0] = _mm256_castpd_ps(_mm256_unpacklo_pd(lo(a, b), lo(c, d)));
+  x[1] = _mm256_castpd_ps(_mm256_unpackhi_pd(lo(a, b), lo(c, d)));
+  x[2] = _mm256_castpd_ps(_mm256_unpacklo_pd(hi(a, b), hi(c, d)));
+  x[3] = _mm256_castpd_ps(_mm256_unpackhi_pd(hi(a, b), hi(c, d)));
 }
 template <class I>
 void lookup(const Pair<float>* table, const I& i, __m256& first, __m256& second) {
