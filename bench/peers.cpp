@@ -21,6 +21,8 @@ DECLARE_LIBMVEC(asinh)
 DECLARE_LIBMVEC(atanh)
 DECLARE_LIBMVEC(cbrt)
 DECLARE_LIBMVEC(cosh)
+DECLARE_LIBMVEC(erf)
+DECLARE_LIBMVEC(erfc)
 DECLARE_LIBMVEC(exp)
 DECLARE_LIBMVEC(expm1)
 DECLARE_LIBMVEC(log)
@@ -386,8 +388,11 @@ const Function transcendental[] = {
   {#t[0], "Asinh", -10, 10, {PEERS(t, asinh)}},                                                                  \
   {#t[0], "Atanh", -0.99, 0.99, {PEERS(t, atanh)}},                                                              \
   {#t[0], "Cbrt", -1000, 1000, {PEERS(t, cbrt), SLEEF_##t(cbrt, u35)}},                                          \
+  {#t[0], "CdfNorm", -10, 10, {SCALAR_##t(erfc)}},                                                                \
   {#t[0], "Cos", -10, 10, {PEERS(t, cos), SLEEF_##t(cos, u35)}, large_angles_##t},                               \
   {#t[0], "Cosh", -10, 10, {PEERS(t, cosh), SLEEF_##t(cosh, u35)}},                                              \
+  {#t[0], "Erf", -5, 5, {PEERS(t, erf)}},                                                                         \
+  {#t[0], "Erfc", -3, 9, {SCALAR_##t(erfc), SLEEF_##t(erfc, u15) LIBMVEC_##t(erfc)}},                             \
   {#t[0], "Exp", -30, 30, {PEERS(t, exp)}},                                                                      \
   {#t[0], "Expm1", -5, 5, {PEERS(t, expm1)}},                                                                    \
   {#t[0], "Ln", 0.01, 100, {PEERS(t, log), SLEEF_##t(log, u35)}},                                                \

@@ -201,6 +201,19 @@ ORV_API void orv_qem_kernel_sCbrt_W7LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sCbrt_W7HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sCbrt_W7EPnnn(int32_t n, const float* a, float* r);
 
+/** sCdfNorm: distribution function of the normal law, erfc(-x/sqrt(2))/2; float.
+ *  Largest error: LA 2.65, HA 0.51, EP 2.5e+03 ulp.
+ *  Status codes: 4 zero result of a finite argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sCdfNorm_ttab[3];
+extern ORV_API const float orv_qem_kernel_sCdfNorm_ctab[3];
+ORV_API void _qemsCdfNorm_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsCdfNorm_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsCdfNorm(int32_t n, const float* a, float* r);
+ORV_API void _qemsCdfNorm_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCdfNorm_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCdfNorm_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCdfNorm_G9EPnnn(int32_t n, const float* a, float* r);
+
 /** sCeil: least whole number that is not below x; float.
  *  Status codes: none. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sCeil_ttab[3];
@@ -248,6 +261,32 @@ ORV_API void _qemsDiv_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sDiv_G9LAynn(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sDiv_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sDiv_G9EPnnn(int32_t n, const float* a, const float* b, float* r);
+
+/** sErf: error function, odd to the bit; float.
+ *  Largest error: LA 2.3, HA 0.51, EP 600 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sErf_ttab[3];
+extern ORV_API const float orv_qem_kernel_sErf_ctab[3];
+ORV_API void _qemsErf_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsErf_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsErf(int32_t n, const float* a, float* r);
+ORV_API void _qemsErf_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErf_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErf_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErf_G9EPnnn(int32_t n, const float* a, float* r);
+
+/** sErfc: 1 - erf(x), accurate where it is small; float.
+ *  Largest error: LA 2.95, HA 0.51, EP 4.1e+03 ulp.
+ *  Status codes: 4 denormal or zero result of a finite argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sErfc_ttab[3];
+extern ORV_API const float orv_qem_kernel_sErfc_ctab[3];
+ORV_API void _qemsErfc_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsErfc_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsErfc(int32_t n, const float* a, float* r);
+ORV_API void _qemsErfc_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErfc_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErfc_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErfc_W7EPnnn(int32_t n, const float* a, float* r);
 
 /** sExp: e^x; float.
  *  Largest error: LA 1.97, HA 0.569, EP 123 ulp.
@@ -769,6 +808,19 @@ ORV_API void _qemdCbrt_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCbrt_W7LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCbrt_W7HAynn(int32_t n, const double* a, double* r);
 
+/** dCdfNorm: distribution function of the normal law, erfc(-x/sqrt(2))/2; double.
+ *  Largest error: LA 2, HA 0.6, EP 3.6e+05 ulp.
+ *  Status codes: 4 zero result of a finite argument. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dCdfNorm_ttab[3];
+extern ORV_API const float orv_qem_kernel_dCdfNorm_ctab[3];
+ORV_API void _qemdCdfNorm_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdCdfNorm_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdCdfNorm(int32_t n, const double* a, double* r);
+ORV_API void _qemdCdfNorm_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCdfNorm_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCdfNorm_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCdfNorm_G9EPnnn(int32_t n, const double* a, double* r);
+
 /** dCeil: least whole number that is not below x; double.
  *  Status codes: none. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dCeil_ttab[3];
@@ -815,6 +867,31 @@ ORV_API void _qemdDiv(int32_t n, const double* a, const double* b, double* r);
 ORV_API void _qemdDiv_26(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dDiv_G9LAynn(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dDiv_G9HAynn(int32_t n, const double* a, const double* b, double* r);
+
+/** dErf: error function, odd to the bit; double.
+ *  Largest error: LA 2.05, HA 0.52, EP 3.7e+07 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dErf_ttab[3];
+extern ORV_API const float orv_qem_kernel_dErf_ctab[3];
+ORV_API void _qemdErf_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdErf_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdErf(int32_t n, const double* a, double* r);
+ORV_API void _qemdErf_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dErf_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dErf_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dErf_G9EPnnn(int32_t n, const double* a, double* r);
+
+/** dErfc: 1 - erf(x), accurate where it is small; double.
+ *  Largest error: LA 2, HA 0.6, EP 2 ulp.
+ *  Status codes: 4 denormal or zero result of a finite argument. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dErfc_ttab[3];
+extern ORV_API const float orv_qem_kernel_dErfc_ctab[3];
+ORV_API void _qemdErfc_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdErfc_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdErfc(int32_t n, const double* a, double* r);
+ORV_API void _qemdErfc_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dErfc_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dErfc_W7HAynn(int32_t n, const double* a, double* r);
 
 /** dExp: e^x; double.
  *  Largest error: LA 3.17, HA 0.527, EP 5.97e+07 ulp.

@@ -42,6 +42,10 @@ constexpr Domain domains[] = {
     {"sd", "Asin", -1, 1},
     {"sd", "Acosh", 1, 1000},
     {"sd", "Atanh", -0.9, 0.9},
+    {"d", "Erfc", -26, 26},
+    {"s", "Erfc", -9, 9},
+    {"d", "CdfNorm", -37, 37},
+    {"s", "CdfNorm", -12, 12},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -82,6 +86,7 @@ int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   if ((f == "Exp" || f == "Expm1") && x > exp_largest) return QEM_STATUS_OVERFLOW;
   if ((f == "Cosh" || f == "Sinh") && fabs(x) > exp_largest) return QEM_STATUS_OVERFLOW;
   if (f == "Exp" && x < exp_lowest) return QEM_STATUS_UNDERFLOW;
+  if ((f == "Erfc" && x > 30) || (f == "CdfNorm" && x < -40)) return QEM_STATUS_UNDERFLOW;
   const bool denormal = x != 0 && fabs(x) < std::numeric_limits<T>::min();
   if (f == "Expm1" && denormal) return QEM_STATUS_UNDERFLOW;
   return QEM_STATUS_OK;
@@ -181,6 +186,24 @@ const Row rows[] = {
     {"InvCbrt", {{-0.0}, {}, 2, {-inf}}},
     {"InvCbrt", {{inf}, {}, 0, {0}}},
     {"InvCbrt", {{-inf}, {}, 0, {-0.0}}},
+    {"Erfc", {{-0.0}, {}, 0, {1}}},
+    {"Erfc", {{tiny}, {}, 0, {1}}},
+    {"Erfc", {{26.6}, {}, 4, {}}},  // denormal in double
+    {"Erfc", {{largest}, {}, 4, {0}}},
+    {"Erfc", {{-largest}, {}, 0, {2}}},
+    {"Erfc", {{inf}, {}, 0, {0}}},
+    {"Erfc", {{-inf}, {}, 0, {2}}},
+    {"CdfNorm", {{0}, {}, 0, {0.5}}},
+    {"CdfNorm", {{-tiny}, {}, 0, {0.5}}},
+    {"CdfNorm", {{-14}, {}, 0, {}}},  // denormal in float
+    {"CdfNorm", {{-38.5}, {}, 4, {0}}},
+    {"CdfNorm", {{largest}, {}, 0, {1}}},
+    {"CdfNorm", {{-inf}, {}, 0, {0}}},
+    {"CdfNorm", {{inf}, {}, 0, {1}}},
+    {"Erf", {{-0.0}, {}, 0, {-0.0}}},
+    {"Erf", {{tiny}, {}, 0, {tiny}}},
+    {"Erf", {{largest}, {}, 0, {1}}},
+    {"Erf", {{-inf}, {}, 0, {-1}}},
     {"Modf", {{-3.75}, {}, 0, {-3, -0.75}}},
     {"Modf", {{-0.0}, {}, 0, {-0.0, -0.0}}},
     {"Modf", {{-tiny}, {}, 0, {-0.0, -tiny}}},

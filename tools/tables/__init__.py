@@ -1,5 +1,7 @@
 """The table files: path -> function that returns the file's text."""
-from . import arcsine, arctangent, cube_root, exp, exported, hyperbolic, ln, power, sincos
+from . import (
+    arcsine, arctangent, cube_root, error_function, exp, exported, hyperbolic, ln, power,
+    sincos)
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
@@ -14,6 +16,11 @@ FILES = {
     CORE / "_heap/real/tables/vscbrt_tables.hpp": cube_root.vscbrt_tables,
     CORE / "invcbrt/tables/vdinvcbrt_tables.hpp": cube_root.vdinvcbrt_tables,
     CORE / "invcbrt/tables/vsinvcbrt_tables.hpp": cube_root.vsinvcbrt_tables,
+    CORE / "cdfnorm/tables/cdfnorm_tables.hpp": error_function.cdfnorm_tables,
+    CORE / "erf/tables/vderf_tables.hpp": error_function.vderf_tables,
+    CORE / "erf/tables/vserf_tables.hpp": error_function.vserf_tables,
+    CORE / "erfc/tables/erfc_tables.hpp": error_function.erfc_tables,
+    CORE / "_heap/real/tables/normal_tail_tables.hpp": error_function.normal_tail_tables,
     CORE / "exp/tables/vdexp_tables.hpp": exp.vdexp_tables,
     CORE / "exp/tables/vsexp_tables.hpp": exp.vsexp_tables,
     CORE / "expm1/tables/vdexpm1_tables.hpp": exp.vdexpm1_tables,

@@ -563,6 +563,9 @@ inline __m128 minimum(__m128 a, __m128 b) { return _mm_min_ps(a, b); }
 inline __m256d minimum(__m256d a, __m256d b) { return _mm256_min_pd(a, b); }
 inline __m256 minimum(__m256 a, __m256 b) { return _mm256_min_ps(a, b); }
 #endif
+/// The lesser one, and b if one of them is NaN.
+inline __m128d minimum(__m128d a, __m128d b) { return _mm_min_pd(a, b); }
+inline __m128 minimum(__m128 a, __m128 b) { return _mm_min_ps(a, b); }
 
 /// All bits set in the lanes where a > b; neither is NaN.
 inline __m128d greater(__m128d a, __m128d b) { return _mm_cmpgt_pd(a, b); }
@@ -573,6 +576,8 @@ inline __m128 equal(__m128 a, __m128 b) { return _mm_cmpeq_ps(a, b); }
 #ifdef __AVX__
 inline __m256d equal(__m256d a, __m256d b) { return compare<_CMP_EQ_OQ>(a, b); }
 inline __m256 equal(__m256 a, __m256 b) { return compare<_CMP_EQ_OQ>(a, b); }
+inline __m256d minimum(__m256d a, __m256d b) { return _mm256_min_pd(a, b); }
+inline __m256 minimum(__m256 a, __m256 b) { return _mm256_min_ps(a, b); }
 inline __m256d greater(__m256d a, __m256d b) { return compare<_CMP_GT_OQ>(a, b); }
 inline __m256 greater(__m256 a, __m256 b) { return compare<_CMP_GT_OQ>(a, b); }
 #endif

@@ -1,0 +1,5 @@
+#include "cdfnorm.hpp"
+
+void orv_qem_kernel_dCdfNorm_G9LAynn(int32_t n, const double* a, double* r) {
+  orv::guarded(orv::CdfNorm<double, orv::Level::LA>{}, n, a, r);
+}

@@ -1,0 +1,5 @@
+#include "cdfnorm.hpp"
+
+void orv_qem_kernel_sCdfNorm_G9LAynn(int32_t n, const float* a, float* r) {
+  orv::guarded(orv::CdfNorm<float, orv::Level::LA>{}, n, a, r);
+}

@@ -1,0 +1,5 @@
+#include "derf.hpp"
+
+void orv_qem_kernel_dErf_G9LAynn(int32_t n, const double* a, double* r) {
+  orv::guarded(orv::DErf<orv::Level::LA>{}, n, a, r);
+}
