@@ -8,6 +8,7 @@ namespace orv_test {
 
 std::vector<Function> arithmetic_functions();
 std::vector<Function> exponential_functions();
+std::vector<Function> inverse_error_functions();
 std::vector<Function> power_functions();
 std::vector<Function> root_functions();
 std::vector<Function> rounding_functions();

@@ -1,6 +1,7 @@
 """The table files: path -> function that returns the file's text."""
-from . import cube_root, exp, exported, ln, sincos
-from . import exp, exported, ln, power, sincos
+from mpmath import sqrt
+
+from . import cube_root, exp, exported, inverse_error, ln, power, sincos
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
@@ -8,6 +9,13 @@ FILES = {
     CORE / "_heap/real/tables/vscbrt_tables.hpp": cube_root.vscbrt_tables,
     CORE / "invcbrt/tables/vdinvcbrt_tables.hpp": cube_root.vdinvcbrt_tables,
     CORE / "invcbrt/tables/vsinvcbrt_tables.hpp": cube_root.vsinvcbrt_tables,
+    CORE / "_heap/real/tables/inverse_error_log_table.hpp": inverse_error.log_table,
+    CORE / "cdfnorminv/tables/cdfnorminv_tail_tables.hpp": inverse_error.slow_tables("CdfNormInv", lambda: sqrt(2)),
+    CORE / "cdfnorminv/tables/dcdfnorminv_tables.hpp": inverse_error.main_tables("double", "CdfNormInv", lambda: sqrt(2)),
+    CORE / "cdfnorminv/tables/scdfnorminv_tables.hpp": inverse_error.main_tables("float", "CdfNormInv", lambda: sqrt(2)),
+    CORE / "erfcinv/tables/erfcinv_tail_tables.hpp": inverse_error.slow_tables("ErfcInv", lambda: 1),
+    CORE / "erfcinv/tables/derfcinv_tables.hpp": inverse_error.main_tables("double", "ErfcInv", lambda: 1),
+    CORE / "erfcinv/tables/serfcinv_tables.hpp": inverse_error.main_tables("float", "ErfcInv", lambda: 1),
     CORE / "exp/tables/vdexp_tables.hpp": exp.vdexp_tables,
     CORE / "exp/tables/vsexp_tables.hpp": exp.vsexp_tables,
     CORE / "expm1/tables/vdexpm1_tables.hpp": exp.vdexpm1_tables,

@@ -520,6 +520,8 @@ inline __m128d number_or_zero(__m128d x) { return _mm_and_pd(x, _mm_cmpord_pd(x,
 inline __m128 number_or_zero(__m128 x) { return _mm_and_ps(x, _mm_cmpord_ps(x, x)); }
 inline __m128d maximum(__m128d a, __m128d b) { return _mm_max_pd(a, b); }
 inline __m128 maximum(__m128 a, __m128 b) { return _mm_max_ps(a, b); }
+inline __m128d minimum(__m128d a, __m128d b) { return _mm_min_pd(a, b); }
+inline __m128 minimum(__m128 a, __m128 b) { return _mm_min_ps(a, b); }
 
 /// All bits set in the lanes where a > b; neither is NaN.
 inline __m128d greater(__m128d a, __m128d b) { return _mm_cmpgt_pd(a, b); }
