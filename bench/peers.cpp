@@ -8,6 +8,11 @@
 
 #include <cmath>
 #include <functional>
+#if ORV_HAVE_BOOST
+#include <boost/math/special_functions/erf.hpp>
+#endif
+
+#include "support/inverse_error.hpp"
 
 #ifdef __x86_64__
 #define DECLARE_LIBMVEC(name)                  \
@@ -297,6 +302,31 @@ constexpr auto float_roots =
 constexpr auto double_roots =
     roots<double, __m256d, hypot, Sleef_hypotd4_u05avx, Sleef_hypotd4_u35avx>;
 
+/// By way of the C library's erf and erfc, as other vector libraries have no inverse of them.
+template <class T>
+std::vector<Function> inverse_errors(char type) {
+  const auto by = [](const char* who, auto f) {
+    return Contender{who, orv_call::of(unary_loop<T, decltype(f)>)};
+  };
+  const auto libm = [&](auto f) {
+    return by("libm", [](T x) { return static_cast<T>(decltype(f)()(x)); });
+  };
+  std::vector<Function> rows = {
+      {type, "CdfNormInv", 0.001, 0.999, {libm([](double x) { return orv_test::cdfnorminv(x); })}},
+      {type, "ErfcInv", 0.001, 1.999, {libm([](double x) { return orv_test::erfcinv(x); })}},
+      {type, "ErfInv", -0.999, 0.999, {libm([](double x) { return orv_test::erfinv(x); })}}};
+#if ORV_HAVE_BOOST
+  using namespace boost::math;
+  using Plain = decltype(policies::make_policy(policies::promote_float<false>(),
+                                               policies::promote_double<false>()));
+  const auto cdf = [](T x) { return static_cast<T>(-M_SQRT2) * erfc_inv(2 * x, Plain()); };
+  rows[0].peers.push_back(by("boost", cdf));
+  rows[1].peers.push_back(by("boost", [](T x) { return erfc_inv(x, Plain()); }));
+  rows[2].peers.push_back(by("boost", [](T x) { return erf_inv(x, Plain()); }));
+#endif
+  return rows;
+}
+
 /// Arithmetic and moves of real numbers T, and of complex ones C of them.
 template <class T, class C>
 std::vector<Function> arithmetic(char real, char complex) {
@@ -421,6 +451,8 @@ const std::vector<Function>& all_functions() {
   static const auto list = [] {
     std::vector<Function> all(std::begin(transcendental), std::end(transcendental));
     for (auto& row : arithmetic<float, QemComplexFloat>('s', 'c')) all.push_back(row);
+    for (auto& row : inverse_errors<float>('s')) all.push_back(row);
+    for (auto& row : inverse_errors<double>('d')) all.push_back(row);
     for (auto& row : float_roots('s')) all.push_back(row);
     for (auto& row : double_roots('d')) all.push_back(row);
     for (auto& row : arithmetic<double, QemComplexDouble>('d', 'z')) all.push_back(row);

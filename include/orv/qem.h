@@ -191,6 +191,17 @@ ORV_API void orv_qem_kernel_zCIS_SC_HA(int32_t i, const double* a, QemComplexDou
 ORV_API void orv_qem_kernel_zCIS_SC_LA(int32_t i, const double* a, QemComplexDouble* r);
 ORV_API void orv_qem_kernel_zCIS_SC_A11(int32_t i, const double* a, QemComplexDouble* r);
 
+/** CdfNormInv and ErfcInv of one element, *a, into *r, below 1 ulp. They return the status code that
+ *  the vector functions report, and report nothing. */
+ORV_API int32_t dCdfNormInv_SC(const double* a, double* r);
+ORV_API int32_t dErfcInv_SC(const double* a, double* r);
+ORV_API int32_t sCdfNormInv_SC(const float* a, float* r);
+ORV_API int32_t sErfcInv_SC(const float* a, float* r);
+
+/** The same of an x strictly within the domain, 0 to 1 and 0 to 2. */
+ORV_API double dCdfNormInv_Tail(double x);
+ORV_API double dErfcInv_Tail(double x);
+
 /** Takes whole quarter turns out of a finite x of 2^16 or more: what is left, within pi/4, goes to
  *  out[0] and what that lacks to out[1]. Returns the quarter turns modulo 4 (M. Payne and R. Hanek,
  *  1983). */

@@ -213,6 +213,18 @@ ORV_API void _qemsCdfNorm_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sCdfNorm_G9LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sCdfNorm_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sCdfNorm_G9EPnnn(int32_t n, const float* a, float* r);
+/** sCdfNormInv: quantile of the standard normal distribution, where CdfNorm is x; float.
+ *  Largest error: LA 2.45, HA 0.541, EP 2.45 ulp.
+ *  Status codes: 1 argument below 0 or above 1, 2 argument 0 or 1. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sCdfNormInv_ttab[3];
+extern ORV_API const float orv_qem_kernel_sCdfNormInv_ctab[3];
+ORV_API void _qemsCdfNormInv_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsCdfNormInv_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsCdfNormInv(int32_t n, const float* a, float* r);
+ORV_API void _qemsCdfNormInv_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCdfNormInv_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCdfNormInv_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sCdfNormInv_W7EPnnn(int32_t n, const float* a, float* r);
 
 /** sCeil: least whole number that is not below x; float.
  *  Status codes: none. */
@@ -287,6 +299,31 @@ ORV_API void _qemsErfc_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sErfc_W7LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sErfc_W7HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sErfc_W7EPnnn(int32_t n, const float* a, float* r);
+/** sErfInv: inverse of the error function; float.
+ *  Largest error: LA 2.25, HA 0.543, EP 2.25 ulp.
+ *  Status codes: 1 argument below -1 or above 1, 2 argument -1 or 1. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sErfInv_ttab[3];
+extern ORV_API const float orv_qem_kernel_sErfInv_ctab[3];
+ORV_API void _qemsErfInv_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsErfInv_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsErfInv(int32_t n, const float* a, float* r);
+ORV_API void _qemsErfInv_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErfInv_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErfInv_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErfInv_G9EPnnn(int32_t n, const float* a, float* r);
+
+/** sErfcInv: inverse of the complementary error function; float.
+ *  Largest error: LA 2.45, HA 0.543, EP 2.45 ulp.
+ *  Status codes: 1 argument below 0 or above 2, 2 argument 0 or 2. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sErfcInv_ttab[3];
+extern ORV_API const float orv_qem_kernel_sErfcInv_ctab[3];
+ORV_API void _qemsErfcInv_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsErfcInv_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsErfcInv(int32_t n, const float* a, float* r);
+ORV_API void _qemsErfcInv_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErfcInv_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErfcInv_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErfcInv_W7EPnnn(int32_t n, const float* a, float* r);
 
 /** sExp: e^x; float.
  *  Largest error: LA 1.97, HA 0.569, EP 123 ulp.
@@ -820,6 +857,18 @@ ORV_API void _qemdCdfNorm_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCdfNorm_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCdfNorm_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCdfNorm_G9EPnnn(int32_t n, const double* a, double* r);
+/** dCdfNormInv: quantile of the standard normal distribution, where CdfNorm is x; double.
+ *  Largest error: LA 2.4, HA 0.528, EP 4.52e+07 ulp.
+ *  Status codes: 1 argument below 0 or above 1, 2 argument 0 or 1. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dCdfNormInv_ttab[3];
+extern ORV_API const float orv_qem_kernel_dCdfNormInv_ctab[3];
+ORV_API void _qemdCdfNormInv_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdCdfNormInv_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdCdfNormInv(int32_t n, const double* a, double* r);
+ORV_API void _qemdCdfNormInv_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCdfNormInv_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCdfNormInv_W7HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dCdfNormInv_W7EPnnn(int32_t n, const double* a, double* r);
 
 /** dCeil: least whole number that is not below x; double.
  *  Status codes: none. */
@@ -892,6 +941,31 @@ ORV_API void _qemdErfc(int32_t n, const double* a, double* r);
 ORV_API void _qemdErfc_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dErfc_W7LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dErfc_W7HAynn(int32_t n, const double* a, double* r);
+/** dErfInv: inverse of the error function; double.
+ *  Largest error: LA 2.2, HA 0.53, EP 6.39e+07 ulp.
+ *  Status codes: 1 argument below -1 or above 1, 2 argument -1 or 1. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dErfInv_ttab[3];
+extern ORV_API const float orv_qem_kernel_dErfInv_ctab[3];
+ORV_API void _qemdErfInv_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdErfInv_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdErfInv(int32_t n, const double* a, double* r);
+ORV_API void _qemdErfInv_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dErfInv_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dErfInv_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dErfInv_G9EPnnn(int32_t n, const double* a, double* r);
+
+/** dErfcInv: inverse of the complementary error function; double.
+ *  Largest error: LA 2.4, HA 0.53, EP 6.39e+07 ulp.
+ *  Status codes: 1 argument below 0 or above 2, 2 argument 0 or 2. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dErfcInv_ttab[3];
+extern ORV_API const float orv_qem_kernel_dErfcInv_ctab[3];
+ORV_API void _qemdErfcInv_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdErfcInv_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdErfcInv(int32_t n, const double* a, double* r);
+ORV_API void _qemdErfcInv_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dErfcInv_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dErfcInv_W7HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dErfcInv_W7EPnnn(int32_t n, const double* a, double* r);
 
 /** dExp: e^x; double.
  *  Largest error: LA 3.17, HA 0.527, EP 5.97e+07 ulp.

@@ -12,6 +12,7 @@ std::vector<Function> arithmetic_functions();
 std::vector<Function> error_function_functions();
 std::vector<Function> exponential_functions();
 std::vector<Function> hyperbolic_functions();
+std::vector<Function> inverse_error_functions();
 std::vector<Function> inverse_hyperbolic_functions();
 std::vector<Function> power_functions();
 std::vector<Function> root_functions();

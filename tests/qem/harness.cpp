@@ -46,6 +46,9 @@ constexpr Domain domains[] = {
     {"s", "Erfc", -9, 9},
     {"d", "CdfNorm", -37, 37},
     {"s", "CdfNorm", -12, 12},
+    {"sd", "CdfNormInv", 0.001, 0.999},
+    {"sd", "ErfcInv", 0.001, 1.999},
+    {"sd", "ErfInv", 0.001, 0.999},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -76,6 +79,11 @@ int32_t code_of(const std::string& f, T x, T exp_lowest, T exp_largest) {
   const bool arc = f == "Acos" || f == "Asin";
   const T pole = f == "Log1p" ? -1 : 0;
   if (arc && fabs(x) > 1) return QEM_STATUS_DOMAIN;
+  if (f == "CdfNormInv" || f == "ErfcInv" || f == "ErfInv") {
+    const T low = f == "ErfInv" ? -1 : 0, high = f == "ErfcInv" ? 2 : 1;
+    if (x < low || x > high) return QEM_STATUS_DOMAIN;
+    return x == low || x == high ? QEM_STATUS_SINGULARITY : QEM_STATUS_OK;
+  }
   if ((logarithm || root) && x < pole) return QEM_STATUS_DOMAIN;
   if ((logarithm || reciprocal) && x == pole) return QEM_STATUS_SINGULARITY;
   if (f == "Acosh" && x < 1) return QEM_STATUS_DOMAIN;
@@ -322,6 +330,31 @@ const Row rows[] = {
     {"Pow", {{-largest}, {-largest}, 0, {0}}},
     {"Pow", {{-2}, {-4097}, 0, {-0.0}}},
     {"Pow", {{3}, {-tiny}, 0, {1}}},
+    {"CdfNormInv", {{0.5}, {}, 0, {0}}},
+    {"CdfNormInv", {{0}, {}, 2, {-inf}}},
+    {"CdfNormInv", {{-0.0}, {}, 2, {-inf}}},
+    {"CdfNormInv", {{1}, {}, 2, {inf}}},
+    {"CdfNormInv", {{-tiny}, {}, 1, {nan}}},
+    {"CdfNormInv", {{inf}, {}, 1, {nan}}},
+    {"CdfNormInv", {{-inf}, {}, 1, {nan}}},
+    {"CdfNormInv", {{tiny}, {}, 0, {}}},
+    {"CdfNormInv", {{0x1p-54}, {}, 0, {}}},
+    {"CdfNormInv", {{0x1.FFFFFFp-55}, {}, 0, {}}},
+    {"ErfcInv", {{1}, {}, 0, {0}}},
+    {"ErfcInv", {{0}, {}, 2, {inf}}},
+    {"ErfcInv", {{-0.0}, {}, 2, {inf}}},
+    {"ErfcInv", {{2}, {}, 2, {-inf}}},
+    {"ErfcInv", {{-tiny}, {}, 1, {nan}}},
+    {"ErfcInv", {{-inf}, {}, 1, {nan}}},
+    {"ErfcInv", {{tiny}, {}, 0, {}}},
+    {"ErfInv", {{0}, {}, 0, {0}}},
+    {"ErfInv", {{-0.0}, {}, 0, {-0.0}}},
+    {"ErfInv", {{1}, {}, 2, {inf}}},
+    {"ErfInv", {{-1}, {}, 2, {-inf}}},
+    {"ErfInv", {{inf}, {}, 1, {nan}}},
+    {"ErfInv", {{-inf}, {}, 1, {nan}}},
+    {"ErfInv", {{-tiny}, {}, 0, {-tiny}}},
+    {"ErfInv", {{0x1p-35}, {}, 0, {}}},
     {"CIS", {{inf}, {}, 1, {nan, nan}}},
     {"CIS", {{-inf}, {}, 1, {nan, nan}}},
     {"CIS", {{nan}, {}, 0, {nan, nan}}},

@@ -1,6 +1,10 @@
-// The scalar entries of SinCos and CIS: the bits of the vector kernels under any control words, and
-// reports under names of their own.
+// The scalar entries: of SinCos and CIS, with the bits of the vector kernels under any control
+// words and reports under names of their own; of CdfNormInv and ErfcInv, which take other ways than
+// the kernels' lanes and return their status codes.
 #include <math.h>
+
+#include <cmath>
+#include <limits>
 
 #include "harness.hpp"
 
@@ -61,6 +65,49 @@ TEST(ScalarEntries, GiveTheBitsOfTheKernelAndReportByTheirName) {
   in_fresh_thread([] {
     check(in_float, _qemcCIS);
     check(in_double, _qemzCIS);
+  });
+}
+
+/// Both are so near to the truth that they are neighbours at most. Arguments are close together
+/// at 0, on both sides of the zero, where the entries' ways change, and at the upper pole.
+template <class T>
+void check_inverse(int32_t (*entry)(const T*, T*), void (*kernel)(int32_t, const T*, T*), T end) {
+  using Limits = std::numeric_limits<T>;
+  std::vector<T> a = {0, -T(0), -1, end, std::nextafter(end, T(3)), INFINITY, -INFINITY, NAN};
+  for (T x = Limits::denorm_min(); x < end; x = x * T(1.03) + Limits::denorm_min()) {
+    a.push_back(x);
+    if (x < end / 2) a.insert(a.end(), {end - x, end / 2 + x, end / 2 - x});
+  }
+  listen();
+  const auto n = static_cast<int32_t>(a.size());
+  std::vector<T> expected(n);
+  kernel(n, a.data(), expected.data());
+  Codes codes;
+  for (int32_t i = 0; i < n; ++i) {
+    T y;
+    if (const int32_t code = entry(&a[i], &y); code != 0) codes.emplace_back(code, i);
+    const T above = std::nextafter(expected[i], T(INFINITY)),
+            below = std::nextafter(expected[i], -T(INFINITY));
+    EXPECT_TRUE((below <= y && y <= above) || (isnan(y) && isnan(expected[i]))) << a[i];
+    EXPECT_EQ(std::signbit(y), std::signbit(expected[i])) << a[i];
+  }
+  EXPECT_EQ(codes, codes_heard());
+  EXPECT_GE(codes.size(), 6u);
+}
+
+TEST(ScalarEntries, OfInversesAgreeWithTheKernels) {
+  in_fresh_thread([] {
+    check_inverse<double>(dCdfNormInv_SC, _qemdCdfNormInv_HA, 1);
+    check_inverse<double>(dErfcInv_SC, _qemdErfcInv_HA, 2);
+    check_inverse<float>(sCdfNormInv_SC, _qemsCdfNormInv_HA, 1);
+    check_inverse<float>(sErfcInv_SC, _qemsErfcInv_HA, 2);
+    for (const double x : {5e-324, 1e-300, 0.3, 0.97}) {
+      double y, z;
+      EXPECT_EQ(dCdfNormInv_SC(&x, &y), 0);
+      EXPECT_EQ(dErfcInv_SC(&x, &z), 0);
+      EXPECT_EQ(dCdfNormInv_Tail(x), y);
+      EXPECT_EQ(dErfcInv_Tail(x), z);
+    }
   });
 }
 

@@ -1,7 +1,12 @@
 """The table files: path -> function that returns the file's text."""
 from . import (
+    arcsine, arctangent, cube_root, error_function, exp, exported, hyperbolic, inverse_error,
+    ln, power, sincos)
     arcsine, arctangent, cube_root, error_function, exp, exported, hyperbolic, ln, power,
     sincos)
+from mpmath import sqrt
+
+from . import cube_root, exp, exported, inverse_error, ln, power, sincos
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
@@ -21,6 +26,13 @@ FILES = {
     CORE / "erf/tables/vserf_tables.hpp": error_function.vserf_tables,
     CORE / "erfc/tables/erfc_tables.hpp": error_function.erfc_tables,
     CORE / "_heap/real/tables/normal_tail_tables.hpp": error_function.normal_tail_tables,
+    CORE / "_heap/real/tables/inverse_error_log_table.hpp": inverse_error.log_table,
+    CORE / "cdfnorminv/tables/cdfnorminv_tail_tables.hpp": inverse_error.slow_tables("CdfNormInv", lambda: sqrt(2)),
+    CORE / "cdfnorminv/tables/dcdfnorminv_tables.hpp": inverse_error.main_tables("double", "CdfNormInv", lambda: sqrt(2)),
+    CORE / "cdfnorminv/tables/scdfnorminv_tables.hpp": inverse_error.main_tables("float", "CdfNormInv", lambda: sqrt(2)),
+    CORE / "erfcinv/tables/erfcinv_tail_tables.hpp": inverse_error.slow_tables("ErfcInv", lambda: 1),
+    CORE / "erfcinv/tables/derfcinv_tables.hpp": inverse_error.main_tables("double", "ErfcInv", lambda: 1),
+    CORE / "erfcinv/tables/serfcinv_tables.hpp": inverse_error.main_tables("float", "ErfcInv", lambda: 1),
     CORE / "exp/tables/vdexp_tables.hpp": exp.vdexp_tables,
     CORE / "exp/tables/vsexp_tables.hpp": exp.vsexp_tables,
     CORE / "expm1/tables/vdexpm1_tables.hpp": exp.vdexpm1_tables,

@@ -1,0 +1,5 @@
+#include "cdfnorminv.hpp"
+
+void orv_qem_kernel_sCdfNormInv_W7LAynn(int32_t n, const float* a, float* r) {
+  orv::guarded(orv::InverseError<orv::CdfNormInv, float, orv::Level::LA>{}, n, a, r);
+}

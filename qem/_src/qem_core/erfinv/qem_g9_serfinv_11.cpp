@@ -1,0 +1,5 @@
+#include "erfinv.hpp"
+
+void orv_qem_kernel_sErfInv_G9EPnnn(int32_t n, const float* a, float* r) {
+  orv::guarded(orv::InverseError<orv::ErfInv, float, orv::Level::EP>{}, n, a, r);
+}
