@@ -2,6 +2,8 @@
 from . import (
     arcsine, arctangent, cube_root, error_function, exp, exported, hyperbolic, inverse_error,
     ln, power, sincos)
+    arcsine, arctangent, cube_root, error_function, exp, exported, hyperbolic, inverse_error,
+    ln, power, sincos)
     arcsine, arctangent, cube_root, error_function, exp, exported, hyperbolic, ln, power,
     sincos)
 from mpmath import sqrt

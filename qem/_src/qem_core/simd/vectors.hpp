@@ -551,21 +551,17 @@ inline int mask_of(__m128 v) { return _mm_movemask_ps(v); }
 /// x, with 0 in place of NaN: for operations that signal on any NaN.
 inline __m128d number_or_zero(__m128d x) { return _mm_and_pd(x, _mm_cmpord_pd(x, x)); }
 inline __m128 number_or_zero(__m128 x) { return _mm_and_ps(x, _mm_cmpord_ps(x, x)); }
+/// The greater one, the lesser one; b if one of them is NaN.
 inline __m128d maximum(__m128d a, __m128d b) { return _mm_max_pd(a, b); }
 inline __m128 maximum(__m128 a, __m128 b) { return _mm_max_ps(a, b); }
+inline __m128d minimum(__m128d a, __m128d b) { return _mm_min_pd(a, b); }
+inline __m128 minimum(__m128 a, __m128 b) { return _mm_min_ps(a, b); }
 #ifdef __AVX__
 inline __m256d maximum(__m256d a, __m256d b) { return _mm256_max_pd(a, b); }
 inline __m256 maximum(__m256 a, __m256 b) { return _mm256_max_ps(a, b); }
-#endif
-inline __m128d minimum(__m128d a, __m128d b) { return _mm_min_pd(a, b); }
-inline __m128 minimum(__m128 a, __m128 b) { return _mm_min_ps(a, b); }
-#ifdef __AVX__
 inline __m256d minimum(__m256d a, __m256d b) { return _mm256_min_pd(a, b); }
 inline __m256 minimum(__m256 a, __m256 b) { return _mm256_min_ps(a, b); }
 #endif
-/// The lesser one, and b if one of them is NaN.
-inline __m128d minimum(__m128d a, __m128d b) { return _mm_min_pd(a, b); }
-inline __m128 minimum(__m128 a, __m128 b) { return _mm_min_ps(a, b); }
 
 /// All bits set in the lanes where a > b; neither is NaN.
 inline __m128d greater(__m128d a, __m128d b) { return _mm_cmpgt_pd(a, b); }
@@ -576,8 +572,6 @@ inline __m128 equal(__m128 a, __m128 b) { return _mm_cmpeq_ps(a, b); }
 #ifdef __AVX__
 inline __m256d equal(__m256d a, __m256d b) { return compare<_CMP_EQ_OQ>(a, b); }
 inline __m256 equal(__m256 a, __m256 b) { return compare<_CMP_EQ_OQ>(a, b); }
-inline __m256d minimum(__m256d a, __m256d b) { return _mm256_min_pd(a, b); }
-inline __m256 minimum(__m256 a, __m256 b) { return _mm256_min_ps(a, b); }
 inline __m256d greater(__m256d a, __m256d b) { return compare<_CMP_GT_OQ>(a, b); }
 inline __m256 greater(__m256 a, __m256 b) { return compare<_CMP_GT_OQ>(a, b); }
 #endif
