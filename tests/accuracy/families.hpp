@@ -7,6 +7,7 @@
 namespace orv_test {
 
 std::vector<Function> arithmetic_functions();
+std::vector<Function> complex_functions();
 std::vector<Function> exponential_functions();
 std::vector<Function> power_functions();
 std::vector<Function> root_functions();

@@ -5,8 +5,9 @@ namespace orv_test {
 const std::vector<Function>& functions() {
   static const auto list = [] {
     std::vector<Function> all;
-    for (const auto family : {arithmetic_functions, rounding_functions, exponential_functions,
-                              trigonometric_functions, power_functions, root_functions}) {
+    for (const auto family :
+         {arithmetic_functions, rounding_functions, exponential_functions, trigonometric_functions,
+          power_functions, root_functions, complex_functions}) {
       for (Function& f : family()) all.push_back(std::move(f));
     }
     return all;

@@ -1,4 +1,4 @@
-#include "harness.hpp"
+#include "rows.hpp"
 
 #include <math.h>
 
@@ -19,7 +19,10 @@ constexpr Domain domains[] = {
     {"sd", "Log1p", -0.9, 1e30}, {"sdcz", "CIS", -60000, 60000}, {"sd", "Sqrt", 0, 1e30},
     {"s", "Cos", -10000, 10000}, {"s", "Sin", -10000, 10000},    {"s", "SinCos", -10000, 10000},
     {"s", "Tan", -10000, 10000}, {"sd", "InvSqrt", 0, 1e30},     {"sd", "Pow3o2", 0, 1e20},
-    {"sd", "Pow", 0.5, 20},      {"sd", "Powx", 0, 1e30},
+    {"sd", "Pow", 0.5, 20},      {"sd", "Powx", 0, 1e30},        {"cz", "Pow", 0.5, 4},
+    {"cz", "Cos", -80, 80},      {"cz", "Cosh", -80, 80},        {"cz", "Sin", -80, 80},
+    {"cz", "Sinh", -80, 80},     {"cz", "Tan", -10, 10},         {"cz", "Tanh", -10, 10},
+    {"cz", "Atan", -10, 10},     {"cz", "Atanh", -10, 10},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -76,15 +79,6 @@ std::vector<SpecialValue> unary_values(const std::string& function, T small, T e
   return list;
 }
 
-constexpr double inf = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-/// Stands for the type's largest number, and for its smallest denormal one.
-constexpr double largest = 1e300, tiny = 1e-300;
-
-struct Row {
-  const char* function;
-  SpecialValue value;
-};
 /// Functions of two arguments, of two results, of complex ones; results that must be exact.
 const Row rows[] = {
     {"Exp", {{0}, {}, 0, {1}}},
@@ -331,8 +325,11 @@ std::vector<SpecialValue> special_values(const Kernel& kernel) {
                               : unary_values(kernel.function, 1e-100, -708.3964185322641, -745.2,
                                              709.782712893384);
   }
-  const bool silent = kernel.name() == "sDiv_EP" || (kernel.function == "Mul" && kernel.slot == EP);
-  for (const auto& [function, row] : rows) {
+  const bool product = kernel.function == "Mul" || kernel.function == "MulByConj";
+  const bool silent = kernel.name() == "sDiv_EP" || (product && kernel.slot == EP);
+  std::vector<Row> all(std::begin(rows), std::end(rows));
+  all.insert(all.end(), complex_rows().begin(), complex_rows().end());
+  for (const auto& [function, row] : all) {
     if (function != kernel.function || kernel.input_size(1) != row.a.size()) continue;
     SpecialValue value = row;
     for (auto* numbers : {&value.a, &value.b, &value.r}) {

@@ -1,6 +1,5 @@
 """The table files: path -> function that returns the file's text."""
-from . import cube_root, exp, exported, ln, sincos
-from . import exp, exported, ln, power, sincos
+from . import cube_root, exp, exported, extended, ln, power, sincos
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
@@ -21,6 +20,7 @@ FILES = {
     CORE / "pow/tables/vdpow_tables.hpp": power.vdpow_tables,
     CORE / "pow/tables/vspow_tables.hpp": power.vspow_tables,
     CORE / "_heap/real/tables/two_over_pi.hpp": sincos.two_over_pi,
+    CORE / "_heap/extended/tables/sine_table.hpp": extended.sine_table,
     CORE / "_heap/real/tables/vdfar_table.hpp": sincos.vdfar_table,
     CORE / "_heap/real/tables/vdsincos_tables.hpp": sincos.vdsincos_tables,
     CORE / "_heap/real/tables/vssincos_polynomials.hpp": sincos.vssincos_polynomials,

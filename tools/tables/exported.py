@@ -1,6 +1,6 @@
-from mpmath import ceil, log, mpf, nint
+from mpmath import atan, ceil, log, mpf, nint
 
-from .common import array, double, truncated
+from .common import array, double, split, truncated
 
 
 def reciprocal(i):
@@ -30,8 +30,6 @@ def expl_pair(j):
     return high, double(value - mpf(high))
 
 
-# Planned beside these, with the complex functions that look things up in it:
-# orv_qem_core_atanl_table_128.
 def exported_tables():
     rcp = [reciprocal(i) for i in range(256)]
     none = ""
@@ -49,4 +47,6 @@ def exported_tables():
               "High part (a multiple of 2^-48), then low part, of -ln of the reciprocal.", none).replace("[256] =", "[256][2] ="),
         array("const double", "orv_qem_core_expl_table_256", [expl_pair(j) for j in range(257)],
               "High (31 bits), low part of 2^((j - 128)/256).", none).replace("[257] =", "[257][2] ="),
+        array("const double", "orv_qem_core_atanl_table_128", [split(atan(mpf(i) / 128)) for i in range(513)],
+              "High, low part of atan(i/128).", none).replace("[513] =", "[513][2] ="),
     ])
