@@ -255,6 +255,19 @@ struct ComplexProduct {
   }
 };
 
+struct ComplexDifference {
+  template <class T>
+  T operator()(T x, T y) const {
+    return {x.re - y.re, x.im - y.im};
+  }
+};
+struct ProductByConjugate {
+  template <class T>
+  T operator()(T x, T y) const {
+    return {x.re * y.re + x.im * y.im, x.im * y.re - x.re * y.im};
+  }
+};
+
 template <class F>
 std::vector<Contender> loop(F* f) {
   return {{"loop", orv_call::of(f)}};
@@ -356,7 +369,9 @@ std::vector<Function> arithmetic(char real, char complex) {
       {real, "UnpackM", -10, 10, loop(unpack_m_loop<T>)},
       {complex, "Conj", -10, 10, loop(unary_loop<C, Conjugate>)},
       {complex, "Add", -10, 10, loop(binary_loop<C, ComplexSum>)},
+      {complex, "Sub", -10, 10, loop(binary_loop<C, ComplexDifference>)},
       {complex, "Mul", -10, 10, loop(binary_loop<C, ComplexProduct>)},
+      {complex, "MulByConj", -10, 10, loop(binary_loop<C, ProductByConjugate>)},
   };
 }
 
@@ -453,6 +468,7 @@ const std::vector<Function>& all_functions() {
     for (auto& row : arithmetic<float, QemComplexFloat>('s', 'c')) all.push_back(row);
     for (auto& row : inverse_errors<float>('s')) all.push_back(row);
     for (auto& row : inverse_errors<double>('d')) all.push_back(row);
+    for (auto& row : complex_functions()) all.push_back(row);
     for (auto& row : float_roots('s')) all.push_back(row);
     for (auto& row : double_roots('d')) all.push_back(row);
     for (auto& row : arithmetic<double, QemComplexDouble>('d', 'z')) all.push_back(row);

@@ -27,7 +27,9 @@ struct Function {
   std::vector<Range> further = {};  // arguments that take other ways, in calls of 1000
 };
 
-/// Null if peers.cpp has no row for the function.
+std::vector<Function> complex_functions();
+
+/// Null if there is no row for the function.
 const Function* find_function(char type, const std::string& name);
 
 }  // namespace orv_bench

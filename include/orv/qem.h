@@ -207,6 +207,74 @@ ORV_API double dErfcInv_Tail(double x);
  *  1983). */
 ORV_API int32_t orv_qem_kernel_reduce_pio2d(double x, double* out);
 
+/* ---- Scalar complex routines ---------------------------------------------------------------- */
+
+/** A complex function of one element, as the kernels that have no lanes call it: computed in extended
+ *  arithmetic, each part rounded once. Nothing is reported. The x87 unit must be at extended precision,
+ *  which is how a program starts. Special arguments give what C99, annex G, tells. */
+ORV_API void orv_qem_kernel_cacos_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_cacosh_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_casin_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_casinh_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_catan_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_catanh_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_ccos_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_ccosh_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_cexp_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_clog_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_clog10_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_csin_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_csinh_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_csqrt_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_ctan_scalar(QemComplexDouble* r, double re, double im);
+ORV_API void orv_qem_kernel_ctanh_scalar(QemComplexDouble* r, double re, double im);
+/** x to the power y, e^(y ln x). Beyond |y ln x| of 2^10 the error grows with it. */
+ORV_API void orv_qem_kernel_cpow_scalar(QemComplexDouble* r, double x_re, double x_im, double y_re,
+                                        double y_im);
+
+/** The same for floats. The result is both floats in one word, the real part in its low half. */
+ORV_API uint64_t _qem_cacosf_scalar(float re, float im);
+ORV_API uint64_t _qem_cacoshf_scalar(float re, float im);
+ORV_API uint64_t _qem_casinf_scalar(float re, float im);
+ORV_API uint64_t _qem_casinhf_scalar(float re, float im);
+ORV_API uint64_t _qem_catanf_scalar(float re, float im);
+ORV_API uint64_t _qem_catanhf_scalar(float re, float im);
+ORV_API uint64_t _qem_ccosf_scalar(float re, float im);
+ORV_API uint64_t _qem_ccoshf_scalar(float re, float im);
+ORV_API uint64_t _qem_clog10f_scalar(float re, float im);
+ORV_API uint64_t _qem_csinf_scalar(float re, float im);
+ORV_API uint64_t _qem_csinhf_scalar(float re, float im);
+ORV_API uint64_t _qem_csqrtf_scalar(float re, float im);
+ORV_API uint64_t _qem_ctanf_scalar(float re, float im);
+ORV_API uint64_t _qem_ctanhf_scalar(float re, float im);
+ORV_API uint64_t _qem_cexpt_scalar(float re, float im);
+ORV_API uint64_t _qem_cpowf_scalar(float x_re, float x_im, float y_re, float y_im);
+
+/** Functions of an extended number, to two units of its last place; angles below 2^1040. */
+ORV_API long double orv_qem_kernel_acoshl_scalar(long double x);
+ORV_API long double orv_qem_kernel_acosl_scalar(long double x);
+ORV_API long double orv_qem_kernel_asinhl_scalar(long double x);
+ORV_API long double orv_qem_kernel_asinl_scalar(long double x);
+ORV_API long double orv_qem_kernel_atanhl_scalar(long double x);
+ORV_API long double orv_qem_kernel_atanl_scalar(long double x);
+ORV_API long double orv_qem_kernel_coshl_scalar(long double x);
+ORV_API long double orv_qem_kernel_cosl_scalar(long double x);
+ORV_API long double orv_qem_kernel_expl_scalar(long double x);
+ORV_API long double orv_qem_kernel_fabsl_scalar(long double x);
+ORV_API long double orv_qem_kernel_log1pl_scalar(long double x);
+ORV_API long double orv_qem_kernel_logl_scalar(long double x);
+ORV_API long double orv_qem_kernel_sinhl_scalar(long double x);
+ORV_API long double orv_qem_kernel_sinl_scalar(long double x);
+ORV_API long double orv_qem_kernel_sqrtl_scalar(long double x);
+ORV_API long double orv_qem_kernel_tanhl_scalar(long double x);
+ORV_API long double orv_qem_kernel_tanl_scalar(long double x);
+ORV_API long double orv_qem_kernel_atan2l_scalar(long double y, long double x);
+ORV_API void orv_qem_kernel_sincosl_scalar(long double x, long double* sine, long double* cosine);
+ORV_API void orv_qem_kernel_sinhcoshl_scalar(long double x, long double* sinh, long double* cosh);
+/** |x|. */
+ORV_API double orv_qem_kernel__dabs_scalar(double x);
+ORV_API float orv_qem_kernel__sabs_scalar(float x);
+
 /* ---- Exported tables ------------------------------------------------------------------------ */
 
 /** Reciprocals, rounded to few bits, of the midpoints of [1 + i/256, 1 + (i + 1)/256). */

@@ -102,6 +102,7 @@ ORV_API void _qemsAcos_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sAcos_G9LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sAcos_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sAcos_G9EPnnn(int32_t n, const float* a, float* r);
+
 /** sAcosh: inverse hyperbolic cosine; float.
  *  Largest error: LA 2.35, HA 0.51, EP 2.47e+03 ulp.
  *  Status codes: 1 argument below 1. */
@@ -124,6 +125,32 @@ ORV_API void _qemsAdd_HA(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsAdd(int32_t n, const float* a, const float* b, float* r);
 ORV_API void _qemsAdd_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAdd_G9HAynn(int32_t n, const float* a, const float* b, float* r);
+
+/** sAsin: arcsine; float.
+ *  Largest error: LA 2.41, HA 0.505, EP 664 ulp.
+ *  Status codes: 1 argument outside -1 to 1. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sAsin_ttab[3];
+extern ORV_API const float orv_qem_kernel_sAsin_ctab[3];
+ORV_API void _qemsAsin_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsAsin_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsAsin(int32_t n, const float* a, float* r);
+ORV_API void _qemsAsin_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAsin_G9LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAsin_G9HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAsin_G9EPnnn(int32_t n, const float* a, float* r);
+
+/** sAsinh: inverse hyperbolic sine; float.
+ *  Largest error: LA 2.7, HA 0.51, EP 2.47e+03 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sAsinh_ttab[3];
+extern ORV_API const float orv_qem_kernel_sAsinh_ctab[3];
+ORV_API void _qemsAsinh_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsAsinh_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsAsinh(int32_t n, const float* a, float* r);
+ORV_API void _qemsAsinh_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAsinh_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAsinh_T7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sAsinh_W7EPnnn(int32_t n, const float* a, float* r);
 
 /** sAtan: arctangent; float.
  *  Largest error: LA 2.14, HA 0.556, EP 297 ulp.
@@ -150,30 +177,6 @@ ORV_API void _qemsAtan2_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAtan2_G9LAynn(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAtan2_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAtan2_G9EPnnn(int32_t n, const float* a, const float* b, float* r);
-/** sAsin: arcsine; float.
- *  Largest error: LA 2.41, HA 0.505, EP 664 ulp.
- *  Status codes: 1 argument outside -1 to 1. */
-extern ORV_API const QemUnary_s orv_qem_kernel_sAsin_ttab[3];
-extern ORV_API const float orv_qem_kernel_sAsin_ctab[3];
-ORV_API void _qemsAsin_21(int32_t n, const float* a, float* r);
-ORV_API void _qemsAsin_HA(int32_t n, const float* a, float* r);
-ORV_API void _qemsAsin(int32_t n, const float* a, float* r);
-ORV_API void _qemsAsin_11(int32_t n, const float* a, float* r);
-ORV_API void orv_qem_kernel_sAsin_G9LAynn(int32_t n, const float* a, float* r);
-ORV_API void orv_qem_kernel_sAsin_G9HAynn(int32_t n, const float* a, float* r);
-ORV_API void orv_qem_kernel_sAsin_G9EPnnn(int32_t n, const float* a, float* r);
-/** sAsinh: inverse hyperbolic sine; float.
- *  Largest error: LA 2.7, HA 0.51, EP 2.47e+03 ulp.
- *  Status codes: none. */
-extern ORV_API const QemUnary_s orv_qem_kernel_sAsinh_ttab[3];
-extern ORV_API const float orv_qem_kernel_sAsinh_ctab[3];
-ORV_API void _qemsAsinh_21(int32_t n, const float* a, float* r);
-ORV_API void _qemsAsinh_HA(int32_t n, const float* a, float* r);
-ORV_API void _qemsAsinh(int32_t n, const float* a, float* r);
-ORV_API void _qemsAsinh_11(int32_t n, const float* a, float* r);
-ORV_API void orv_qem_kernel_sAsinh_W7LAynn(int32_t n, const float* a, float* r);
-ORV_API void orv_qem_kernel_sAsinh_T7HAynn(int32_t n, const float* a, float* r);
-ORV_API void orv_qem_kernel_sAsinh_W7EPnnn(int32_t n, const float* a, float* r);
 
 /** sAtanh: inverse hyperbolic tangent; float.
  *  Largest error: LA 1.6, HA 0.51, EP 2.47e+03 ulp.
@@ -213,6 +216,7 @@ ORV_API void _qemsCdfNorm_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sCdfNorm_G9LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sCdfNorm_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sCdfNorm_G9EPnnn(int32_t n, const float* a, float* r);
+
 /** sCdfNormInv: quantile of the standard normal distribution, where CdfNorm is x; float.
  *  Largest error: LA 2.45, HA 0.541, EP 2.45 ulp.
  *  Status codes: 1 argument below 0 or above 1, 2 argument 0 or 1. */
@@ -287,18 +291,6 @@ ORV_API void orv_qem_kernel_sErf_G9LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sErf_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sErf_G9EPnnn(int32_t n, const float* a, float* r);
 
-/** sErfc: 1 - erf(x), accurate where it is small; float.
- *  Largest error: LA 2.95, HA 0.51, EP 4.1e+03 ulp.
- *  Status codes: 4 denormal or zero result of a finite argument. */
-extern ORV_API const QemUnary_s orv_qem_kernel_sErfc_ttab[3];
-extern ORV_API const float orv_qem_kernel_sErfc_ctab[3];
-ORV_API void _qemsErfc_21(int32_t n, const float* a, float* r);
-ORV_API void _qemsErfc_HA(int32_t n, const float* a, float* r);
-ORV_API void _qemsErfc(int32_t n, const float* a, float* r);
-ORV_API void _qemsErfc_11(int32_t n, const float* a, float* r);
-ORV_API void orv_qem_kernel_sErfc_W7LAynn(int32_t n, const float* a, float* r);
-ORV_API void orv_qem_kernel_sErfc_W7HAynn(int32_t n, const float* a, float* r);
-ORV_API void orv_qem_kernel_sErfc_W7EPnnn(int32_t n, const float* a, float* r);
 /** sErfInv: inverse of the error function; float.
  *  Largest error: LA 2.25, HA 0.543, EP 2.25 ulp.
  *  Status codes: 1 argument below -1 or above 1, 2 argument -1 or 1. */
@@ -311,6 +303,19 @@ ORV_API void _qemsErfInv_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sErfInv_G9LAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sErfInv_G9HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sErfInv_G9EPnnn(int32_t n, const float* a, float* r);
+
+/** sErfc: 1 - erf(x), accurate where it is small; float.
+ *  Largest error: LA 2.95, HA 0.51, EP 4.1e+03 ulp.
+ *  Status codes: 4 denormal or zero result of a finite argument. */
+extern ORV_API const QemUnary_s orv_qem_kernel_sErfc_ttab[3];
+extern ORV_API const float orv_qem_kernel_sErfc_ctab[3];
+ORV_API void _qemsErfc_21(int32_t n, const float* a, float* r);
+ORV_API void _qemsErfc_HA(int32_t n, const float* a, float* r);
+ORV_API void _qemsErfc(int32_t n, const float* a, float* r);
+ORV_API void _qemsErfc_11(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErfc_W7LAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErfc_W7HAynn(int32_t n, const float* a, float* r);
+ORV_API void orv_qem_kernel_sErfc_W7EPnnn(int32_t n, const float* a, float* r);
 
 /** sErfcInv: inverse of the complementary error function; float.
  *  Largest error: LA 2.45, HA 0.543, EP 2.45 ulp.
@@ -750,6 +755,7 @@ ORV_API void _qemdAcos_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dAcos_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dAcos_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dAcos_G9EPnnn(int32_t n, const double* a, double* r);
+
 /** dAcosh: inverse hyperbolic cosine; double.
  *  Largest error: LA 2.45, HA 0.502, EP 2.45 ulp.
  *  Status codes: 1 argument below 1. */
@@ -771,6 +777,31 @@ ORV_API void _qemdAdd_HA(int32_t n, const double* a, const double* b, double* r)
 ORV_API void _qemdAdd(int32_t n, const double* a, const double* b, double* r);
 ORV_API void _qemdAdd_26(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dAdd_G9HAynn(int32_t n, const double* a, const double* b, double* r);
+
+/** dAsin: arcsine; double.
+ *  Largest error: LA 2.3, HA 0.59, EP 4.58e+07 ulp.
+ *  Status codes: 1 argument outside -1 to 1. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dAsin_ttab[3];
+extern ORV_API const float orv_qem_kernel_dAsin_ctab[3];
+ORV_API void _qemdAsin_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdAsin_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdAsin(int32_t n, const double* a, double* r);
+ORV_API void _qemdAsin_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAsin_G9LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAsin_G9HAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAsin_G9EPnnn(int32_t n, const double* a, double* r);
+
+/** dAsinh: inverse hyperbolic sine; double.
+ *  Largest error: LA 2.75, HA 0.502, EP 2.75 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dAsinh_ttab[3];
+extern ORV_API const float orv_qem_kernel_dAsinh_ctab[3];
+ORV_API void _qemdAsinh_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdAsinh_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdAsinh(int32_t n, const double* a, double* r);
+ORV_API void _qemdAsinh_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAsinh_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dAsinh_W7HAynn(int32_t n, const double* a, double* r);
 
 /** dAtan: arctangent; double.
  *  Largest error: LA 1.46, HA 0.543, EP 1.76e+08 ulp.
@@ -797,29 +828,6 @@ ORV_API void _qemdAtan2_26(int32_t n, const double* a, const double* b, double* 
 ORV_API void orv_qem_kernel_dAtan2_G9LAynn(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dAtan2_G9HAynn(int32_t n, const double* a, const double* b, double* r);
 ORV_API void orv_qem_kernel_dAtan2_G9EPnnn(int32_t n, const double* a, const double* b, double* r);
-/** dAsin: arcsine; double.
- *  Largest error: LA 2.3, HA 0.59, EP 4.58e+07 ulp.
- *  Status codes: 1 argument outside -1 to 1. */
-extern ORV_API const QemUnary_d orv_qem_kernel_dAsin_ttab[3];
-extern ORV_API const float orv_qem_kernel_dAsin_ctab[3];
-ORV_API void _qemdAsin_50(int32_t n, const double* a, double* r);
-ORV_API void _qemdAsin_HA(int32_t n, const double* a, double* r);
-ORV_API void _qemdAsin(int32_t n, const double* a, double* r);
-ORV_API void _qemdAsin_26(int32_t n, const double* a, double* r);
-ORV_API void orv_qem_kernel_dAsin_G9LAynn(int32_t n, const double* a, double* r);
-ORV_API void orv_qem_kernel_dAsin_G9HAynn(int32_t n, const double* a, double* r);
-ORV_API void orv_qem_kernel_dAsin_G9EPnnn(int32_t n, const double* a, double* r);
-/** dAsinh: inverse hyperbolic sine; double.
- *  Largest error: LA 2.75, HA 0.502, EP 2.75 ulp.
- *  Status codes: none. */
-extern ORV_API const QemUnary_d orv_qem_kernel_dAsinh_ttab[3];
-extern ORV_API const float orv_qem_kernel_dAsinh_ctab[3];
-ORV_API void _qemdAsinh_50(int32_t n, const double* a, double* r);
-ORV_API void _qemdAsinh_HA(int32_t n, const double* a, double* r);
-ORV_API void _qemdAsinh(int32_t n, const double* a, double* r);
-ORV_API void _qemdAsinh_26(int32_t n, const double* a, double* r);
-ORV_API void orv_qem_kernel_dAsinh_W7LAynn(int32_t n, const double* a, double* r);
-ORV_API void orv_qem_kernel_dAsinh_W7HAynn(int32_t n, const double* a, double* r);
 
 /** dAtanh: inverse hyperbolic tangent; double.
  *  Largest error: LA 1.65, HA 0.502, EP 1.65 ulp.
@@ -857,6 +865,7 @@ ORV_API void _qemdCdfNorm_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCdfNorm_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCdfNorm_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dCdfNorm_G9EPnnn(int32_t n, const double* a, double* r);
+
 /** dCdfNormInv: quantile of the standard normal distribution, where CdfNorm is x; double.
  *  Largest error: LA 2.4, HA 0.528, EP 4.52e+07 ulp.
  *  Status codes: 1 argument below 0 or above 1, 2 argument 0 or 1. */
@@ -930,17 +939,6 @@ ORV_API void orv_qem_kernel_dErf_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dErf_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dErf_G9EPnnn(int32_t n, const double* a, double* r);
 
-/** dErfc: 1 - erf(x), accurate where it is small; double.
- *  Largest error: LA 2, HA 0.6, EP 2 ulp.
- *  Status codes: 4 denormal or zero result of a finite argument. */
-extern ORV_API const QemUnary_d orv_qem_kernel_dErfc_ttab[3];
-extern ORV_API const float orv_qem_kernel_dErfc_ctab[3];
-ORV_API void _qemdErfc_50(int32_t n, const double* a, double* r);
-ORV_API void _qemdErfc_HA(int32_t n, const double* a, double* r);
-ORV_API void _qemdErfc(int32_t n, const double* a, double* r);
-ORV_API void _qemdErfc_26(int32_t n, const double* a, double* r);
-ORV_API void orv_qem_kernel_dErfc_W7LAynn(int32_t n, const double* a, double* r);
-ORV_API void orv_qem_kernel_dErfc_W7HAynn(int32_t n, const double* a, double* r);
 /** dErfInv: inverse of the error function; double.
  *  Largest error: LA 2.2, HA 0.53, EP 6.39e+07 ulp.
  *  Status codes: 1 argument below -1 or above 1, 2 argument -1 or 1. */
@@ -953,6 +951,18 @@ ORV_API void _qemdErfInv_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dErfInv_G9LAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dErfInv_G9HAynn(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dErfInv_G9EPnnn(int32_t n, const double* a, double* r);
+
+/** dErfc: 1 - erf(x), accurate where it is small; double.
+ *  Largest error: LA 2, HA 0.6, EP 2 ulp.
+ *  Status codes: 4 denormal or zero result of a finite argument. */
+extern ORV_API const QemUnary_d orv_qem_kernel_dErfc_ttab[3];
+extern ORV_API const float orv_qem_kernel_dErfc_ctab[3];
+ORV_API void _qemdErfc_50(int32_t n, const double* a, double* r);
+ORV_API void _qemdErfc_HA(int32_t n, const double* a, double* r);
+ORV_API void _qemdErfc(int32_t n, const double* a, double* r);
+ORV_API void _qemdErfc_26(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dErfc_W7LAynn(int32_t n, const double* a, double* r);
+ORV_API void orv_qem_kernel_dErfc_W7HAynn(int32_t n, const double* a, double* r);
 
 /** dErfcInv: inverse of the complementary error function; double.
  *  Largest error: LA 2.4, HA 0.53, EP 6.39e+07 ulp.
@@ -1365,6 +1375,26 @@ ORV_API void _qemdUnpackV(int64_t n, const double* a, double* y, const int32_t* 
 ORV_API void _qemdUnpackV_26(int64_t n, const double* a, double* y, const int32_t* iy);
 ORV_API void orv_qem_kernel_dUnpackV_PXHAynn(int64_t n, const double* a, double* y, const void* iy, int32_t narrow);
 
+/** cAcos: arc cosine, Re from 0 to pi; cuts from -inf to -1 and from 1 to inf; complex float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cAcos_ttab[3];
+extern ORV_API const float orv_qem_kernel_cAcos_ctab[3];
+ORV_API void _qemcAcos_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAcos_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAcos(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAcos_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cAcos_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
+/** cAcosh: inverse hyperbolic cosine, Re not negative; cut from -inf to 1; complex float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cAcosh_ttab[3];
+extern ORV_API const float orv_qem_kernel_cAcosh_ctab[3];
+ORV_API void _qemcAcosh_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAcosh_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAcosh(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAcosh_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cAcosh_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
 /** cAdd: complex sum; complex float.
  *  Status codes: 3 overflow of finite arguments without a zero part. */
 extern ORV_API const QemBinary_c orv_qem_kernel_cAdd_ttab[3];
@@ -1374,6 +1404,46 @@ ORV_API void _qemcAdd_HA(int32_t n, const QemComplexFloat* a, const QemComplexFl
 ORV_API void _qemcAdd(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
 ORV_API void _qemcAdd_11(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
 ORV_API void orv_qem_kernel_cAdd_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+
+/** cAsin: arc sine; cuts from -inf to -1 and from 1 to inf; complex float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cAsin_ttab[3];
+extern ORV_API const float orv_qem_kernel_cAsin_ctab[3];
+ORV_API void _qemcAsin_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAsin_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAsin(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAsin_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cAsin_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
+/** cAsinh: inverse hyperbolic sine; cuts along the imaginary axis beyond i and -i; complex float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cAsinh_ttab[3];
+extern ORV_API const float orv_qem_kernel_cAsinh_ctab[3];
+ORV_API void _qemcAsinh_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAsinh_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAsinh(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAsinh_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cAsinh_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
+/** cAtan: arc tangent; cuts along the imaginary axis beyond i and -i; complex float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cAtan_ttab[3];
+extern ORV_API const float orv_qem_kernel_cAtan_ctab[3];
+ORV_API void _qemcAtan_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAtan_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAtan(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAtan_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cAtan_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
+/** cAtanh: inverse hyperbolic tangent; cuts from -inf to -1 and from 1 to inf; complex float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cAtanh_ttab[3];
+extern ORV_API const float orv_qem_kernel_cAtanh_ctab[3];
+ORV_API void _qemcAtanh_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAtanh_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAtanh(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcAtanh_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cAtanh_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 
 /** cCIS: cos(x) + i sin(x) of a real x; complex float.
  *  Largest error: LA 0.555, HA 0.555, EP 0.555 ulp.
@@ -1396,6 +1466,36 @@ ORV_API void _qemcConj(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 ORV_API void _qemcConj_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 ORV_API void orv_qem_kernel_cConj_W7HAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 
+/** cCos: complex cosine; complex float.
+ *  Status codes: 3 overflow of a finite argument. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cCos_ttab[3];
+extern ORV_API const float orv_qem_kernel_cCos_ctab[3];
+ORV_API void _qemcCos_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcCos_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcCos(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcCos_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cCos_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
+/** cCosh: complex hyperbolic cosine; complex float.
+ *  Status codes: 3 overflow of a finite argument. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cCosh_ttab[3];
+extern ORV_API const float orv_qem_kernel_cCosh_ctab[3];
+ORV_API void _qemcCosh_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcCosh_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcCosh(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcCosh_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cCosh_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
+/** cLog10: complex decimal logarithm; cut from -inf to 0; complex float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cLog10_ttab[3];
+extern ORV_API const float orv_qem_kernel_cLog10_ctab[3];
+ORV_API void _qemcLog10_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcLog10_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcLog10(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcLog10_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cLog10_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
 /** cMul: complex product; complex float.
  *  Largest error: LA 0.501, HA 0.501, EP 1.0 ulp.
  *  Status codes: 3 overflow of finite arguments without a zero part, not at EP. */
@@ -1408,6 +1508,107 @@ ORV_API void _qemcMul_11(int32_t n, const QemComplexFloat* a, const QemComplexFl
 ORV_API void orv_qem_kernel_cMul_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
 ORV_API void orv_qem_kernel_cMul_W7EPnnn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
 
+/** cMulByConj: a times the conjugate of b; complex float.
+ *  Status codes: 3 overflow of finite arguments without a zero part, not at EP. */
+extern ORV_API const QemBinary_c orv_qem_kernel_cMulByConj_ttab[3];
+extern ORV_API const float orv_qem_kernel_cMulByConj_ctab[3];
+ORV_API void _qemcMulByConj_21(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcMulByConj_HA(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcMulByConj(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcMulByConj_11(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cMulByConj_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cMulByConj_W7EPnnn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+
+/** cPow: a^b as e^(b ln a), 0 and infinities by what these make of them; complex float.
+ *  Status codes: 3 overflow of finite arguments. */
+extern ORV_API const QemBinary_c orv_qem_kernel_cPow_ttab[3];
+extern ORV_API const float orv_qem_kernel_cPow_ctab[3];
+ORV_API void _qemcPow_21(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcPow_HA(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcPow(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcPow_11(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cPow_PXHAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+
+/** cPowx: a^b as Pow, one b for all elements; complex float.
+ *  Status codes: 3 overflow of finite arguments. */
+extern ORV_API const QemScalarSecond_c orv_qem_kernel_cPowx_ttab[3];
+extern ORV_API const float orv_qem_kernel_cPowx_ctab[3];
+ORV_API void _qemcPowx_21(int32_t n, const QemComplexFloat* a, QemComplexFloat b, QemComplexFloat* r);
+ORV_API void _qemcPowx_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat b, QemComplexFloat* r);
+ORV_API void _qemcPowx(int32_t n, const QemComplexFloat* a, QemComplexFloat b, QemComplexFloat* r);
+ORV_API void _qemcPowx_11(int32_t n, const QemComplexFloat* a, QemComplexFloat b, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cPowx_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat b, QemComplexFloat* r);
+
+/** cSin: complex sine; complex float.
+ *  Status codes: 3 overflow of a finite argument. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cSin_ttab[3];
+extern ORV_API const float orv_qem_kernel_cSin_ctab[3];
+ORV_API void _qemcSin_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcSin_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcSin(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcSin_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cSin_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
+/** cSinh: complex hyperbolic sine; complex float.
+ *  Status codes: 3 overflow of a finite argument. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cSinh_ttab[3];
+extern ORV_API const float orv_qem_kernel_cSinh_ctab[3];
+ORV_API void _qemcSinh_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcSinh_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcSinh(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcSinh_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cSinh_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
+/** cSub: complex difference; complex float.
+ *  Status codes: 3 overflow of finite arguments without a zero part. */
+extern ORV_API const QemBinary_c orv_qem_kernel_cSub_ttab[3];
+extern ORV_API const float orv_qem_kernel_cSub_ctab[3];
+ORV_API void _qemcSub_21(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcSub_HA(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcSub(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcSub_11(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cSub_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+
+/** cTan: complex tangent; complex float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cTan_ttab[3];
+extern ORV_API const float orv_qem_kernel_cTan_ctab[3];
+ORV_API void _qemcTan_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcTan_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcTan(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcTan_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cTan_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
+/** cTanh: complex hyperbolic tangent; complex float.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cTanh_ttab[3];
+extern ORV_API const float orv_qem_kernel_cTanh_ctab[3];
+ORV_API void _qemcTanh_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcTanh_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcTanh(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcTanh_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cTanh_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
+/** zAcos: arc cosine, Re from 0 to pi; cuts from -inf to -1 and from 1 to inf; complex double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zAcos_ttab[3];
+extern ORV_API const float orv_qem_kernel_zAcos_ctab[3];
+ORV_API void _qemzAcos_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAcos_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAcos(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAcos_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zAcos_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** zAcosh: inverse hyperbolic cosine, Re not negative; cut from -inf to 1; complex double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zAcosh_ttab[3];
+extern ORV_API const float orv_qem_kernel_zAcosh_ctab[3];
+ORV_API void _qemzAcosh_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAcosh_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAcosh(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAcosh_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zAcosh_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
 /** zAdd: complex sum; complex double.
  *  Status codes: 3 overflow of finite arguments without a zero part. */
 extern ORV_API const QemBinary_z orv_qem_kernel_zAdd_ttab[3];
@@ -1417,6 +1618,46 @@ ORV_API void _qemzAdd_HA(int32_t n, const QemComplexDouble* a, const QemComplexD
 ORV_API void _qemzAdd(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
 ORV_API void _qemzAdd_26(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
 ORV_API void orv_qem_kernel_zAdd_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+
+/** zAsin: arc sine; cuts from -inf to -1 and from 1 to inf; complex double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zAsin_ttab[3];
+extern ORV_API const float orv_qem_kernel_zAsin_ctab[3];
+ORV_API void _qemzAsin_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAsin_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAsin(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAsin_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zAsin_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** zAsinh: inverse hyperbolic sine; cuts along the imaginary axis beyond i and -i; complex double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zAsinh_ttab[3];
+extern ORV_API const float orv_qem_kernel_zAsinh_ctab[3];
+ORV_API void _qemzAsinh_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAsinh_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAsinh(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAsinh_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zAsinh_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** zAtan: arc tangent; cuts along the imaginary axis beyond i and -i; complex double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zAtan_ttab[3];
+extern ORV_API const float orv_qem_kernel_zAtan_ctab[3];
+ORV_API void _qemzAtan_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAtan_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAtan(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAtan_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zAtan_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** zAtanh: inverse hyperbolic tangent; cuts from -inf to -1 and from 1 to inf; complex double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zAtanh_ttab[3];
+extern ORV_API const float orv_qem_kernel_zAtanh_ctab[3];
+ORV_API void _qemzAtanh_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAtanh_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAtanh(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzAtanh_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zAtanh_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 /** zCIS: cos(x) + i sin(x) of a real x; complex double.
  *  Largest error: LA 0.507, HA 0.507, EP 0.507 ulp.
@@ -1439,6 +1680,36 @@ ORV_API void _qemzConj(int32_t n, const QemComplexDouble* a, QemComplexDouble* r
 ORV_API void _qemzConj_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 ORV_API void orv_qem_kernel_zConj_W7HAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
+/** zCos: complex cosine; complex double.
+ *  Status codes: 3 overflow of a finite argument. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zCos_ttab[3];
+extern ORV_API const float orv_qem_kernel_zCos_ctab[3];
+ORV_API void _qemzCos_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzCos_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzCos(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzCos_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zCos_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** zCosh: complex hyperbolic cosine; complex double.
+ *  Status codes: 3 overflow of a finite argument. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zCosh_ttab[3];
+extern ORV_API const float orv_qem_kernel_zCosh_ctab[3];
+ORV_API void _qemzCosh_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzCosh_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzCosh(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzCosh_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zCosh_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** zLog10: complex decimal logarithm; cut from -inf to 0; complex double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zLog10_ttab[3];
+extern ORV_API const float orv_qem_kernel_zLog10_ctab[3];
+ORV_API void _qemzLog10_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzLog10_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzLog10(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzLog10_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zLog10_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
 /** zMul: complex product; complex double.
  *  Largest error: LA 0.501, HA 0.501, EP 1.0 ulp.
  *  Status codes: 3 overflow of finite arguments without a zero part, not at EP. */
@@ -1450,6 +1721,87 @@ ORV_API void _qemzMul(int32_t n, const QemComplexDouble* a, const QemComplexDoub
 ORV_API void _qemzMul_26(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
 ORV_API void orv_qem_kernel_zMul_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
 ORV_API void orv_qem_kernel_zMul_W7EPnnn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+
+/** zMulByConj: a times the conjugate of b; complex double.
+ *  Status codes: 3 overflow of finite arguments without a zero part, not at EP. */
+extern ORV_API const QemBinary_z orv_qem_kernel_zMulByConj_ttab[3];
+extern ORV_API const float orv_qem_kernel_zMulByConj_ctab[3];
+ORV_API void _qemzMulByConj_50(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzMulByConj_HA(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzMulByConj(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzMulByConj_26(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zMulByConj_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zMulByConj_W7EPnnn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+
+/** zPow: a^b as e^(b ln a), 0 and infinities by what these make of them; complex double.
+ *  Status codes: 3 overflow of finite arguments. */
+extern ORV_API const QemBinary_z orv_qem_kernel_zPow_ttab[3];
+extern ORV_API const float orv_qem_kernel_zPow_ctab[3];
+ORV_API void _qemzPow_50(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzPow_HA(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzPow(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzPow_26(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zPow_PXHAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+
+/** zPowx: a^b as Pow, one b for all elements; complex double.
+ *  Status codes: 3 overflow of finite arguments. */
+extern ORV_API const QemScalarSecond_z orv_qem_kernel_zPowx_ttab[3];
+extern ORV_API const float orv_qem_kernel_zPowx_ctab[3];
+ORV_API void _qemzPowx_50(int32_t n, const QemComplexDouble* a, QemComplexDouble b, QemComplexDouble* r);
+ORV_API void _qemzPowx_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble b, QemComplexDouble* r);
+ORV_API void _qemzPowx(int32_t n, const QemComplexDouble* a, QemComplexDouble b, QemComplexDouble* r);
+ORV_API void _qemzPowx_26(int32_t n, const QemComplexDouble* a, QemComplexDouble b, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zPowx_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble b, QemComplexDouble* r);
+
+/** zSin: complex sine; complex double.
+ *  Status codes: 3 overflow of a finite argument. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zSin_ttab[3];
+extern ORV_API const float orv_qem_kernel_zSin_ctab[3];
+ORV_API void _qemzSin_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzSin_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzSin(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzSin_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zSin_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** zSinh: complex hyperbolic sine; complex double.
+ *  Status codes: 3 overflow of a finite argument. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zSinh_ttab[3];
+extern ORV_API const float orv_qem_kernel_zSinh_ctab[3];
+ORV_API void _qemzSinh_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzSinh_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzSinh(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzSinh_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zSinh_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** zSub: complex difference; complex double.
+ *  Status codes: 3 overflow of finite arguments without a zero part. */
+extern ORV_API const QemBinary_z orv_qem_kernel_zSub_ttab[3];
+extern ORV_API const float orv_qem_kernel_zSub_ctab[3];
+ORV_API void _qemzSub_50(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzSub_HA(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzSub(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzSub_26(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zSub_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+
+/** zTan: complex tangent; complex double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zTan_ttab[3];
+extern ORV_API const float orv_qem_kernel_zTan_ctab[3];
+ORV_API void _qemzTan_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzTan_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzTan(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzTan_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zTan_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** zTanh: complex hyperbolic tangent; complex double.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zTanh_ttab[3];
+extern ORV_API const float orv_qem_kernel_zTanh_ctab[3];
+ORV_API void _qemzTanh_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzTanh_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzTanh(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzTanh_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zTanh_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 #ifdef __cplusplus
 }

@@ -25,6 +25,14 @@ void complex_product(mpfr_t* y, mpfr_t* x) {
   mpfr_fmms(y[0], x[0], x[2], x[1], x[3], MPFR_RNDN);
   mpfr_fmma(y[1], x[0], x[3], x[1], x[2], MPFR_RNDN);
 }
+void complex_difference(mpfr_t* y, mpfr_t* x) {
+  mpfr_sub(y[0], x[0], x[2], MPFR_RNDN);
+  mpfr_sub(y[1], x[1], x[3], MPFR_RNDN);
+}
+void product_by_conjugate(mpfr_t* y, mpfr_t* x) {
+  mpfr_neg(x[3], x[3], MPFR_RNDN);
+  complex_product(y, x);
+}
 double square(double x) { return x * x; }
 void reciprocal(mpfr_t* y, mpfr_t* x) { mpfr_ui_div(y[0], 1, x[0], MPFR_RNDN); }
 double reciprocal_in_double(double x) { return 1 / x; }
@@ -68,6 +76,9 @@ std::vector<Function> arithmetic_functions() {
       {"sd", "LinearFrac", Rounded, linear_frac, nullptr, ORV_INPUTS(linear_inputs)},
       {"cz", "Add", Rounded, complex_sum, nullptr, ORV_INPUTS(arithmetic_inputs)},
       {"cz", "Mul", Approximate, complex_product, nullptr, ORV_INPUTS(factor_inputs), true},
+      {"cz", "Sub", Rounded, complex_difference, nullptr, ORV_INPUTS(arithmetic_inputs)},
+      {"cz", "MulByConj", Approximate, product_by_conjugate, nullptr, ORV_INPUTS(factor_inputs),
+       true},
       {"cz", "Conj", Rounded, conjugate, nullptr, ORV_INPUTS(arithmetic_inputs)},
   };
 }

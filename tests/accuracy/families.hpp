@@ -9,6 +9,7 @@ namespace orv_test {
 std::vector<Function> arcsine_functions();
 std::vector<Function> arctangent_functions();
 std::vector<Function> arithmetic_functions();
+std::vector<Function> complex_functions();
 std::vector<Function> error_function_functions();
 std::vector<Function> exponential_functions();
 std::vector<Function> hyperbolic_functions();

@@ -86,6 +86,8 @@ struct Function {
 
   /// EP forms products in its own range and so is held to its bound in the middle half of it.
   bool ep_in_middle = false;
+  /// The points that the reference serves, from the parts of all operands; null if it serves all.
+  bool (*covers)(const double* parts, int count) = nullptr;
 
   void inputs(Inputs<float>& in) const { inputs_s(in); }
   void inputs(Inputs<double>& in) const { inputs_d(in); }

@@ -200,7 +200,7 @@ TEST(Entries, AFrameReadsTheModeOnce) {
         count.clear();
         call(kernel, n, a, a, r[0], r[1]);
         const bool reads_it = kernel.environment != "none" && kernel.environment != "nearest" &&
-                              kernel.environment != "x87_only";
+                              kernel.environment != "extended";
         EXPECT_EQ(count["orv_qem_kernel_GetMode"], reads_it) << kernel.name();
       }
     }

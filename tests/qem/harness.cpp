@@ -1,4 +1,4 @@
-#include "harness.hpp"
+#include "rows.hpp"
 
 #include <math.h>
 
@@ -49,6 +49,15 @@ constexpr Domain domains[] = {
     {"sd", "CdfNormInv", 0.001, 0.999},
     {"sd", "ErfcInv", 0.001, 1.999},
     {"sd", "ErfInv", 0.001, 0.999},
+    {"cz", "Pow", 0.5, 4},
+    {"cz", "Cos", -80, 80},
+    {"cz", "Cosh", -80, 80},
+    {"cz", "Sin", -80, 80},
+    {"cz", "Sinh", -80, 80},
+    {"cz", "Tan", -10, 10},
+    {"cz", "Tanh", -10, 10},
+    {"cz", "Atan", -10, 10},
+    {"cz", "Atanh", -10, 10},
 };
 
 /// Functions without a row of their own take numbers of either sign, far from over- and underflow.
@@ -118,16 +127,8 @@ std::vector<SpecialValue> unary_values(const std::string& function, T small, T e
   return list;
 }
 
-constexpr double inf = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double pi = 0x1.921FB54442D18p1;
-/// Stands for the type's largest number, and for its smallest denormal one.
-constexpr double largest = 1e300, tiny = 1e-300;
 
-struct Row {
-  const char* function;
-  SpecialValue value;
-};
 /// Functions of two arguments, of two results, of complex ones; results that must be exact.
 const Row rows[] = {
     {"Exp", {{0}, {}, 0, {1}}},
@@ -497,8 +498,11 @@ std::vector<SpecialValue> special_values(const Kernel& kernel) {
                               : unary_values(kernel.function, 1e-100, -708.3964185322641, -745.2,
                                              half ? 710.4758600739439 : 709.782712893384);
   }
-  const bool silent = kernel.name() == "sDiv_EP" || (kernel.function == "Mul" && kernel.slot == EP);
-  for (const auto& [function, row] : rows) {
+  const bool product = kernel.function == "Mul" || kernel.function == "MulByConj";
+  const bool silent = kernel.name() == "sDiv_EP" || (product && kernel.slot == EP);
+  std::vector<Row> all(std::begin(rows), std::end(rows));
+  all.insert(all.end(), complex_rows().begin(), complex_rows().end());
+  for (const auto& [function, row] : all) {
     if (function != kernel.function || kernel.input_size(1) != row.a.size()) continue;
     SpecialValue value = row;
     for (auto* numbers : {&value.a, &value.b, &value.r}) {

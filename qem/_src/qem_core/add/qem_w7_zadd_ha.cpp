@@ -1,6 +1,6 @@
-#include "complex_add.hpp"
+#include "complex_sum.hpp"
 
 void orv_qem_kernel_zAdd_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b,
                                  QemComplexDouble* r) {
-  orv::guarded(orv::ComplexAdd<QemComplexDouble>{}, n, a, b, r);
+  orv::guarded(orv::ComplexSum<QemComplexDouble, false>{}, n, a, b, r);
 }

@@ -38,7 +38,7 @@ inline constexpr Environment environment_nearest = {.follows_mode = false};
 inline constexpr Environment environment_toward_zero = {.sse = sse_toward_zero};
 inline constexpr Environment environment_x87_double = {.x87 = x87_double};
 inline constexpr Environment environment_x87_extended = {.x87 = x87_extended};
-inline constexpr Environment environment_x87_only = {.keeps_sse = true, .x87 = x87_extended};
+inline constexpr Environment environment_extended = {.follows_mode = false, .x87 = x87_extended};
 
 inline void no_motion_across() { asm volatile("" ::: "memory"); }
 

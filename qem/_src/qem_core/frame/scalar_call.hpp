@@ -3,7 +3,7 @@
 //   struct Op {
 //     using T = QemComplexDouble;                          // element type, or In and Out
 //     static constexpr char _QEM_THISFUNC_NAME[] = "vzExp";
-//     static constexpr Environment environment = environment_x87_only;
+//     static constexpr Environment environment = environment_extended;
 //     int call(const T* x, T* y) const;                    // one element; returns a status code
 //   };
 //

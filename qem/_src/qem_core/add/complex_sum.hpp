@@ -1,4 +1,4 @@
-// Add of complex numbers: each part rounded once, under the caller's control words.
+// Add and Sub of complex numbers: each part rounded once, under the caller's control words.
 #pragma once
 
 #include "../frame/complex_overflow.hpp"
@@ -8,12 +8,13 @@
 namespace orv {
 inline namespace ORV_TAG {
 
-template <class Complex>
-struct ComplexAdd {
+template <class Complex, bool subtracts>
+struct ComplexSum {
   using T = Complex;
   using PartsInTurn = void;
   static constexpr int block = 4;
-  static constexpr FunctionName<T> _QEM_THISFUNC_NAME = "Add";
+  static constexpr FunctionName<T> _QEM_THISFUNC_NAME =
+      subtracts ? FunctionName<T>("Sub") : FunctionName<T>("Add");
   static constexpr Environment environment = environment_none;
 
   template <class V, size_t vectors>
@@ -21,8 +22,8 @@ struct ComplexAdd {
     V any = {};
 #pragma GCC unroll 8
     for (size_t k = 0; k < vectors; ++k) {
-      y[0][k] = x[0][k] + x[2][k];
-      y[1][k] = x[1][k] + x[3][k];
+      y[0][k] = sum(x[0][k], x[2][k]);
+      y[1][k] = sum(x[1][k], x[3][k]);
       any = either(any, either(infinite(y[0][k]), infinite(y[1][k])));
     }
     if (__builtin_expect(mask_of(any) == 0, true)) return 0;
@@ -31,8 +32,14 @@ struct ComplexAdd {
   }
 
   static int slow(const T* a, const T* b, T* r) {
-    *r = {a->re + b->re, a->im + b->im};
+    *r = {sum(a->re, b->re), sum(a->im, b->im)};
     return complex_overflow(*a, *b, *r);
+  }
+
+ private:
+  template <class V>
+  static V sum(V a, V b) {
+    return subtracts ? a - b : a + b;
   }
 };
 

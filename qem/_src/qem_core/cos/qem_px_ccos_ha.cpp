@@ -1,0 +1,8 @@
+#include "../_heap/complex/scalar_kernels.hpp"
+
+using namespace orv;
+
+void orv_qem_kernel_cCos_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r) {
+  scalar_calls(ScalarRoutine<QemComplexFloat, _qem_ccosf_scalar, "Cos", Reports::overflow>{}, n, a,
+               r);
+}

@@ -1,0 +1,6 @@
+#include "mul_by_conj.hpp"
+
+void orv_qem_kernel_zMulByConj_W7EPnnn(int32_t n, const QemComplexDouble* a,
+                                       const QemComplexDouble* b, QemComplexDouble* r) {
+  orv::guarded(orv::MulByConj<orv::ComplexMul<QemComplexDouble>>{}, n, a, b, r);
+}

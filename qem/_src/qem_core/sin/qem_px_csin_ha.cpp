@@ -1,0 +1,8 @@
+#include "../_heap/complex/scalar_kernels.hpp"
+
+using namespace orv;
+
+void orv_qem_kernel_cSin_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r) {
+  scalar_calls(ScalarRoutine<QemComplexFloat, _qem_csinf_scalar, "Sin", Reports::overflow>{}, n, a,
+               r);
+}

@@ -1,0 +1,9 @@
+#include "../_heap/complex/scalar_kernels.hpp"
+
+using namespace orv;
+
+void orv_qem_kernel_zSinh_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r) {
+  scalar_calls(
+      ScalarRoutine<QemComplexDouble, orv_qem_kernel_csinh_scalar, "Sinh", Reports::overflow>{}, n,
+      a, r);
+}

@@ -1,0 +1,7 @@
+#include "../_heap/complex/scalar_kernels.hpp"
+
+using namespace orv;
+
+void orv_qem_kernel_cTanh_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r) {
+  scalar_calls(ScalarRoutine<QemComplexFloat, _qem_ctanhf_scalar, "Tanh">{}, n, a, r);
+}

@@ -1,0 +1,7 @@
+#include "../_heap/complex/scalar_kernels.hpp"
+
+using namespace orv;
+
+void orv_qem_kernel_zTanh_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r) {
+  scalar_calls(ScalarRoutine<QemComplexDouble, orv_qem_kernel_ctanh_scalar, "Tanh">{}, n, a, r);
+}

@@ -1,0 +1,185 @@
+// Complex functions: references from the real functions of MPFR, by formulas in which nothing
+// cancels that the bits of a Big would not cover. Points that are not finite are left to the rows
+// of special values.
+#include <cmath>
+
+#include "big.hpp"
+#include "families.hpp"
+
+namespace orv_test {
+namespace {
+
+struct BigComplex {
+  Big re, im;
+};
+BigComplex operator-(const BigComplex& z) { return {-z.re, -z.im}; }
+BigComplex conj(const BigComplex& z) { return {z.re, -z.im}; }
+BigComplex operator*(const BigComplex& a, const BigComplex& b) {
+  return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
+}
+BigComplex times_i(const BigComplex& z) { return {-z.im, z.re}; }
+BigComplex times_minus_i(const BigComplex& z) { return {z.im, -z.re}; }
+
+BigComplex exp(const BigComplex& z) {
+  const Big size = z.re.by<mpfr_exp>();
+  if (z.im.zero()) return {size, z.im};
+  return {size * z.im.by<mpfr_cos>(), size * z.im.by<mpfr_sin>()};
+}
+BigComplex cosh(const BigComplex& z) {
+  return {z.re.by<mpfr_cosh>() * z.im.by<mpfr_cos>(), z.re.by<mpfr_sinh>() * z.im.by<mpfr_sin>()};
+}
+BigComplex sinh(const BigComplex& z) {
+  return {z.re.by<mpfr_sinh>() * z.im.by<mpfr_cos>(), z.re.by<mpfr_cosh>() * z.im.by<mpfr_sin>()};
+}
+/// By the double angle; its exponential is taken out, for it may be out of any range.
+BigComplex tanh(const BigComplex& z) {
+  const Big x = z.re.by<mpfr_abs>(), e = (Big(-2) * x).by<mpfr_exp>(), y = Big(2) * z.im;
+  const Big divisor = Big(1) + e * e + Big(2) * e * y.by<mpfr_cos>();
+  const Big re = -(Big(-4) * x).by<mpfr_expm1>() / divisor;
+  return {with_sign(re, z.re), Big(2) * e * y.by<mpfr_sin>() / divisor};
+}
+BigComplex log(const BigComplex& z) {
+  return {Big::with<mpfr_hypot>(z.re, z.im).by<mpfr_log>(), Big::with<mpfr_atan2>(z.im, z.re)};
+}
+BigComplex log10(const BigComplex& z) {
+  const BigComplex natural = log(z);
+  const Big ln10 = Big(10).by<mpfr_log>();
+  return {natural.re / ln10, natural.im / ln10};
+}
+BigComplex sqrt(const BigComplex& z) {
+  const Big size = (z.re.by<mpfr_abs>() + Big::with<mpfr_hypot>(z.re, z.im)) / Big(2);
+  const Big greater = size.by<mpfr_sqrt>();
+  const Big smaller = greater.zero() ? z.im : z.im / (Big(2) * greater);
+  if (!z.re.negative()) return {greater, smaller};
+  return {smaller.by<mpfr_abs>(), with_sign(greater, z.im)};
+}
+
+// W. Kahan, "Branch cuts for complex elementary functions" (1987).
+BigComplex root_of_one_plus(const BigComplex& z) { return sqrt({Big(1) + z.re, z.im}); }
+
+BigComplex acos(const BigComplex& z) {
+  const BigComplex minus = root_of_one_plus(-z), plus = root_of_one_plus(z);
+  return {Big(2) * Big::with<mpfr_atan2>(minus.re, plus.re),
+          (conj(plus) * minus).im.by<mpfr_asinh>()};
+}
+BigComplex acosh(const BigComplex& z) {
+  const BigComplex angle = acos(z);
+  return {angle.im.by<mpfr_abs>(), with_sign(angle.re, z.im)};
+}
+BigComplex asin(const BigComplex& z) {
+  const BigComplex minus = root_of_one_plus(-z), plus = root_of_one_plus(z);
+  return {Big::with<mpfr_atan2>(z.re, (minus * plus).re), (conj(minus) * plus).im.by<mpfr_asinh>()};
+}
+BigComplex atanh(const BigComplex& z) {
+  const Big x = z.re.by<mpfr_abs>(), less = Big(1) - x, square = z.im * z.im;
+  const Big ratio = Big(4) * x / (less * less + square);
+  const Big angle = Big::with<mpfr_atan2>(Big(2) * z.im, less * (Big(1) + x) - square);
+  return {with_sign(ratio.by<mpfr_log1p>() / Big(4), z.re), angle / Big(2)};
+}
+
+// The circular functions are the hyperbolic ones turned by a right angle, and the inverse ones
+// likewise.
+template <BigComplex (*f)(const BigComplex&)>
+BigComplex turned(const BigComplex& z) {
+  return times_minus_i(f(times_i(z)));
+}
+BigComplex cos(const BigComplex& z) { return cosh(times_i(z)); }
+BigComplex asinh(const BigComplex& z) { return times_minus_i(asin(times_i(z))); }
+
+void put(mpfr_t* y, const BigComplex& z) {
+  mpfr_set(y[0], z.re.get(), MPFR_RNDN);
+  mpfr_set(y[1], z.im.get(), MPFR_RNDN);
+}
+template <BigComplex (*f)(const BigComplex&)>
+void complex_unary(mpfr_t* y, mpfr_t* x) {
+  put(y, f({Big(x[0]), Big(x[1])}));
+}
+void complex_power(mpfr_t* y, mpfr_t* x) {
+  put(y, exp(BigComplex{Big(x[2]), Big(x[3])} * log({Big(x[0]), Big(x[1])})));
+}
+
+bool finite_point(const double* x, int numbers) {
+  for (int k = 0; k < numbers; ++k) {
+    if (!std::isfinite(x[k])) return false;
+  }
+  return true;
+}
+/// The phase keeps 54 bits while the product of exponent and logarithm is small.
+bool usual_power(const double* x, int numbers) {
+  if (!finite_point(x, numbers) || (x[0] == 0 && x[1] == 0)) return false;
+  const double size = std::abs(std::log(std::hypot(x[0], x[1]))) + std::abs(std::atan2(x[1], x[0]));
+  return std::hypot(x[2], x[3]) * size < 1000;
+}
+bool not_zero(const double* x, int numbers) {
+  return finite_point(x, numbers) && !(x[0] == 0 && x[1] == 0);
+}
+/// Without the poles 1 and -1, or i and -i.
+bool off_poles(const double* x, int numbers) {
+  return finite_point(x, numbers) && !(std::hypot(x[0], x[1]) == 1 && x[0] * x[1] == 0);
+}
+
+/// Any size, usual sizes, next to the branch points 1, -1, i, -i, and next to the unit circle:
+/// parts are drawn in turn.
+template <class R>
+void complex_inputs(Inputs<R>& in) {
+  constexpr int least = is_float<R> ? -23 : -52;
+  in.patterns_of_both_signs(0.1, 0, std::numeric_limits<R>::infinity());
+  in.linear(0.2, -4, 4);
+  in.patterns_of_both_signs(0.2, 1e-6, 1e6);
+  const auto add = [&](double re, double im) {
+    in.values.push_back(static_cast<R>(re)), in.values.push_back(static_cast<R>(im));
+  };
+  if (in.values.size() % 2 != 0) in.values.push_back(0);
+  for (int i = 0; i < in.amount(0.1); ++i) {
+    const auto tiny = [&] {
+      const double size =
+          std::ldexp(in.random.unit(), -static_cast<int>(in.random.below(-least + 8)));
+      return in.random.below(2) != 0 ? size : -size;
+    };
+    const double one = in.random.below(2) != 0 ? 1 : -1, near = one + tiny(), far = tiny();
+    add(near, far), add(far, near);
+    const double u = in.random.unit(), v = std::sqrt(1 - u * u);
+    add(u, v), add(-v, u);
+  }
+}
+
+/// Of results that overflow and underflow.
+template <class R>
+void growing_inputs(Inputs<R>& in) {
+  complex_inputs(in);
+  in.linear(0.2, is_float<R> ? -110 : -760, is_float<R> ? 110 : 760);
+}
+
+}  // namespace
+
+std::vector<Function> complex_functions() {
+  const auto unary = [](const char* name, auto exact, bool grows, auto covers) {
+    Function f{
+        "cz", name, Approximate, exact, nullptr, complex_inputs<float>, complex_inputs<double>};
+    if (grows) f.inputs_s = growing_inputs<float>, f.inputs_d = growing_inputs<double>;
+    f.covers = covers;
+    return f;
+  };
+  Function pow{"cz", "Pow", Approximate, complex_power, nullptr, ORV_INPUTS(complex_inputs)};
+  Function powx{"cz", "Powx", Approximate, complex_power, nullptr, ORV_INPUTS(complex_inputs)};
+  pow.covers = powx.covers = usual_power;
+  return {
+      unary("Acos", complex_unary<acos>, false, finite_point),
+      unary("Acosh", complex_unary<acosh>, false, finite_point),
+      unary("Asin", complex_unary<asin>, false, finite_point),
+      unary("Asinh", complex_unary<asinh>, false, finite_point),
+      unary("Atan", complex_unary<turned<atanh>>, false, off_poles),
+      unary("Atanh", complex_unary<atanh>, false, off_poles),
+      unary("Cos", complex_unary<cos>, true, finite_point),
+      unary("Cosh", complex_unary<cosh>, true, finite_point),
+      unary("Log10", complex_unary<log10>, false, not_zero),
+      unary("Sin", complex_unary<turned<sinh>>, true, finite_point),
+      unary("Sinh", complex_unary<sinh>, true, finite_point),
+      unary("Tan", complex_unary<turned<tanh>>, false, finite_point),
+      unary("Tanh", complex_unary<tanh>, false, finite_point),
+      pow,
+      powx,
+  };
+}
+
+}  // namespace orv_test

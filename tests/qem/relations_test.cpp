@@ -1,0 +1,198 @@
+// Relations that callers count on: odd and even functions to the bit, and monotone ones across
+// every seam of their kernels.
+#include <math.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <span>
+
+#include "harness.hpp"
+
+using namespace orv_test;
+
+namespace {
+
+template <class R>
+std::vector<R> results(const Kernel& kernel, const std::vector<R>& x) {
+  std::vector<R> y(x.size());
+  call(kernel, static_cast<int64_t>(x.size()), x.data(), nullptr, y.data(), nullptr);
+  return y;
+}
+
+// ---- Symmetry ----------------------------------------------------------------------------------
+
+/// f(-x) = sign f(x).
+struct Symmetric {
+  const char* function;
+  int sign;
+};
+constexpr Symmetric symmetric[] = {{"Cbrt", -1}, {"Cos", 1}, {"Sin", -1}, {"Tan", -1}};
+
+/// Any pattern, and as many numbers of usual size.
+template <class R>
+std::vector<R> numbers(int count) {
+  std::mt19937_64 random(12);
+  std::vector<R> x = {0, 1, std::numeric_limits<R>::max(), std::numeric_limits<R>::denorm_min()};
+  while (static_cast<int>(x.size()) < count) {
+    const uint64_t bits = random();
+    const double part = static_cast<double>(random() >> 11) * 0x1p-53;
+    R any;
+    memcpy(&any, &bits, sizeof any);
+    if (std::isfinite(any)) x.push_back(any);
+    x.push_back(static_cast<R>(std::ldexp(part, static_cast<int>(bits % 16) - 8)));
+  }
+  return x;
+}
+
+template <class R>
+void expect_symmetric(const Kernel& kernel, int sign) {
+  const std::vector<R> x = numbers<R>(50'000);
+  std::vector<R> opposite(x.rbegin(), x.rend());  // in other lanes
+  for (R& number : opposite) number = -number;
+  const std::vector<R> y = results(kernel, x), mirrored = results(kernel, opposite);
+  for (size_t i = 0; i < x.size(); ++i) {
+    const R there = mirrored[x.size() - 1 - i] * static_cast<R>(sign);
+    if (std::isnan(y[i]) && std::isnan(there)) continue;
+    ASSERT_TRUE(same_bits(&y[i], &there, 1)) << x[i] << ": " << y[i] << ' ' << there;
+  }
+}
+
+TEST(Relations, OddAndEvenFunctionsToTheBit) {
+  size_t kernels = 0;
+  for_each_kernel([&](const Kernel& kernel, auto number) {
+    for (const auto& [function, sign] : symmetric) {
+      if (kernel.function != function || kernel.signature().input_parts != 1) continue;
+      expect_symmetric<decltype(number)>(kernel, sign), ++kernels;
+    }
+  });
+  EXPECT_GE(kernels, 3 * std::size(symmetric));
+}
+
+// ---- Complex functions --------------------------------------------------------------------------
+
+constexpr const char* conjugate_functions[] = {"Acos",  "Acosh", "Asin", "Asinh", "Atan",
+                                               "Atanh", "Cos",   "Cosh", "Log10", "Sin",
+                                               "Sinh",  "Tan",   "Tanh"};
+constexpr const char* odd_functions[] = {"Asin", "Asinh", "Atan", "Atanh",
+                                         "Sin",  "Sinh",  "Tan",  "Tanh"};
+
+bool is_in(std::span<const char* const> names, const Kernel& kernel) {
+  return (kernel.type == 'c' || kernel.type == 'z') &&
+         std::find(names.begin(), names.end(), kernel.function) != names.end();
+}
+
+/// The parts times these signs.
+template <class R>
+std::vector<R> signed_parts(std::vector<R> z, R re, R im) {
+  for (size_t i = 0; i < z.size(); i += 2) z[i] *= re, z[i + 1] *= im;
+  return z;
+}
+
+template <class R>
+void expect_same(const char* what, const std::vector<R>& z, const std::vector<R>& a,
+                 const std::vector<R>& b) {
+  for (size_t i = 0; i < z.size(); i += 2) {
+    for (size_t k = i; k < i + 2; ++k) {
+      if (std::isnan(a[k]) && std::isnan(b[k])) continue;
+      ASSERT_TRUE(same_bits(&a[k], &b[k], 1))
+          << what << " at " << z[i] << ' ' << z[i + 1] << ": " << a[k] << ' ' << b[k];
+    }
+  }
+}
+
+template <class R>
+std::vector<R> complex_results(const Kernel& kernel, const std::vector<R>& z) {
+  std::vector<R> y(z.size());
+  call(kernel, static_cast<int64_t>(z.size() / 2), z.data(), nullptr, y.data(), nullptr);
+  return y;
+}
+
+TEST(Relations, ConjugateAndOppositeComplexArguments) {
+  size_t kernels = 0;
+  for_each_kernel([&](const Kernel& kernel, auto number) {
+    using R = decltype(number);
+    if (!is_in(conjugate_functions, kernel)) return;
+    ++kernels;
+    std::vector<R> z = numbers<R>(20'000);
+    z.resize(z.size() / 2 * 2);
+    const std::vector<R> y = complex_results(kernel, z);
+    const auto mirrored = complex_results(kernel, signed_parts<R>(z, 1, -1));
+    expect_same("conjugate", z, signed_parts<R>(mirrored, 1, -1), y);
+    if (!is_in(odd_functions, kernel)) return;
+    const auto opposite = complex_results(kernel, signed_parts<R>(z, -1, -1));
+    expect_same("opposite", z, signed_parts<R>(opposite, -1, -1), y);
+  });
+  EXPECT_EQ(kernels, 2 * std::size(conjugate_functions));
+}
+
+/// Floats are computed as doubles and narrowed.
+TEST(Relations, ComplexFloatsAreNarrowedDoubles) {
+  const std::vector<Kernel> kernels = distinct_kernels();
+  for (const Kernel& narrow : kernels) {
+    if (narrow.type != 'c' || !is_in(conjugate_functions, narrow)) continue;
+    const auto wide = std::find_if(kernels.begin(), kernels.end(), [&](const Kernel& k) {
+      return k.type == 'z' && k.function == narrow.function;
+    });
+    ASSERT_NE(wide, kernels.end()) << narrow.name();
+    std::vector<float> z = numbers<float>(20'000);
+    z.resize(z.size() / 2 * 2);
+    const auto y = complex_results<double>(*wide, {z.begin(), z.end()});
+    expect_same(narrow.name().c_str(), z, complex_results(narrow, z), {y.begin(), y.end()});
+  }
+}
+
+// ---- Monotony ----------------------------------------------------------------------------------
+
+/// Arguments where the HA kernel passes from one formula, or row of a table, to another.
+struct Seams {
+  char type;
+  const char* function;
+  int direction;  // -1 where the function falls
+  std::vector<double> at;
+};
+
+const Seams seams[] = {
+    {'d', "Cbrt", 1, {1, 8, 0x1p-1022}},
+    {'s', "Cbrt", 1, {1, 8, 0x1p-126}},
+    {'d', "Exp", 1, {0x1p-54, 1, 708, -708}},
+    {'d', "Ln", 1, {0.5, 1, 2, 0x1p-1022}},
+};
+
+/// A million neighbours, half of them below `seam`.
+template <class R>
+std::vector<R> neighbours(R seam) {
+  constexpr int half = 500'000;
+  std::vector<R> x = {seam};
+  for (int i = 0; i < half; ++i) x.push_back(std::nextafter(x.back(), -INFINITY));
+  std::reverse(x.begin(), x.end());
+  for (int i = 0; i < half; ++i) x.push_back(std::nextafter(x.back(), INFINITY));
+  return x;
+}
+
+template <class R>
+void expect_monotone(const Kernel& kernel, R seam, int direction) {
+  const std::vector<R> x = neighbours(seam), y = results(kernel, x);
+  size_t i = 0;
+  const auto backwards = std::count_if(y.begin() + 1, y.end(), [&](R) {
+    return ++i, direction > 0 ? y[i] < y[i - 1] : y[i] > y[i - 1];
+  });
+  EXPECT_EQ(backwards, 0) << kernel.name() << " at " << seam;
+}
+
+TEST(Relations, MonotoneAcrossSeams) {
+  size_t found = 0;
+  for (const Kernel& kernel : all_slots()) {
+    for (const Seams& s : seams) {
+      if (kernel.slot != HA || kernel.type != s.type || kernel.function != s.function) continue;
+      ++found;
+      kernel.in_its_type([&]<class R>(R) {
+        for (const double at : s.at) expect_monotone(kernel, static_cast<R>(at), s.direction);
+      });
+    }
+  }
+  EXPECT_EQ(found, std::size(seams));
+}
+
+}  // namespace
