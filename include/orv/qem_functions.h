@@ -817,7 +817,7 @@ ORV_API void orv_qem_kernel_dAtan_G9HAynn(int32_t n, const double* a, double* r)
 ORV_API void orv_qem_kernel_dAtan_G9EPnnn(int32_t n, const double* a, double* r);
 
 /** dAtan2: angle of the point (b, a), from -pi to pi, by the signs of zeros as well; double.
- *  Largest error: LA 2.34, HA 0.541, EP 1.76e+08 ulp.
+ *  Largest error: LA 2.27, HA 0.541, EP 1.76e+08 ulp.
  *  Status codes: none. */
 extern ORV_API const QemBinary_d orv_qem_kernel_dAtan2_ttab[3];
 extern ORV_API const float orv_qem_kernel_dAtan2_ctab[3];

@@ -99,17 +99,17 @@ TwoParts<V> arctangent_by_rows(V v) {
   return arctangent_from_row<level>(row, (v - c) / (1 + v * c));
 }
 
+/// Of y/x. At HA the quotient only chooses the row.
 template <Level level, class V>
 TwoParts<V> arctangent_by_rows(V y, V x) {
-  const ArctangentRow<V> row(y / x);
-  const V c = row.middle();
-  V less;  // y - c x
-  if constexpr (level == Level::LA) {
-    less = y - c * x;
-  } else {
-    const V x_hi = and_bits(x, vatan_data<Lane<V>>::upper_half);
-    less = (y - c * x_hi) - c * (x - x_hi);  // products and the first difference are exact
-  }
+  using D = vatan_data<Lane<V>>;
+  // No division by 0 and no overflow, whose flags an angle should not raise.
+  const V v = y / maximum(x, y * (1 / D::highest));
+  if constexpr (level == Level::LA) return arctangent_by_rows<level>(v);
+
+  const ArctangentRow<V> row(v);
+  const V c = row.middle(), x_hi = and_bits(x, D::upper_half);
+  const V less = (y - c * x_hi) - c * (x - x_hi);  // exact but for the last difference
   return arctangent_from_row<level>(row, less / (x + c * y));
 }
 
