@@ -91,7 +91,7 @@ ORV_API void _qemsAbs_11(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sAbs_W7HAynn(int32_t n, const float* a, float* r);
 
 /** sAcosh: inverse hyperbolic cosine; float.
- *  Largest error: LA 2.35, HA 0.51, EP 2.47e+03 ulp.
+ *  Largest error: LA 1.75, HA 0.51, EP 2.47e+03 ulp.
  *  Status codes: 1 argument below 1. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sAcosh_ttab[3];
 extern ORV_API const float orv_qem_kernel_sAcosh_ctab[3];
@@ -114,7 +114,7 @@ ORV_API void _qemsAdd_11(int32_t n, const float* a, const float* b, float* r);
 ORV_API void orv_qem_kernel_sAdd_G9HAynn(int32_t n, const float* a, const float* b, float* r);
 
 /** sAsinh: inverse hyperbolic sine; float.
- *  Largest error: LA 2.7, HA 0.51, EP 2.47e+03 ulp.
+ *  Largest error: LA 1.95, HA 0.51, EP 2.47e+03 ulp.
  *  Status codes: none. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sAsinh_ttab[3];
 extern ORV_API const float orv_qem_kernel_sAsinh_ctab[3];
@@ -127,7 +127,7 @@ ORV_API void orv_qem_kernel_sAsinh_T7HAynn(int32_t n, const float* a, float* r);
 ORV_API void orv_qem_kernel_sAsinh_W7EPnnn(int32_t n, const float* a, float* r);
 
 /** sAtanh: inverse hyperbolic tangent; float.
- *  Largest error: LA 1.6, HA 0.51, EP 2.47e+03 ulp.
+ *  Largest error: LA 1.52, HA 0.51, EP 2.47e+03 ulp.
  *  Status codes: 1 argument beyond 1 in magnitude, 2 argument 1 or -1. */
 extern ORV_API const QemUnary_s orv_qem_kernel_sAtanh_ttab[3];
 extern ORV_API const float orv_qem_kernel_sAtanh_ctab[3];
@@ -575,7 +575,7 @@ ORV_API void _qemdAbs_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dAbs_N8HAynn(int32_t n, const double* a, double* r);
 
 /** dAcosh: inverse hyperbolic cosine; double.
- *  Largest error: LA 2.45, HA 0.502, EP 2.45 ulp.
+ *  Largest error: LA 2.15, HA 0.502, EP 2.15 ulp.
  *  Status codes: 1 argument below 1. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dAcosh_ttab[3];
 extern ORV_API const float orv_qem_kernel_dAcosh_ctab[3];
@@ -597,7 +597,7 @@ ORV_API void _qemdAdd_26(int32_t n, const double* a, const double* b, double* r)
 ORV_API void orv_qem_kernel_dAdd_G9HAynn(int32_t n, const double* a, const double* b, double* r);
 
 /** dAsinh: inverse hyperbolic sine; double.
- *  Largest error: LA 2.75, HA 0.502, EP 2.75 ulp.
+ *  Largest error: LA 2.1, HA 0.502, EP 2.1 ulp.
  *  Status codes: none. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dAsinh_ttab[3];
 extern ORV_API const float orv_qem_kernel_dAsinh_ctab[3];
@@ -609,7 +609,7 @@ ORV_API void orv_qem_kernel_dAsinh_W7LAynn(int32_t n, const double* a, double* r
 ORV_API void orv_qem_kernel_dAsinh_W7HAynn(int32_t n, const double* a, double* r);
 
 /** dAtanh: inverse hyperbolic tangent; double.
- *  Largest error: LA 1.65, HA 0.502, EP 1.65 ulp.
+ *  Largest error: LA 1.75, HA 0.502, EP 1.75 ulp.
  *  Status codes: 1 argument beyond 1 in magnitude, 2 argument 1 or -1. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dAtanh_ttab[3];
 extern ORV_API const float orv_qem_kernel_dAtanh_ctab[3];
