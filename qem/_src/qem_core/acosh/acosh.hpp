@@ -1,6 +1,6 @@
 // Acosh: the inverse hyperbolic cosine, from 1 on.
 //
-// x^2 - 1 = d^2 + 2 d with d = x - 1, which is exact where it matters.
+// x^2 - 1 = d (x + 1) = d^2 + 2 d with d = x - 1, which is exact where it matters.
 #pragma once
 
 #include "../_heap/real/inverse_hyperbolic.hpp"
@@ -25,13 +25,22 @@ struct AcoshFormula {
     const TwoParts<V> root = root_of_sum(d + d, d);
     return sum_in_parts(x, root.hi, root.lo);
   }
-  template <class V>
+  /// s near 1 has two roundings less if the root is made of it, at the price of a division.
+  template <bool bits_to_spare, class V>
   static LogRatio<V> as_ratio(V x) {
-    const V d = x - 1;
-    const V root = maximum(square_root(d * d + (d + d)), splat<V>(0x1p-40));
-    const Power<V> k = power_beside<V>(bits_of(x + root));
-    const V far = not_one(k.power);
-    return {k.exponent, (x - k.power) + both(far, root), root + both(far, x + k.power)};
+    const V d = x - 1, sum = x + 1;
+    if constexpr (bits_to_spare) {
+      const V root = square_root(d * sum);
+      const Power<V> k = power_beside<V>(bits_of(x + root));
+      const V far = not_one(k.power), half = both(far, x - k.power) + root;
+      return {k.exponent, (half + half) / ((x + k.power) + both(far, root))};
+    } else {
+      const V tanh = square_root(d / sum), root = sum * tanh;
+      const Power<V> k = power_beside<V>(bits_of(x + root));
+      const V half = (x - k.power) + root;
+      const V s = (half + half) / ((x + k.power) + root);
+      return {k.exponent, select(is_one(k.power), tanh + tanh, s)};
+    }
   }
 
   static bool special(double x, double& y, int& code) {

@@ -21,12 +21,21 @@ struct AsinhFormula {
     const TwoParts<V> root = root_of_sum(splat<V>(1), x);
     return sum_in_parts(root.hi, x, root.lo);
   }
-  template <class V>
+  /// s near 0 is 2 x/(root + 1), or x less a quotient whose roundings hardly count.
+  template <bool bits_to_spare, class V>
   static LogRatio<V> as_ratio(V x) {
     const V root = square_root(x * x + 1);
     const Power<V> k = power_beside<V>(bits_of(x + root));
-    const V far = not_one(k.power);
-    return {k.exponent, x + both(far, root - k.power), (root + k.power) + both(far, x)};
+    const V far = not_one(k.power), rest = root - k.power;
+    const V denominator = (root + k.power) + both(far, x);
+    if constexpr (bits_to_spare) {
+      const V half = x + both(far, rest);
+      return {k.exponent, (half + half) / denominator};
+    } else {
+      const V near = is_one(k.power), half = x + rest;
+      const V numerator = select(near, -x * rest, half + half);
+      return {k.exponent, both(near, x) + numerator / denominator};
+    }
   }
 
   static bool special(double x, double& y, int&) {

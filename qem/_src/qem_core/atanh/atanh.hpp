@@ -28,13 +28,14 @@ struct AtanhFormula {
     return {q, rest.hi, rest.lo + rest.hi * (x * reciprocal)};  // 1/d = 1 + x/d
   }
   /// The numerator is (1 + x) - K (1 - x) but for the rounding of its last addition.
-  template <class V>
+  template <bool bits_to_spare, class V>
   static LogRatio<V> as_ratio(V x) {
     const V n = 1 + x, d = 1 - x;
     const Int<V> quotient = subtract<V>(bits_of(n), bits_of(d));
     const Power<V> k = power_beside<V>(add<V>(quotient, bits_of(splat<V>(1))));
     const V Kx = k.power * x;
-    return {k.exponent, ((1 - k.power) + Kx) + x, ((1 + k.power) - Kx) + x};
+    const V half = ((1 - k.power) + Kx) + x;
+    return {k.exponent, (half + half) / (((1 + k.power) - Kx) + x)};
   }
 
   static bool special(double x, double& y, int& code) {

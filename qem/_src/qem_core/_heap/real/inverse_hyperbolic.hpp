@@ -7,9 +7,9 @@
 // HA of doubles has y in three parts and takes Ln's road: the parts after the first keep what is
 // beyond 1 to the last bit, so that there is no case of its own near 0.
 //
-// Elsewhere ln y = k ln2 + 2 atanh((y - K)/(y + K)), K = 2^k, and with K = 1 the quotient comes
-// straight from the argument: it is tanh of half the result, sinh/(cosh + 1). HA of floats has
-// lanes of double.
+// Elsewhere ln y = k ln2 + 2 atanh((y - K)/(y + K)), K = 2^k, and with K = 1 the quotient, tanh of
+// half of ln y, comes straight from the argument: that of asinh is sinh/(cosh + 1). HA of floats
+// has lanes of double, whose bits to spare allow the shortest formulas.
 //
 // A formula tells what is its own:
 //   name
@@ -111,13 +111,18 @@ Power<V> power_beside(Int<V> bits_of_y) {
   return {power, exponent_field(power) - T{F::bias}};
 }
 
-/// ln y = exponent ln2 + 2 atanh(numerator/denominator)
+/// ln y = exponent ln2 + 2 atanh(s/2). It is s that formulas double, not the sum: half of a
+/// denormal may not exist.
 template <class V>
 struct LogRatio {
-  V exponent, numerator, denominator;
+  V exponent, s;
 };
 
-/// All bits set where K is not 1.
+/// All bits set where K is 1, and where it is not.
+template <class V>
+V is_one(V power) {
+  return equal(power, splat<V>(1));
+}
 template <class V>
 V not_one(V power) {
   return greater(power, splat<V>(1));
@@ -145,15 +150,13 @@ V estrin(const C (&c)[n], V x) {
   }
 }
 
-/// The quotient is doubled, not the sum: half of a denormal may not exist. Its cube is kept from
-/// underflow as long as its square is.
+/// The cube of s is kept from underflow as long as its square is.
 template <class Series, class V>
 V log_of(const LogRatio<V>& y, const Series& series) {
   using T = Lane<V>;
   constexpr T ln2 = 0x1.62E42FEFA39EFp-1, epsilon = Format<T>::epsilon;
-  const V s = (y.numerator + y.numerator) / y.denominator;
-  const V s2 = maximum(s * s, splat<V>(epsilon * epsilon));
-  return y.exponent * ln2 + (s + (s * s2) * estrin(series, s2));
+  const V s2 = maximum(y.s * y.s, splat<V>(epsilon * epsilon));
+  return y.exponent * ln2 + (y.s + (y.s * s2) * estrin(series, s2));
 }
 
 // ---- Kernels -----------------------------------------------------------------------------------
@@ -199,7 +202,7 @@ struct InverseHyperbolic {
     if constexpr (in_parts) {
       return Formula::in_parts(a);
     } else {
-      return Formula::as_ratio(a);
+      return Formula::template as_ratio<level == Level::HA>(a);
     }
   }
 
