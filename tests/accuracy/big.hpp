@@ -24,6 +24,7 @@ class Big {
 
   mpfr_srcptr get() const { return value_; }
   bool negative() const { return mpfr_signbit(value_) != 0; }
+  double get_d() const { return mpfr_get_d(value_, MPFR_RNDN); }
   bool zero() const { return mpfr_zero_p(value_) != 0; }
 
   Big operator-() const { return by<mpfr_neg>(); }

@@ -20,16 +20,20 @@ BigComplex operator*(const BigComplex& a, const BigComplex& b) {
 BigComplex times_i(const BigComplex& z) { return {-z.im, z.re}; }
 BigComplex times_minus_i(const BigComplex& z) { return {z.im, -z.re}; }
 
+/// A size that may be infinite, times a sine or cosine.
+Big turned_by(const Big& size, const Big& turn) { return turn.zero() ? turn : size * turn; }
+
 BigComplex exp(const BigComplex& z) {
   const Big size = z.re.by<mpfr_exp>();
-  if (z.im.zero()) return {size, z.im};
-  return {size * z.im.by<mpfr_cos>(), size * z.im.by<mpfr_sin>()};
+  return {turned_by(size, z.im.by<mpfr_cos>()), turned_by(size, z.im.by<mpfr_sin>())};
 }
 BigComplex cosh(const BigComplex& z) {
-  return {z.re.by<mpfr_cosh>() * z.im.by<mpfr_cos>(), z.re.by<mpfr_sinh>() * z.im.by<mpfr_sin>()};
+  return {turned_by(z.re.by<mpfr_cosh>(), z.im.by<mpfr_cos>()),
+          turned_by(z.re.by<mpfr_sinh>(), z.im.by<mpfr_sin>())};
 }
 BigComplex sinh(const BigComplex& z) {
-  return {z.re.by<mpfr_sinh>() * z.im.by<mpfr_cos>(), z.re.by<mpfr_cosh>() * z.im.by<mpfr_sin>()};
+  return {turned_by(z.re.by<mpfr_sinh>(), z.im.by<mpfr_cos>()),
+          turned_by(z.re.by<mpfr_cosh>(), z.im.by<mpfr_sin>())};
 }
 /// By the double angle; its exponential is taken out, for it may be out of any range.
 BigComplex tanh(const BigComplex& z) {
@@ -38,8 +42,14 @@ BigComplex tanh(const BigComplex& z) {
   const Big re = -(Big(-4) * x).by<mpfr_expm1>() / divisor;
   return {with_sign(re, z.re), Big(2) * e * y.by<mpfr_sin>() / divisor};
 }
+/// Next to the unit circle by what |z|^2 exceeds 1.
 BigComplex log(const BigComplex& z) {
-  return {Big::with<mpfr_hypot>(z.re, z.im).by<mpfr_log>(), Big::with<mpfr_atan2>(z.im, z.re)};
+  const Big angle = Big::with<mpfr_atan2>(z.im, z.re), size = Big::with<mpfr_hypot>(z.re, z.im);
+  if (std::abs(size.get_d() - 1) > 0.001) return {size.by<mpfr_log>(), angle};
+  const Big x = z.re.by<mpfr_abs>(), y = z.im.by<mpfr_abs>();
+  const Big greater = Big::with<mpfr_max>(x, y), other = Big::with<mpfr_min>(x, y);
+  const Big excess = (greater - Big(1)) * (greater + Big(1)) + other * other;
+  return {excess.by<mpfr_log1p>() / Big(2), angle};
 }
 BigComplex log10(const BigComplex& z) {
   const BigComplex natural = log(z);

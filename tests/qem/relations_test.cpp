@@ -28,7 +28,10 @@ struct Symmetric {
   const char* function;
   int sign;
 };
-constexpr Symmetric symmetric[] = {{"Cbrt", -1}, {"Cos", 1}, {"Sin", -1}, {"Tan", -1}};
+constexpr Symmetric symmetric[] = {{"Asin", -1},   {"Asinh", -1}, {"Atan", -1}, {"Atanh", -1},
+                                   {"Cbrt", -1},   {"Cos", 1},    {"Cosh", 1},  {"Erf", -1},
+                                   {"ErfInv", -1}, {"Sin", -1},   {"Sinh", -1}, {"Tan", -1},
+                                   {"Tanh", -1}};
 
 /// Any pattern, and as many numbers of usual size.
 template <class R>
@@ -145,6 +148,8 @@ TEST(Relations, ComplexFloatsAreNarrowedDoubles) {
 
 // ---- Monotony ----------------------------------------------------------------------------------
 
+constexpr double ln2 = 0x1.62E42FEFA39EFp-1;
+
 /// Arguments where the HA kernel passes from one formula, or row of a table, to another.
 struct Seams {
   char type;
@@ -158,6 +163,24 @@ const Seams seams[] = {
     {'s', "Cbrt", 1, {1, 8, 0x1p-126}},
     {'d', "Exp", 1, {0x1p-54, 1, 708, -708}},
     {'d', "Ln", 1, {0.5, 1, 2, 0x1p-1022}},
+    {'d', "Cosh", 1, {0.5 * ln2 / 64, 1.5 * ln2 / 64, 100.5 * ln2 / 64, 1000.5 * ln2 / 64, 708}},
+    {'s', "Cosh", 1, {0.5 * ln2 / 64, 1.5 * ln2 / 64, 100.5 * ln2 / 64, 1000.5 * ln2 / 64, 87}},
+    {'d', "Sinh", 1, {0.25, 0.5 * ln2 / 64, 100.5 * ln2 / 64, 1000.5 * ln2 / 64, 708}},
+    {'s', "Sinh", 1, {0.5 * ln2 / 64, 100.5 * ln2 / 64, 1000.5 * ln2 / 64, 87}},
+    {'d', "Tanh", 1, {0.0625, 0.064453125, 0.5, 1, 1.03125, 4, 19.0615}},
+    {'s', "Tanh", 1, {0.0625, 0.064453125, 0.5, 1, 1.03125, 4, 9.0109}},
+    {'d', "Asin", 1, {-0.5, 0.5}},
+    {'s', "Asin", 1, {-0.5, 0.5}},
+    {'d', "Acos", -1, {-0.5, 0.5}},
+    {'s', "Acos", -1, {-0.5, 0.5}},
+    {'d', "Atan", 1, {0x1p-30, 0x1.1p-10, 0.125, 1, 1.0625, 64, 0x1p53, 0x1p54}},
+    {'s', "Atan", 1, {0x1p-14, 0x1.1p-10, 0.125, 1, 1.0625, 64, 0x1p26, 0x1p28}},
+    {'d', "Asinh", 1, {0x1p-53, 0x1p-27, 0x1p-26, 0.75, 0x1p500}},
+    {'s', "Asinh", 1, {0x1p-26, 0.5826436781609195, 0.75, 1.4526436781609195, 0x1p60}},
+    {'d', "Acosh", 1, {1 + 0x1p-26, 1.25, 2.125, 0x1p53, 0x1p500}},
+    {'s', "Acosh", 1, {1.1573563218390805, 1.25, 2.125, 0x1p60}},
+    {'d', "Atanh", 1, {0x1p-54, 0x1p-53, 0x1p-27, 0x1p-26, 1.0 / 3, 0.6, 1 - 0x1p-20}},
+    {'s', "Atanh", 1, {0x1p-26, 0.74 / 3, 2.74 / 5, 1 - 0x1p-20}},
 };
 
 /// A million neighbours, half of them below `seam`.
