@@ -62,12 +62,13 @@ void cdfnorm_inputs(Inputs<R>& in) {
 }
 
 /// From 8 on by the asymptotic series, which is as good as e^(-x^2) there and faster.
-void erfc_of(mpfr_t* y, mpfr_srcptr x) {
+void erfc_of(mpfr_ptr sum, mpfr_srcptr x) {
   if (mpfr_cmp_ui(x, 8) < 0 || mpfr_inf_p(x)) {
-    mpfr_erfc(y[0], x, MPFR_RNDN);
+    mpfr_erfc(sum, x, MPFR_RNDN);
     return;
   }
-  mpfr_t &sum = y[0], &term = y[1], &square = y[2];
+  MPFR_DECL_INIT(square, reference_bits<double>);
+  MPFR_DECL_INIT(term, reference_bits<double>);
   mpfr_sqr(square, x, MPFR_RNDN);
   mpfr_neg(term, square, MPFR_RNDN);
   mpfr_exp(term, term, MPFR_RNDN);
@@ -83,13 +84,14 @@ void erfc_of(mpfr_t* y, mpfr_srcptr x) {
   mpfr_sqrt(term, term, MPFR_RNDN);
   mpfr_div(sum, sum, term, MPFR_RNDN);
 }
-void erfc(mpfr_t* y, mpfr_t* x) { erfc_of(y, x[0]); }
+void erfc(mpfr_t* y, mpfr_t* x) { erfc_of(y[0], x[0]); }
 
 void cdfnorm(mpfr_t* y, mpfr_t* x) {
-  mpfr_sqrt_ui(y[3], 2, MPFR_RNDN);
-  mpfr_div(y[3], x[0], y[3], MPFR_RNDN);
-  mpfr_neg(y[3], y[3], MPFR_RNDN);
-  erfc_of(y, y[3]);
+  MPFR_DECL_INIT(z, reference_bits<double>);
+  mpfr_sqrt_ui(z, 2, MPFR_RNDN);
+  mpfr_div(z, x[0], z, MPFR_RNDN);
+  mpfr_neg(z, z, MPFR_RNDN);
+  erfc_of(y[0], z);
   mpfr_div_2ui(y[0], y[0], 1, MPFR_RNDN);
 }
 
