@@ -8,8 +8,10 @@ namespace {
 // All are t with erf(t) = d and erfc(t) = w = 1 - d up to a sign and sqrt2.
 
 /// To all digits of y: E. Halley's method triples those of a long double, which has the range for
-/// any w.
+/// any w. Of a negative w NaN.
 void inverse(mpfr_ptr y, mpfr_srcptr d, mpfr_srcptr w) {
+  if (mpfr_nan_p(w) || mpfr_sgn(w) < 0) return mpfr_set_nan(y);
+  if (mpfr_zero_p(w)) return mpfr_set_inf(y, 1);
   mpfr_t slope, step;
   mpfr_init2(slope, mpfr_get_prec(y)), mpfr_init2(step, mpfr_get_prec(y));
   mpfr_set_ld(y, inverse_error(mpfr_get_ld(d, MPFR_RNDN), mpfr_get_ld(w, MPFR_RNDN)), MPFR_RNDN);
@@ -37,13 +39,7 @@ void inverse(mpfr_ptr y, mpfr_srcptr d, mpfr_srcptr w) {
 void exact_erfinv(mpfr_t* y, mpfr_t* x) {
   mpfr_abs(y[1], x[0], MPFR_RNDN);
   mpfr_ui_sub(y[2], 1, y[1], MPFR_RNDN);
-  if (mpfr_nan_p(x[0]) || mpfr_sgn(y[2]) < 0) {
-    mpfr_set_nan(y[0]);
-  } else if (mpfr_zero_p(y[2])) {
-    mpfr_set_inf(y[0], 1);
-  } else {
-    inverse(y[0], y[1], y[2]);
-  }
+  inverse(y[0], y[1], y[2]);
   mpfr_copysign(y[0], y[0], x[0], MPFR_RNDN);
 }
 
@@ -52,13 +48,7 @@ void exact_erfcinv(mpfr_t* y, mpfr_t* x) {
   mpfr_set(y[2], x[0], MPFR_RNDN);
   if (upper) mpfr_ui_sub(y[2], 2, x[0], MPFR_RNDN);
   mpfr_ui_sub(y[1], 1, y[2], MPFR_RNDN);
-  if (mpfr_nan_p(x[0]) || mpfr_sgn(y[2]) < 0) {
-    mpfr_set_nan(y[0]);
-  } else if (mpfr_zero_p(y[2])) {
-    mpfr_set_inf(y[0], 1);
-  } else {
-    inverse(y[0], y[1], y[2]);
-  }
+  inverse(y[0], y[1], y[2]);
   mpfr_setsign(y[0], y[0], upper, MPFR_RNDN);
 }
 

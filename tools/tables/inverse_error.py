@@ -5,7 +5,7 @@ from functools import cache
 from mpmath import (cos, erfc, exp, log, lu_solve, matrix, mpf, nint, pi, polyval, sqrt,
                     workprec)
 
-from .common import array, double, header, number, single, split, truncated
+from .common import array, double, header, number, single, truncated
 
 PRECISION = 150
 TABLE_TYPE = "../../_heap/real/inverse_error_table.hpp"
@@ -106,9 +106,9 @@ def tail_rows(name, scale):
             return scale * erfc_inverse(exp(-s * s)) / s
 
         rows.append(tuple(in_parts(interpolated(ratio, -width / 2, width / 2, TAIL_DEGREE + 1), 1)))
-    return array("double", f"{name}[{TAIL_ROWS}]", rows,
+    return array("double", name, rows,
                  "In s less the row's middle, four rows a binade from 1/4 on; the first coefficient in\n"
-                 "two parts.").replace(f"[{TAIL_ROWS}][{TAIL_ROWS}]", f"[{TAIL_ROWS}][{len(rows[0])}]")
+                 "two parts.").replace(f"[{TAIL_ROWS}] =", f"[{TAIL_ROWS}][{len(rows[0])}] =")
 
 
 def near_series(name, scale):

@@ -12,8 +12,8 @@ inline namespace ORV_TAG {
 template <class T>
 inline constexpr double erfinv_least = sizeof(T) == sizeof(double) ? 0x1p-35 : 0;
 
-/// sqrt(pi)/2 x, which is all that counts of smaller numbers. Scaled, and what becomes a denormal is
-/// rounded to its last place from two parts.
+/// sqrt(pi)/2 x, which is all that counts of smaller numbers. Scaled, and what becomes a denormal
+/// is rounded to its last place from two parts.
 inline double erfinv_near_zero(double x) {
   constexpr double factor = 0.88623046875, factor_low = -3.543297241986351e-6;
   constexpr double up = 0x1p256, down = 0x1p-256, to_last_place = 0x1.8p-1022 * up;
@@ -51,7 +51,9 @@ struct ErfInv {
   static constexpr char name[] = "ErfInv";
   static constexpr Environment environment = environment_mode;
   template <class T, Level level>
-  static constexpr int block = sizeof(T) == sizeof(float) ? 16 : level == Level::EP ? 8 : 4;
+  static constexpr int block = sizeof(T) == sizeof(float) ? 16
+                               : level == Level::EP       ? 8
+                                                          : 4;
   static constexpr double zero = 0;
 
   template <class V>

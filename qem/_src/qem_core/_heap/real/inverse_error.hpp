@@ -73,10 +73,18 @@ class InverseErrorRows {
   const Lane<V>* row_[lanes<V>];
 };
 
+/// Whole vectors at this point: the compiler would rather load their numbers one by one, and
+/// compute one of them far behind the other.
+template <class V>
+void as_vectors(V& a, V& b) {
+  asm("" : "+x"(a), "+x"(b));
+}
+
 /// Numbers k and k + 1 of the lanes' rows.
 template <class Rows>
 void take_two(const Rows& row, int k, __m128d& first, __m128d& second) {
-  const __m128d a = load<__m128d>(row[0] + k), b = load<__m128d>(row[1] + k);
+  __m128d a = _mm_loadu_pd(row[0] + k), b = _mm_loadu_pd(row[1] + k);
+  as_vectors(a, b);
   first = _mm_unpacklo_pd(a, b);
   second = _mm_unpackhi_pd(a, b);
 }
@@ -95,10 +103,11 @@ void take_four(const Rows& row, __m128 (&c)[4]) {
 template <class Rows>
 void take_two(const Rows& row, int k, __m256d& first, __m256d& second) {
   const auto two = [&](int lane) {
-    const __m256d lower = _mm256_castpd128_pd256(load<__m128d>(row[lane] + k));
-    return _mm256_insertf128_pd(lower, load<__m128d>(row[lane + 2] + k), 1);
+    const __m256d lower = _mm256_castpd128_pd256(_mm_loadu_pd(row[lane] + k));
+    return _mm256_insertf128_pd(lower, _mm_loadu_pd(row[lane + 2] + k), 1);
   };
-  const __m256d a = two(0), b = two(1);
+  __m256d a = two(0), b = two(1);
+  as_vectors(a, b);
   first = _mm256_unpacklo_pd(a, b);
   second = _mm256_unpackhi_pd(a, b);
 }
@@ -124,8 +133,8 @@ void take_four(const Rows& row, __m256 (&c)[4]) {
 }
 #endif
 
-/// Numbers `first` to `end` of the rows as coefficients of 1, r, r^2, ...: the sum of the even ones,
-/// and that of the odd ones over r.
+/// Numbers `first` to `end` of the rows as coefficients of 1, r, r^2, ...: the sum of the even
+/// ones, and that of the odd ones over r.
 template <class V>
 struct EvenAndOdd {
   V even, odd;
@@ -147,7 +156,7 @@ EvenAndOdd<V> even_and_odd(const Rows& row, V r2) {
     take_two(row, k, a, b);
     even = even * r2 + a;
     odd = odd * r2 + b;
-    asm("" : "+x"(even), "+x"(odd));
+    if (k > first) as_vectors(even, odd);
   }
   return {even, odd};
 }
@@ -178,7 +187,8 @@ V inverse_error(const Table& table, V x) {
   constexpr Bits within_row = (Bits{1} << (F::fraction_bits - Table::bits)) - 1;
   constexpr int numbers = sizeof table.row[0] / sizeof table.row[0][0];
 
-  const auto [d, w] = Function::argument(x);
+  const InverseErrorArgument<V> argument = Function::argument(x);
+  const V d = argument.d, w = argument.w;
   const InverseErrorRows<V, Table> row(table, w);
   const V m = or_bits(and_bits(w, within_row), __builtin_bit_cast(Bits, Lane<V>{1}));
   V r = m - splat<V>(table.middle[0]);
