@@ -744,7 +744,7 @@ ORV_API void _qemdAbs_26(int32_t n, const double* a, double* r);
 ORV_API void orv_qem_kernel_dAbs_N8HAynn(int32_t n, const double* a, double* r);
 
 /** dAcos: arccosine, with relative accuracy up to its zero at 1; double.
- *  Largest error: LA 1.22, HA 0.565, EP 4.37e+07 ulp.
+ *  Largest error: LA 1.22, HA 0.572, EP 4.37e+07 ulp.
  *  Status codes: 1 argument outside -1 to 1. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dAcos_ttab[3];
 extern ORV_API const float orv_qem_kernel_dAcos_ctab[3];
@@ -779,7 +779,7 @@ ORV_API void _qemdAdd_26(int32_t n, const double* a, const double* b, double* r)
 ORV_API void orv_qem_kernel_dAdd_G9HAynn(int32_t n, const double* a, const double* b, double* r);
 
 /** dAsin: arcsine; double.
- *  Largest error: LA 2.3, HA 0.59, EP 4.58e+07 ulp.
+ *  Largest error: LA 2.32, HA 0.59, EP 4.58e+07 ulp.
  *  Status codes: 1 argument outside -1 to 1. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dAsin_ttab[3];
 extern ORV_API const float orv_qem_kernel_dAsin_ctab[3];

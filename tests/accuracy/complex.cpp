@@ -21,7 +21,10 @@ BigComplex times_i(const BigComplex& z) { return {-z.im, z.re}; }
 BigComplex times_minus_i(const BigComplex& z) { return {z.im, -z.re}; }
 
 /// A size that may be infinite, times a sine or cosine.
-Big turned_by(const Big& size, const Big& turn) { return turn.zero() ? turn : size * turn; }
+Big turned_by(const Big& size, const Big& turn) {
+  if (turn.zero()) return size.negative() ? -turn : turn;
+  return size * turn;
+}
 
 BigComplex exp(const BigComplex& z) {
   const Big size = z.re.by<mpfr_exp>();

@@ -10,7 +10,7 @@ std::vector<Function> arcsine_functions();
 std::vector<Function> arctangent_functions();
 std::vector<Function> arithmetic_functions();
 std::vector<Function> complex_functions();
-std::vector<Function> error_function_functions();
+std::vector<Function> error_functions();
 std::vector<Function> exponential_functions();
 std::vector<Function> hyperbolic_functions();
 std::vector<Function> inverse_error_functions();

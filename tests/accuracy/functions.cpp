@@ -7,9 +7,9 @@ const std::vector<Function>& functions() {
     std::vector<Function> all;
     for (const auto family :
          {arcsine_functions, arctangent_functions, arithmetic_functions, complex_functions,
-          error_function_functions, exponential_functions, hyperbolic_functions,
-          inverse_error_functions, inverse_hyperbolic_functions, power_functions, root_functions,
-          rounding_functions, trigonometric_functions}) {
+          error_functions, exponential_functions, hyperbolic_functions, inverse_error_functions,
+          inverse_hyperbolic_functions, power_functions, root_functions, rounding_functions,
+          trigonometric_functions}) {
       for (Function& f : family()) all.push_back(std::move(f));
     }
     return all;

@@ -53,11 +53,11 @@ inline Extended sinh_near_zero(Extended x) {
   const Extended square = x * x;
   const double v = static_cast<double>(square);
   const double rest =
-      v * v *
+      v *
       (0x1.1111111111111p-7 +
        v * (0x1.A01A01A01A01Ap-13 +
             v * (0x1.71DE3A556C734p-19 + v * (0x1.AE64567F544E4p-26 + v * 0x1.6124613A86D09p-33))));
-  return x + x * (square * 0xA.AAAAAAAAAAAAAABp-6L + rest);
+  return x + x * (square * (0xA.AAAAAAAAAAAAAABp-6L + rest));
 }
 
 /// |x| below 2^14.

@@ -20,9 +20,10 @@ template <bool exact>
                    sixth = 0x1.5555555555555p-3, seventh = 0x1.2492492492492p-3,
                    ninth = 0x1.C71C71C71C71Cp-4;
   const double t = static_cast<double>(r), v = t * t;
-  const double cubic = v * t *
-                       (((third - t * 0.25) + v * (fifth - t * sixth)) +
-                        v * v * ((seventh - t * 0.125) + v * (ninth - t * 0.1)));
+  // Products of its own powers would underflow where r itself is far from it.
+  const Extended cubic =
+      r * (v * ((third - t * 0.25) +
+                v * ((fifth - t * sixth) + v * ((seventh - t * 0.125) + v * (ninth - t * 0.1)))));
   if (!exact) return {r, lower - (0.5L * (r * r) - cubic)};
   const TwoParts<Extended> half = halved(r);
   const TwoParts<Extended> sum = exact_sum_ordered(r, -0.5L * (half.hi * half.hi));
