@@ -176,6 +176,7 @@ std::vector<Function> complex_functions() {
   Function pow{"cz", "Pow", Approximate, complex_power, nullptr, ORV_INPUTS(complex_inputs)};
   Function powx{"cz", "Powx", Approximate, complex_power, nullptr, ORV_INPUTS(complex_inputs)};
   pow.covers = powx.covers = usual_power;
+  pow.by_norm = powx.by_norm = true;  // next to a multiple of pi the phase leaves one part few bits
   return {
       unary("Acos", complex_unary<acos>, false, finite_point),
       unary("Acosh", complex_unary<acosh>, false, finite_point),

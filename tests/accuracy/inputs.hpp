@@ -86,6 +86,8 @@ struct Function {
 
   /// EP forms products in its own range and so is held to its bound in the middle half of it.
   bool ep_in_middle = false;
+  /// A complex result is judged by its norm at every level.
+  bool by_norm = false;
   /// The points that the reference serves, from the parts of all operands; null if it serves all.
   bool (*covers)(const double* parts, int count) = nullptr;
 

@@ -32,13 +32,13 @@ struct AcoshFormula {
     if constexpr (bits_to_spare) {
       const V root = square_root(d * sum);
       const Power<V> k = power_beside<V>(bits_of(x + root));
-      const V far = not_one(k.power), half = both(far, x - k.power) + root;
-      return {k.exponent, (half + half) / ((x + k.power) + both(far, root))};
+      const V far = not_one(k.power), halved = both(far, x - k.power) + root;
+      return {k.exponent, (halved + halved) / ((x + k.power) + both(far, root))};
     } else {
       const V tanh = square_root(d / sum), root = sum * tanh;
       const Power<V> k = power_beside<V>(bits_of(x + root));
-      const V half = (x - k.power) + root;
-      const V s = (half + half) / ((x + k.power) + root);
+      const V halved = (x - k.power) + root;
+      const V s = (halved + halved) / ((x + k.power) + root);
       return {k.exponent, select(is_one(k.power), tanh + tanh, s)};
     }
   }

@@ -29,11 +29,11 @@ struct AsinhFormula {
     const V far = not_one(k.power), rest = root - k.power;
     const V denominator = (root + k.power) + both(far, x);
     if constexpr (bits_to_spare) {
-      const V half = x + both(far, rest);
-      return {k.exponent, (half + half) / denominator};
+      const V halved = x + both(far, rest);
+      return {k.exponent, (halved + halved) / denominator};
     } else {
-      const V near = is_one(k.power), half = x + rest;
-      const V numerator = select(near, -x * rest, half + half);
+      const V near = is_one(k.power), halved = x + rest;
+      const V numerator = select(near, -x * rest, halved + halved);
       return {k.exponent, both(near, x) + numerator / denominator};
     }
   }

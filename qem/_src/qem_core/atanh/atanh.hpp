@@ -34,8 +34,8 @@ struct AtanhFormula {
     const Int<V> quotient = subtract<V>(bits_of(n), bits_of(d));
     const Power<V> k = power_beside<V>(add<V>(quotient, bits_of(splat<V>(1))));
     const V Kx = k.power * x;
-    const V half = ((1 - k.power) + Kx) + x;
-    return {k.exponent, (half + half) / (((1 + k.power) - Kx) + x)};
+    const V halved = ((1 - k.power) + Kx) + x;
+    return {k.exponent, (halved + halved) / (((1 + k.power) - Kx) + x)};
   }
 
   static bool special(double x, double& y, int& code) {

@@ -30,7 +30,7 @@ struct CdfNormInv {
 
   template <class T, class V>
   static V rare(V x) {
-    return lanes_outside(x, sizeof(T) == 8 ? 0x1p-54 : 0x1p-25, 1);
+    return lanes_outside(x, Lane<V>(sizeof(T) == 8 ? 0x1p-54 : 0x1p-25), Lane<V>{1});
   }
 
   template <class T, Level level>

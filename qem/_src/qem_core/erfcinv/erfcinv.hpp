@@ -29,7 +29,7 @@ struct ErfcInv {
 
   template <class T, class V>
   static V rare(V x) {
-    return lanes_outside(x, sizeof(T) == 8 ? 0x1p-53 : 0x1p-24, 2);
+    return lanes_outside(x, Lane<V>(sizeof(T) == 8 ? 0x1p-53 : 0x1p-24), Lane<V>{2});
   }
 
   template <class T, Level level>

@@ -91,7 +91,10 @@ void orv_qem_kernel_cpow_scalar(QemComplexDouble* result, double x_re, double x_
   const TwoParts<Extended> im = plus(times(y_re, angle), times(y_im, size));
   const Extended bounded = re.hi > 11000 ? 11000 : re.hi < -11000 ? -11000 : re.hi;
   const ExtendedPower power = exp_in_parts(bounded, static_cast<double>(re.lo));
-  if (im.hi == 0) return store(result, {scaled(power.value, power.exponent), im.hi});
+  if (im.hi == 0) {
+    const Extended zero = y_re * angle.hi + y_im * size.hi;  // which has the right sign
+    return store(result, {scaled(power.value, power.exponent), zero});
+  }
   const SinCos turn = sincos_of(im.hi, im.lo);
   store(result, {scaled(power.value * turn.cosine, power.exponent),
                  scaled(power.value * turn.sine, power.exponent)});
