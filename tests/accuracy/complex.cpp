@@ -145,8 +145,8 @@ void complex_inputs(Inputs<R>& in) {
   if (in.values.size() % 2 != 0) in.values.push_back(0);
   for (int i = 0; i < in.amount(0.1); ++i) {
     const auto tiny = [&] {
-      const double size =
-          std::ldexp(in.random.unit(), -static_cast<int>(in.random.below(-least + 8)));
+      const double unit = in.random.unit();
+      const double size = std::ldexp(unit, -static_cast<int>(in.random.below(-least + 8)));
       return in.random.below(2) != 0 ? size : -size;
     };
     const double one = in.random.below(2) != 0 ? 1 : -1, near = one + tiny(), far = tiny();

@@ -206,8 +206,9 @@ template <class R>
 uint64_t digest_of(const Kernel& kernel, const Function& f) {
   const auto points = make_points<R>(f, kernel, 3, 20000);
   std::vector<R> y = results(kernel, points);
-  if (points.operands == 2) {
-    // Of two NaNs the first operand's comes out, and compilers swap operands as they like.
+  if (points.operands == 2 || points.width == 2) {
+    // Of two NaNs the first operand's comes out, and compilers swap operands as they like; a new
+    // one has the sign that the unit gives it, or the compiler.
     for (R& number : y) {
       if (std::isnan(number)) number = std::numeric_limits<R>::quiet_NaN();
     }

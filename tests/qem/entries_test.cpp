@@ -190,12 +190,13 @@ TEST(Entries, StubsCallTheirSlotOfTheTable) {
 TEST(Entries, AFrameReadsTheModeOnce) {
   in_fresh_thread([] {
     alignas(16) char a[longest * 16], r[2][longest * 16];
-    memset(a, 0x3F, sizeof a);           // below 1 in both types
     for (Kernel kernel : all_slots()) {  // by name, since the tables are this program's
       const std::string name =
           "orv_qem_kernel_" + (kernel.type + kernel.function + '_') + kernel.kernel;
       kernel.call.address = reinterpret_cast<void (*)()>(dlsym(RTLD_DEFAULT, name.c_str()));
       ASSERT_NE(kernel.call.address, nullptr) << name;
+      // Below 1 in both types, or for the function without such arguments above it.
+      memset(a, kernel.function == "Acosh" ? 0x40 : 0x3F, sizeof a);
       for (const int n : {1, longest / 2}) {
         count.clear();
         call(kernel, n, a, a, r[0], r[1]);

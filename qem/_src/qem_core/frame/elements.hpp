@@ -117,13 +117,21 @@ void fill_elements(const E* p, V (*x)[vectors], int k) {
     }
   }
 }
+/// The same vector, all of which the compiler has to compute: where it sees just one lane stored it
+/// may leave zeros in the others, and divisions by them raise flags.
+template <class V>
+V all_lanes(V v) {
+  asm("" : "+x"(v));
+  return v;
+}
+
 /// The element of the lowest lanes.
 template <bool in_turn, class V, class E, int vectors>
 void store_first_element(E* p, const V (*y)[vectors], int k) {
   if constexpr (in_turn) {
     memcpy(p, &y[0][k], sizeof(E));
   } else {
-    for (int j = 0; j < parts<E>; ++j) store_low(parts_of(p) + j, y[j][k]);
+    for (int j = 0; j < parts<E>; ++j) store_low(parts_of(p) + j, all_lanes(y[j][k]));
   }
 }
 
