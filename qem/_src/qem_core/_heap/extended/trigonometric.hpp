@@ -44,7 +44,7 @@ struct SinCos {
   return {a - (a * versine - ((b + bl) * s + al)), b - (b * versine + ((a + al) * s - bl))};
 }
 
-/// Beyond that, in the range of doubles.
+/// Beyond that.
 [[gnu::noinline]] inline SinCos sincos_far(Extended x, Extended lower) {
   const auto [turns, rest] = without_quarter_turns<Extended>(
       significand_of(x), exponent_field(x) - extended_bias - 63, extended_pio2);
@@ -52,10 +52,10 @@ struct SinCos {
   return sincos_near(-rest.hi, lower - rest.lo, -turns);
 }
 
-/// Of any x in the range of doubles, of which `lower` is a second part.
+/// Of any x below 2^1040, where the bits of 2/pi end, of which `lower` is a second part.
 [[gnu::always_inline]] inline SinCos sincos_of(Extended x, Extended lower = -0.0L) {
   if (__builtin_expect(__builtin_fabsl(x) < 0x1p11L, true)) return sincos_near(x, lower);
-  if (!(__builtin_fabsl(x) < 0x1p1024L)) return {x - x, x - x};
+  if (!(__builtin_fabsl(x) < 0x1p1040L)) return {x - x, x - x};
   return sincos_far(x, lower);
 }
 
