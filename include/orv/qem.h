@@ -250,7 +250,7 @@ ORV_API uint64_t _qem_ctanhf_scalar(float re, float im);
 ORV_API uint64_t _qem_cexpt_scalar(float re, float im);
 ORV_API uint64_t _qem_cpowf_scalar(float x_re, float x_im, float y_re, float y_im);
 
-/** Functions of an extended number, to two units of its last place; angles below 2^1040. */
+/** Functions of an extended number, within four units of its last place; angles below 2^1040. */
 ORV_API long double orv_qem_kernel_acoshl_scalar(long double x);
 ORV_API long double orv_qem_kernel_acosl_scalar(long double x);
 ORV_API long double orv_qem_kernel_asinhl_scalar(long double x);

@@ -25,7 +25,7 @@ struct Acos : ArcKernel<Element, level> {
     const auto multiple = [x](V outside, Lane<V> part) {
       return by_sign(outside, by_sign(x, splat<V>(2 * part), V{}), splat<V>(part));
     };
-    return magnitude(arc_less<D>(x, multiple));
+    return absolute(arc_less<D>(x, multiple));
   }
 
   static int slow(const double* x, double* y) { return vdacos_cout_rare(x, y); }

@@ -23,7 +23,7 @@ struct Asin : ArcKernel<Element, level> {
   static V lane(V x) {
     using D = arcsine_data<Element, level>;
     const auto multiple = [](V outside, Lane<V> part) { return both(outside, splat<V>(part)); };
-    return with_sign(magnitude(arc_less<D>(x, multiple)), x);
+    return with_sign(absolute(arc_less<D>(x, multiple)), x);
   }
 
   static int slow(const double* x, double* y) { return vdasin_cout_rare(x, y); }

@@ -57,22 +57,17 @@ struct ErfInv {
   static constexpr double zero = 0;
 
   template <class V>
-  static V magnitude(V x) {
-    return and_bits(x, ~typename Format<Lane<V>>::Bits{0} >> 1);
-  }
-
-  template <class V>
   static InverseErrorArgument<V> argument(V x) {
-    return {x, Lane<V>{1} - magnitude(x)};
+    return {x, Lane<V>{1} - absolute(x)};
   }
   template <class V>
   static V w_low(V w, V d) {
-    return (Lane<V>{1} - w) - magnitude(d);
+    return (Lane<V>{1} - w) - absolute(d);
   }
 
   template <class T, class V>
   static V rare(V x) {
-    return lanes_outside(magnitude(x), Lane<V>{erfinv_least<T>}, Lane<V>{1});
+    return lanes_outside(absolute(x), Lane<V>{erfinv_least<T>}, Lane<V>{1});
   }
 
   template <class T, Level level>

@@ -22,7 +22,7 @@ template <bool exact>
   const double c = step * 0x1p-7;
   Extended rise = y - c * x;
   if (exact) {
-    const TwoParts<Extended> half = halved(x);
+    const Halves<Extended> half(x);
     rise = (y - c * half.hi) - c * half.lo;
   }
   const Extended run = x + c * y, t = rise / run;

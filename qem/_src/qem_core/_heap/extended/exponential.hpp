@@ -48,7 +48,7 @@ struct HyperbolicPair {
   Extended sinh, cosh;
 };
 
-/// sinh x to 2^-63 for |x| below 0.3.
+/// sinh x for |x| below 0.3, by its series.
 inline Extended sinh_near_zero(Extended x) {
   const Extended square = x * x;
   const double v = static_cast<double>(square);

@@ -74,12 +74,5 @@ inline Extended scaled(Extended x, int n) {
 inline bool is_nan(Extended x) { return x != x; }
 inline bool is_infinite(Extended x) { return __builtin_fabsl(x) == __builtin_infl(); }
 
-/// The upper 32 bits of a number, whose product with another such is exact, and the rest.
-inline TwoParts<Extended> halved(Extended x) {
-  const Extended c = x * 0x1.00000001p32L;
-  const Extended upper = c - (c - x);
-  return {upper, x - upper};
-}
-
 }  // namespace ORV_TAG
 }  // namespace orv

@@ -25,7 +25,7 @@ template <bool exact>
       r * (v * ((third - t * 0.25) +
                 v * ((fifth - t * sixth) + v * ((seventh - t * 0.125) + v * (ninth - t * 0.1)))));
   if (!exact) return {r, lower - (0.5L * (r * r) - cubic)};
-  const TwoParts<Extended> half = halved(r);
+  const Halves<Extended> half(r);
   const TwoParts<Extended> sum = exact_sum_ordered(r, -0.5L * (half.hi * half.hi));
   const Extended square = half.lo * (half.hi + 0.5L * half.lo);
   return {sum.hi, sum.lo + (lower * (1 - r) + (cubic - square))};

@@ -92,10 +92,6 @@ V by_fours(const C (&c)[n], V x) {
 }
 
 template <class V>
-V magnitude(V x) {
-  return and_bits(x, ~bits_of(-Lane<V>{0}));
-}
-template <class V>
 V with_sign(V v, V x) {
   return either(v, and_bits(x, bits_of(-Lane<V>{0})));
 }
@@ -106,7 +102,7 @@ template <class D, class V, class F>
 V arc_less(V x, F multiple) {
   using T = Lane<V>;
   using Pi = HalfPi<T>;
-  const V v = magnitude(x), twice = v + v, rest = T{2} - twice;
+  const V v = absolute(x), twice = v + v, rest = T{2} - twice;
   const V outside = greater(v, splat<V>(T{0.5}));
   constexpr T tiny = sizeof(T) == sizeof(float) ? 0x1p-26 : 0x1p-60;  // no power of z underflows
   const V z = by_sign(outside, rest, twice * twice + tiny);
