@@ -139,6 +139,25 @@ def factor_table(kind, name, f, what, bits, last, length, layout, remark=""):
                  suffix="f" if kind == "float" else "")
 
 
+def near_zero_array(function, center):
+    """What the function's tail loses from x = 0 on, odd in x; the first coefficient in two parts."""
+    in_square = polynomial(center, mpf(0), (mpf(1) / 32) ** 2, 5)
+    first = truncated(in_square[0], HALF)
+    numbers = [first, double(in_square[0] - mpf(first)), *doubles(in_square[1:])]
+    worst = max(abs(polyval(in_square[::-1], v) / center(v) - 1)
+                for v in (mpf(2) ** -10 * k / 64 for k in range(1, 65)))
+    return array("double", f"{function}_near_zero", numbers,
+                 "Change from 0 to x over x, in x^2, |x| <= 1/32: relative error "
+                 f"2^{float(log(worst, 2)):.1f}. The first\ncoefficient is in two parts, "
+                 f"of {HALF} bits and the rest.")
+
+
+def erf_over_x(rate, square):
+    """erf(sqrt(rate) x)/x at the square of x."""
+    x = sqrt(square)
+    return erf(sqrt(rate) * x) / x if x else 2 * sqrt(rate / mp.pi)
+
+
 def tail_tables(function, f, what, rate, last, last_short, last_float):
     """`last`: where the tables of the levels end."""
     def exponential(kind, name, degree):
@@ -155,6 +174,7 @@ def tail_tables(function, f, what, rate, last, last_short, last_float):
         table("float", "short_float_", 5, last_float, 2, singles),
         exponential("double", "", 5), exponential("double", "short_", 3),
         exponential("float", "float_", 2), exponential("float", "short_float_", 1),
+        near_zero_array(function, lambda v: erf_over_x(rate, v) * f(mpf(0))),
     ])
 
 

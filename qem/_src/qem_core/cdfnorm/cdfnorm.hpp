@@ -23,6 +23,7 @@ struct CdfNormData<double, Level::HA> : CdfNormTail, TailRows {
   static constexpr uint32_t rare_above = 0x4042C27A;
   static constexpr const auto& table = cdfnorm_table;
   static constexpr const auto& exponential = cdfnorm_exponential;
+  static constexpr const auto& near_zero = cdfnorm_near_zero;
 };
 template <>
 struct CdfNormData<double, Level::LA> : CdfNormData<double, Level::HA> {};

@@ -23,6 +23,7 @@ struct ErfcData<double, Level::HA> : ErfcTail, TailRows {
   static constexpr uint32_t rare_above = 0x403A8B11;
   static constexpr const auto& table = erfc_table;
   static constexpr const auto& exponential = erfc_exponential;
+  static constexpr const auto& near_zero = erfc_near_zero;
 };
 template <>
 struct ErfcData<double, Level::LA> : ErfcData<double, Level::HA> {};

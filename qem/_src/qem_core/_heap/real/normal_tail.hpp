@@ -18,6 +18,7 @@
 //   rare_above         greatest high word (float: bit pattern) of |x| for the lanes
 //   table              coefficients of f, ascending
 //   exponential        (e^(-rate r) - 1)/r, ascending
+//   near_zero          (P(0) - P(x))/x in x^2, the first coefficient in two parts; HA only
 #pragma once
 
 #include "../../frame/function_name.hpp"
@@ -155,6 +156,19 @@ TwoParts<V> tail_in_parts(V a, V& k) {
   return {f.hi * t_hi, f.hi * t_rest + f.lo * (t_hi + t_rest)};  // the first is exact
 }
 
+/// The function where |x| is below 1/32. A step of x changes it by less than the roundings of the
+/// table's way do, so that it would step back there; here all that is rounded is far smaller.
+template <class D, class V>
+V tail_near_zero(V x) {
+  constexpr const auto& c = D::near_zero;
+  constexpr double center = D::whole / 2.0;
+  const V v = exclusive(x, splat<V>(D::direction > 0 ? -0.0 : 0.0)), square = v * v;
+  const V upper = upper_half(v), first = upper * c[0], sum = first + center;
+  const V more = ((c[5] * square + c[4]) * square + c[3]) * square + c[2];
+  const V rest = ((v - upper) * c[0] + v * c[1]) + (v * square) * more;
+  return sum + ((first - (sum - center)) + rest);
+}
+
 /// Lanes whose result is the whole less P(|x|).
 template <class D, class V>
 V beyond_of(V x) {
@@ -238,15 +252,28 @@ struct TailKernel {
   static constexpr int block = 64 / sizeof(Work);
   static constexpr Environment environment = environment_mode;
 
-  template <class V>
-  static int rare(V x) {
-    return mask_of(lanes_above(x, D::rare_above));
-  }
   static int slow(const T* x, T* y) { return tail_cout_rare<D>(x, y); }
 
-  template <class V>
-  static V lane(V x) {
-    return tail_lane<D, level>(select(lanes_above(x, D::rare_above), V{}, x));
+  template <class V, size_t vectors>
+  static int pass(const V (&x)[1][vectors], V (&y)[1][vectors]) {
+    const int rare = by_vector<V, vectors>([&](int k) {
+      const V above = lanes_above(x[0][k], D::rare_above);
+      y[0][k] = tail_lane<D, level>(select(above, V{}, x[0][k]));
+      return mask_of(above);
+    });
+    if constexpr (level == Level::HA && D::in_parts) renew_near_zero(x[0], y[0]);
+    return rare;
+  }
+
+ private:
+  template <class V, size_t vectors>
+  static void renew_near_zero(const V (&x)[vectors], V (&y)[vectors]) {
+    const auto near = [&](int k) {
+      return greater(splat<V>(Work{1} / 32), and_bits(x[k], ~sign_bit<Work>));
+    };
+    if (by_vector<V, vectors>([&](int k) { return mask_of(near(k)); }) == 0) [[likely]]
+      return;
+    for (size_t k = 0; k < vectors; ++k) y[k] = select(near(k), tail_near_zero<D>(x[k]), y[k]);
   }
 };
 

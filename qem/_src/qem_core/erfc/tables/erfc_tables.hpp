@@ -1195,5 +1195,16 @@ inline constexpr float erfc_short_float_exponential[] = {
     -0x1.fffeb60000000p-1f,
 };
 
+// Change from 0 to x over x, in x^2, |x| <= 1/32: relative error 2^-69.4. The first
+// coefficient is in two parts, of 26 bits and the rest.
+inline constexpr double erfc_near_zero[6] = {
+    0x1.20dd750000000p+0,
+    0x1.0a6db446b72a4p-30,
+    -0x1.812746b0379e5p-2,
+    0x1.ce2f21a037cdfp-4,
+    -0x1.b82ce1287bbf3p-6,
+    0x1.5638cb7dce9d7p-8,
+};
+
 }  // namespace ORV_TAG
 }  // namespace orv
