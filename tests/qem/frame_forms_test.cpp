@@ -145,17 +145,15 @@ void check_arithmetic(std::mt19937_64& random) {
 template <class V>
 void check_doubles(std::mt19937_64& random) {
   constexpr int count = orv::lanes<V>;
-  std::vector<uint64_t> a(count), b(count);
-  for (int i = 0; i < count; ++i) a[i] = random(), b[i] = random();
-  orv::Int<V> x, y;
-  memcpy(&x, a.data(), sizeof x), memcpy(&y, b.data(), sizeof y);
+  std::vector<uint64_t> a(count);
+  for (uint64_t& word : a) word = random();
+  orv::Int<V> x;
+  memcpy(&x, a.data(), sizeof x);
   const auto arithmetic = numbers_of<int64_t>(orv::shift_right<V, 13>(x));
   const auto logical = numbers_of<uint64_t>(orv::shift_right_logical<V, 13>(x));
-  const auto product = numbers_of<uint64_t>(orv::multiply_low_words<V>(x, y));
   for (int i = 0; i < count; ++i) {
     EXPECT_EQ(arithmetic[i], static_cast<int64_t>(a[i]) >> 13);
     EXPECT_EQ(logical[i], a[i] >> 13);
-    EXPECT_EQ(product[i], (a[i] & 0xFFFFFFFF) * (b[i] & 0xFFFFFFFF));
   }
 
   static orv::Quad<double> quads[64];

@@ -159,7 +159,7 @@ TwoParts<V> exponent_of_power(V x, V y) {
 /// more of them to choose from where chains are short.
 template <class D, class V, size_t vectors>
 int pow_pass(const V (&x)[vectors], const V (&y)[vectors], V (&r)[vectors]) {
-  constexpr uint32_t bound = 0x408FEFFF;  // 1021.9996, high word
+  constexpr uint32_t last = 0x408FEFFE;  // 1021.9995, high word
   constexpr bool two_parts = D::level != Level::EP;
   TwoParts<V> w[vectors];
 #pragma GCC unroll 8
@@ -170,7 +170,7 @@ int pow_pass(const V (&x)[vectors], const V (&y)[vectors], V (&r)[vectors]) {
     V f = w[i].hi - (k - step_shifter);
     if constexpr (two_parts) f = f + w[i].lo;
     r[i] = exp2_lane<D>(k, f);
-    return mask_of(either(not_positive_normal_lanes(x[i]), high_word_from(whole, bound)));
+    return mask_of(either(not_positive_normal_lanes(x[i]), lanes_above(whole, last)));
   });
 }
 

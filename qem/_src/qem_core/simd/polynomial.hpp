@@ -26,16 +26,32 @@ V monic(const C (&c)[n], V x) {
   return y;
 }
 
-/// c[0] + c[1] x + ... in pairs (G. Estrin, 1960).
-template <class C, int n, class V>
-V by_pairs(const C (&c)[n], V x) {
-  const V square = x * x;
+/// The same, of `n` coefficients from c on, in pairs: half as long a wait. x2 is x^2.
+template <int n, class C, class V>
+V by_pairs(const C* c, V x, V x2) {
   constexpr int last = (n - 1) / 2 * 2;
   V y = V{} + c[last];
   if constexpr (last + 1 < n) y = c[last + 1] * x + c[last];
 #pragma GCC unroll 8
-  for (int k = last - 2; k >= 0; k -= 2) y = (c[k] + c[k + 1] * x) + square * y;
+  for (int k = last - 2; k >= 0; k -= 2) y = y * x2 + (c[k + 1] * x + c[k]);
   return y;
+}
+template <class C, int n, class V>
+V by_pairs(const C (&c)[n], V x) {
+  return by_pairs<n>(c, x, x * x);
+}
+
+/// The same, pairs joined in pairs again (G. Estrin, 1960): the shortest wait.
+template <class C, size_t n, class V>
+V estrin(const C (&c)[n], V x) {
+  if constexpr (n == 1) return V{} + c[0];
+  if constexpr (n == 2) return c[1] * x + c[0];
+  if constexpr (n > 2) {
+    static_assert(n % 2 == 0);
+    V pair[n / 2];
+    for (size_t k = 0; k < n / 2; ++k) pair[k] = c[2 * k + 1] * x + c[2 * k];
+    return estrin(pair, x * x);
+  }
 }
 
 }  // namespace ORV_TAG

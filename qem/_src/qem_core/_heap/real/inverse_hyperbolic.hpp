@@ -25,6 +25,7 @@
 #include "../../frame/function_name.hpp"
 #include "../../ln/table_log.hpp"
 #include "../../ln/vdln_data.hpp"
+#include "../../simd/polynomial.hpp"
 #include "root.hpp"
 #include "tables/inverse_hyperbolic_polynomials.hpp"
 
@@ -136,19 +137,6 @@ template <>
 inline constexpr const auto& log_ratio_series<float, Level::LA> = vslog_ratio_la;
 template <>
 inline constexpr const auto& log_ratio_series<float, Level::EP> = vslog_ratio_ep;
-
-/// c[0] + c[1] x + ..., adjacent ones joined first (G. Estrin, 1960): a short wait.
-template <class C, size_t n, class V>
-V estrin(const C (&c)[n], V x) {
-  if constexpr (n == 1) return V{} + c[0];
-  if constexpr (n == 2) return c[1] * x + c[0];
-  if constexpr (n > 2) {
-    static_assert(n % 2 == 0);
-    V pair[n / 2];
-    for (size_t k = 0; k < n / 2; ++k) pair[k] = c[2 * k + 1] * x + c[2 * k];
-    return estrin(pair, x * x);
-  }
-}
 
 /// The cube of s is kept from underflow as long as its square is.
 template <class Series, class V>

@@ -74,23 +74,6 @@ struct TailSteps<float> {
   static constexpr const auto& table = normal_tail_float_powers;
 };
 
-/// All bits set in lanes with a high word above `limit` without their signs, NaN included.
-inline __m128d lanes_above(__m128d x, uint32_t limit) {
-  const __m128i absolute = _mm_and_si128(bits_of(x), _mm_set1_epi32(0x7FFFFFFF));
-  const __m128i above = _mm_cmpgt_epi32(absolute, _mm_set1_epi32(static_cast<int32_t>(limit)));
-  return as_vector<__m128d>(_mm_shuffle_epi32(above, _MM_SHUFFLE(3, 3, 1, 1)));
-}
-inline __m128 lanes_above(__m128 x, uint32_t limit) {
-  const __m128i absolute = _mm_and_si128(bits_of(x), _mm_set1_epi32(0x7FFFFFFF));
-  return as_vector<__m128>(_mm_cmpgt_epi32(absolute, _mm_set1_epi32(static_cast<int32_t>(limit))));
-}
-#ifdef __AVX__
-inline __m256d lanes_above(__m256d x, uint32_t limit) { return high_word_from(x, limit + 1); }
-inline __m256 lanes_above(__m256 x, uint32_t limit) {
-  return compare<_CMP_NLE_UQ>(and_bits(x, 0x7FFFFFFFu), splat<__m256>(from_bits(limit)));
-}
-#endif
-
 /// The coefficients of f in c; returns what they are multiplied with.
 template <class D, class V, int n>
 V tail_row(V a, V (&c)[n]) {

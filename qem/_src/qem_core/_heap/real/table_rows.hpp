@@ -56,17 +56,5 @@ void lookup_row(const Quad<Lane<V>>* table, const Index& row, V (&c)[4]) {
   lookup(table, row, c);
 }
 
-/// c[0] + c[1] x + ..., `n` of them, taken in pairs so that fewer operations wait for each other;
-/// x2 is x^2.
-template <int n, class V>
-V by_pairs(const V* c, V x, V x2) {
-  constexpr int last = (n - 1) / 2 * 2;
-  V y = c[last];
-  if constexpr (n % 2 == 0) y = c[last + 1] * x + y;
-#pragma GCC unroll 8
-  for (int k = last - 2; k >= 0; k -= 2) y = y * x2 + (c[k + 1] * x + c[k]);
-  return y;
-}
-
 }  // namespace ORV_TAG
 }  // namespace orv
