@@ -276,6 +276,18 @@ ORV_API int32_t _zokiRngUniform(int32_t method, StreamState* stream, int32_t n, 
 /** n elements as the generator makes them, see BrngProperties.WordSize. */
 ORV_API int32_t _zokiRngUniformBits(int32_t method, StreamState* stream, int32_t n, uint32_t* r);
 
+/* ---- Continuous distributions -----------------------------------------------------------------
+ *
+ * A thread's mode word, error callback and status are after a call what they were before, and what
+ * the vector functions inside report reaches nobody. */
+
+/** a + beta e, e exponential with mean 1: beta times -ln u by inversion. One uniform a number; never
+ *  below a. */
+ORV_API int32_t _zokdRngExponential(int32_t method, StreamState* stream, int32_t n, double* r,
+                                    double a, double beta);
+ORV_API int32_t _zoksRngExponential(int32_t method, StreamState* stream, int32_t n, float* r,
+                                    float a, float beta);
+
 #ifdef __cplusplus
 }
 #endif
