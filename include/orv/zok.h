@@ -276,6 +276,138 @@ ORV_API int32_t _zokiRngUniform(int32_t method, StreamState* stream, int32_t n, 
 /** n elements as the generator makes them, see BrngProperties.WordSize. */
 ORV_API int32_t _zokiRngUniformBits(int32_t method, StreamState* stream, int32_t n, uint32_t* r);
 
+/* ---- Continuous distributions -----------------------------------------------------------------
+ *
+ * n numbers of a law into r, from uniform numbers on [0, 1) of the stream, doubles from doubles and
+ * floats from floats. Parameters are not checked: beta, sigma and all shapes have to be above 0.
+ * `method` is looked at by Gaussian only; the rest have one way each.
+ *
+ * A split of a request into parts of one element or more gives the same numbers, to the bit, on
+ * every processor, in either word size; also where a method rejects, and where it makes numbers in
+ * pairs: what is left of a pair waits in a chunk of the stream, and so goes into copies and files.
+ * Laplace on MCG31M1 and R250 is the exception. An exact 0 among the uniforms gives a finite
+ * number, as if the logarithm of 0 were that of the smallest positive number, -744.44 for doubles
+ * and -103.28 for floats.
+ *
+ * Functions are computed at EP for doubles and LA for floats, relative errors of 2^-25 and 2^-22:
+ * numbers that follow the law as far as anybody can tell, but whose last bits are not those of the
+ * formula's exact value.
+ *
+ * The status is RNG_OK or what the generator answered when it failed; numbers made until then stay.
+ * A thread's mode word, error callback and status are after a call what they were before, and what
+ * vector functions report inside reaches nobody. */
+
+/** a - beta ln u: exponential with mean a + beta, by inversion; never below a. A uniform a number.
+ */
+ORV_API int32_t _zokdRngExponential(int32_t method, StreamState* stream, int32_t n, double* r,
+                                    double a, double beta);
+ORV_API int32_t _zoksRngExponential(int32_t method, StreamState* stream, int32_t n, float* r,
+                                    float a, float beta);
+
+/** a - beta ln u or a + beta ln u: Laplace with mean a and deviation beta sqrt(2). Two uniforms a
+ *  number; the second chooses the side, 0.5 and below that of a - beta ln u. Drawn in blocks of
+ * 1024 pairs and the rest, even if that is none: MCG31M1 and R250 then make one uniform more. */
+ORV_API int32_t _zokdRngLaplace(int32_t method, StreamState* stream, int32_t n, double* r, double a,
+                                double beta);
+ORV_API int32_t _zoksRngLaplace(int32_t method, StreamState* stream, int32_t n, float* r, float a,
+                                float beta);
+
+/** a + beta (-ln u)^(1/alpha): Weibull of shape alpha, by inversion; never below a. A uniform a
+ *  number. */
+ORV_API int32_t _zokdRngWeibull(int32_t method, StreamState* stream, int32_t n, double* r,
+                                double alpha, double a, double beta);
+ORV_API int32_t _zoksRngWeibull(int32_t method, StreamState* stream, int32_t n, float* r,
+                                float alpha, float a, float beta);
+
+/** a + beta tan v, v uniform on [-pi/2, pi/2): Cauchy with median a and quartiles a - beta and
+ *  a + beta, by inversion. A uniform a number. */
+ORV_API int32_t _zokdRngCauchy(int32_t method, StreamState* stream, int32_t n, double* r, double a,
+                               double beta);
+ORV_API int32_t _zoksRngCauchy(int32_t method, StreamState* stream, int32_t n, float* r, float a,
+                               float beta);
+
+/** a + beta sqrt(-ln u): Rayleigh with mean square beta^2 about a, by inversion; never below a. A
+ *  uniform a number. */
+ORV_API int32_t _zokdRngRayleigh(int32_t method, StreamState* stream, int32_t n, double* r,
+                                 double a, double beta);
+ORV_API int32_t _zoksRngRayleigh(int32_t method, StreamState* stream, int32_t n, float* r, float a,
+                                 float beta);
+
+/** b + beta exp(g), g Gaussian with mean a and deviation sigma, by RNG_GAUSSIAN_BOXMULLER2 whatever
+ *  the method, so that it takes and leaves the same pending pairs; never below b. A uniform a
+ *  number. Errors: RNG_NO_MEMORY. */
+ORV_API int32_t _zokdRngLognormal(int32_t method, StreamState* stream, int32_t n, double* r,
+                                  double a, double sigma, double b, double beta);
+ORV_API int32_t _zoksRngLognormal(int32_t method, StreamState* stream, int32_t n, float* r, float a,
+                                  float sigma, float b, float beta);
+
+/** a + beta ln e, e exponential with mean 1: Gumbel of smallest values, with mean a - 0.5772 beta
+ * and deviation beta pi / sqrt(6), by inversion. A uniform of 1 counts as half a step below. A
+ * uniform a number. */
+ORV_API int32_t _zokdRngGumbel(int32_t method, StreamState* stream, int32_t n, double* r, double a,
+                               double beta);
+ORV_API int32_t _zoksRngGumbel(int32_t method, StreamState* stream, int32_t n, float* r, float a,
+                               float beta);
+
+/** How Gaussian numbers are made. */
+enum {
+  RNG_GAUSSIAN_BOXMULLER = 0,  /**< the sine half of each pair; two uniforms a number */
+  RNG_GAUSSIAN_BOXMULLER2 = 1, /**< both halves; a uniform a number, an even number of them */
+  RNG_GAUSSIAN_ICDF = 2        /**< by inversion; a uniform a number */
+};
+
+/** Gaussian with mean a and deviation sigma: rho sin(2 pi u2) and rho cos(2 pi u2) with
+ *  rho = sqrt(-2 ln u1) (Box and Muller 1958), or the inverse error function of a uniform on [-1,
+ * 1).
+ *
+ *  RNG_GAUSSIAN_BOXMULLER2 keeps the uniforms of a pair whose first number has been delivered in a
+ *  chunk, 2 for doubles and 1 for floats, and begins the next call with the other; after a failure
+ *  that pair is still to come. An exact -1 gives ICDF's a - 1.0848 sigma, in floats a - 1.5326
+ * sigma. No other method exists. Errors: RNG_NO_MEMORY, before any number. */
+ORV_API int32_t _zokdRngGaussian(int32_t method, StreamState* stream, int32_t n, double* r,
+                                 double a, double sigma);
+ORV_API int32_t _zoksRngGaussian(int32_t method, StreamState* stream, int32_t n, float* r, float a,
+                                 float sigma);
+
+/** How a lower triangular factor is stored. */
+enum {
+  RNG_STORAGE_FULL = 0,   /**< dim x dim elements, row by row; above the diagonal nothing is read */
+  RNG_STORAGE_PACKED = 1, /**< the lower triangle, column by column */
+  RNG_STORAGE_DIAGONAL = 2 /**< the diagonal of a diagonal factor */
+};
+
+/** n vectors T x + a of dim elements, one after the other: Gaussian with mean a and covariance T
+ * T', x being Gaussian by `method`. A dim of 1 is Gaussian with a[0] and t[0]; another mstorage
+ * leaves x as it is. n dim may be more than 32 bits count.
+ *
+ *  An element is summed from the first column to the diagonal, then a is added, without BLAS: the
+ *  same bits everywhere, in full and packed storage. Errors: RNG_NO_MEMORY, as in Gaussian, or with
+ *  a dim from 1024 on, and then r holds all of x. */
+ORV_API int32_t _zokdRngGaussianMV(int32_t method, StreamState* stream, int32_t n, double* r,
+                                   int32_t dim, int32_t mstorage, const double* a, const double* t);
+ORV_API int32_t _zoksRngGaussianMV(int32_t method, StreamState* stream, int32_t n, float* r,
+                                   int32_t dim, int32_t mstorage, const float* a, const float* t);
+
+/** a + beta g, g gamma of shape alpha: mean a + alpha beta, deviation beta sqrt(alpha); never below
+ * a. A shape above 1 is made by rejection from Gaussian numbers (Marsaglia and Tsang 2000), 1 is
+ *  Exponential, from 0.6 on by rejection from Weibull numbers (Vaduva 1977), below by an
+ * exponential power transformation (Ahrens and Dieter 1974).
+ *
+ *  Above 1 a candidate may be left, which waits in a chunk, 7 for doubles and 8 for floats: the
+ * next call's first, whatever its shape. Errors: RNG_NO_MEMORY, before any number. */
+ORV_API int32_t _zokdRngGamma(int32_t method, StreamState* stream, int32_t n, double* r,
+                              double alpha, double a, double beta);
+ORV_API int32_t _zoksRngGamma(int32_t method, StreamState* stream, int32_t n, float* r, float alpha,
+                              float a, float beta);
+
+/** a + beta x, x beta of shapes p and q: mean a + beta p / (p + q); never outside [a, a + beta]. By
+ *  rejection: two shapes above 1 after Cheng (1978), one of them after Atkinson and Whittaker
+ * (1976), none after these or, the smaller, after Johnk (1964). A shape of 1 is inverted. */
+ORV_API int32_t _zokdRngBeta(int32_t method, StreamState* stream, int32_t n, double* r, double p,
+                             double q, double a, double beta);
+ORV_API int32_t _zoksRngBeta(int32_t method, StreamState* stream, int32_t n, float* r, float p,
+                             float q, float a, float beta);
+
 #ifdef __cplusplus
 }
 #endif

@@ -56,11 +56,11 @@ def array(kind, name, rows, comment, storage="inline constexpr ", suffix=""):
 
 
 def header(name, arrays, include="../../simd/lookup.hpp"):
-    """A header of tables within the unit's namespace."""
+    """A header of tables within the unit's namespace. Those of plain numbers include nothing."""
     return "\n".join([
         f"// Made by: tools/make_tables.py {name}",
         "// clang-format off",
-        "#pragma once", "", f'#include "{include}"', "",
+        "#pragma once", "", *([f'#include "{include}"', ""] if include else []),
         "namespace orv {", "inline namespace ORV_TAG {", "",
         *arrays,
         "}  // namespace ORV_TAG", "}  // namespace orv", ""])

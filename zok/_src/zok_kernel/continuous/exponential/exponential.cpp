@@ -1,0 +1,33 @@
+// Exponential numbers by inversion: a - beta ln u.
+#include "../../../zok_sub_kernel/_service/quiet_kernels.hpp"
+#include "../../../zok_sub_kernel/_service/vector_kernels.hpp"
+#include "../_service/ln_callback.hpp"
+#include "../_service/uniforms.hpp"
+
+using namespace orv;
+
+namespace {
+
+template <class T>
+int32_t exponential(StreamState* stream, int32_t n, T* r, T a, T beta) {
+  const QuietKernels quiet(_vLnCallBack<T>);
+  const int32_t status = draw_uniforms(stream, n, r);
+  if (status < 0) return status;
+  in_parts(n, r, [=](int32_t count, T* x) {
+    kernels::ln(count, x, x);
+    for (int32_t i = 0; i < count; ++i) x[i] = at_least(a, a - beta * x[i]);
+  });
+  return RNG_OK;
+}
+
+}  // namespace
+
+int32_t _zokdRngExponential(int32_t, StreamState* stream, int32_t n, double* r, double a,
+                            double beta) {
+  return exponential(stream, n, r, a, beta);
+}
+
+int32_t _zoksRngExponential(int32_t, StreamState* stream, int32_t n, float* r, float a,
+                            float beta) {
+  return exponential(stream, n, r, a, beta);
+}

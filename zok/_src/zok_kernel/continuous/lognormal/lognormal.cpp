@@ -1,0 +1,33 @@
+// Lognormal numbers: b + beta exp(g), g from the pairs of the second Box-Muller method.
+#include "../../../zok_sub_kernel/_service/quiet_kernels.hpp"
+#include "../../../zok_sub_kernel/_service/vector_kernels.hpp"
+#include "../_service/entries.hpp"
+#include "../_service/uniforms.hpp"
+
+using namespace orv;
+
+namespace {
+
+template <class T>
+int32_t lognormal(StreamState* stream, int32_t n, T* r, T a, T sigma, T b, T beta) {
+  const int32_t status = draw_gaussians(box_muller_pairs, stream, n, r, a, sigma);
+  if (status < 0) return status;
+  const QuietKernels quiet;
+  in_parts(n, r, [=](int32_t count, T* x) {
+    kernels::exp(count, x, x);
+    for (int32_t i = 0; i < count; ++i) x[i] = at_least(b, b + beta * x[i]);
+  });
+  return RNG_OK;
+}
+
+}  // namespace
+
+int32_t _zokdRngLognormal(int32_t, StreamState* stream, int32_t n, double* r, double a,
+                          double sigma, double b, double beta) {
+  return lognormal(stream, n, r, a, sigma, b, beta);
+}
+
+int32_t _zoksRngLognormal(int32_t, StreamState* stream, int32_t n, float* r, float a, float sigma,
+                          float b, float beta) {
+  return lognormal(stream, n, r, a, sigma, b, beta);
+}

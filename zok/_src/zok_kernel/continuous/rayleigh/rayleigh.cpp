@@ -1,0 +1,34 @@
+// Rayleigh numbers by inversion: a + beta sqrt(-ln u).
+#include "../../../zok_sub_kernel/_service/quiet_kernels.hpp"
+#include "../../../zok_sub_kernel/_service/vector_kernels.hpp"
+#include "../_service/ln_callback.hpp"
+#include "../_service/uniforms.hpp"
+
+using namespace orv;
+
+namespace {
+
+template <class T>
+int32_t rayleigh(StreamState* stream, int32_t n, T* r, T a, T beta) {
+  const QuietKernels quiet(_vLnOnlyCallBack<T>);
+  const int32_t status = draw_uniforms(stream, n, r);
+  if (status < 0) return status;
+  in_parts(n, r, [=](int32_t count, T* x) {
+    kernels::ln(count, x, x);
+    for (int32_t i = 0; i < count; ++i) x[i] = T(0) - x[i];
+    kernels::sqrt(count, x, x);
+    for (int32_t i = 0; i < count; ++i) x[i] = at_least(a, a + beta * x[i]);
+  });
+  return RNG_OK;
+}
+
+}  // namespace
+
+int32_t _zokdRngRayleigh(int32_t, StreamState* stream, int32_t n, double* r, double a,
+                         double beta) {
+  return rayleigh(stream, n, r, a, beta);
+}
+
+int32_t _zoksRngRayleigh(int32_t, StreamState* stream, int32_t n, float* r, float a, float beta) {
+  return rayleigh(stream, n, r, a, beta);
+}
