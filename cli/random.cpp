@@ -1,14 +1,14 @@
-// orv random: numbers from a random stream, and the list of generators.
+// orv random: numbers from a random stream, and lists of generators and distributions.
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <orv/zok.h>
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -16,9 +16,13 @@
 #include <vector>
 
 #include "commands.hpp"
+#include "describe.hpp"
+#include "distributions.hpp"
 #include "error.hpp"
+#include "multivariate.hpp"
+#include "numbers.hpp"
 #include "output.hpp"
-#include "progress.hpp"
+#include "print_numbers.hpp"
 #include "random_streams.hpp"
 
 namespace orv_cli {
@@ -29,6 +33,10 @@ struct Options {
   std::string brng = "MT19937", seed = "1";
   std::string count = "10";
   std::vector<std::string> range;
+  std::map<std::string_view, std::string> parameters;  // those given
+  std::string method;
+  MultivariateOptions multivariate;
+  bool describe = false;
   std::optional<std::string> skip, leapfrog, save, load;
   std::string type = "d";
   std::string format = "text";
@@ -42,31 +50,11 @@ struct Range {
 };
 
 template <class T>
-constexpr const char* number_of = std::is_same_v<T, float> ? "float" : "double";
-
-template <class T>
-T bound(const std::string& what, const std::string& text) {
-  if constexpr (std::is_integral_v<T>) {
-    using Limits = std::numeric_limits<T>;
-    return static_cast<T>(whole_number(what, text, Limits::min(), Limits::max()));
-  } else {
-    T value = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    if (error != std::errc() || stop != end || !std::isfinite(value)) {
-      throw Error("{}: {} is not a number that a {} holds; allowed are 2, -0.5, 1e-3", what,
-                  in_quotes(text), number_of<T>);
-    }
-    return value;
-  }
-}
-
-template <class T>
 Range<T> range_of(const Options& options, Range<T> by_default) {
   if (options.range.empty()) return by_default;
   const std::string what =
       fmt::format("--range {} {}", one_line(options.range[0]), one_line(options.range[1]));
-  const Range<T> range = {bound<T>(what, options.range[0]), bound<T>(what, options.range[1])};
+  const Range<T> range = {number<T>(what, options.range[0]), number<T>(what, options.range[1])};
   if (!(range.a < range.b)) throw Error("{}: A is to be below B", what);
   if (std::is_same_v<T, double> && !std::isfinite(range.b - range.a)) {
     throw Error("{}: B - A is to be a double, {} at most", what, std::numeric_limits<T>::max());
@@ -76,46 +64,83 @@ Range<T> range_of(const Options& options, Range<T> by_default) {
 
 // ---- Drawing ------------------------------------------------------------------------------------
 
-/// Elements that one call of the library draws.
-constexpr int32_t block_size = 1 << 15;
-
-/// `words` numbers make a line.
-template <class T>
-void append_text(fmt::memory_buffer& text, std::span<const T> numbers, size_t words) {
-  for (size_t i = 0; i < numbers.size(); ++i) {
-    fmt::format_to(std::back_inserter(text), "{}{}", numbers[i], (i + 1) % words ? ' ' : '\n');
-  }
-}
-
-/// Draws n elements of `words` numbers each with draw(count, numbers) and prints them.
+/// As numbers, or beside the law.
 template <class T, class Draw>
-void print_all(int64_t n, int32_t words, bool binary, Draw draw) {
-  Progress progress(n);
-  std::vector<T> block(static_cast<size_t>(std::min<int64_t>(n, block_size)) * words);
-  fmt::memory_buffer text;
-  for (int64_t done = 0; done < n;) {
-    const auto count = static_cast<int32_t>(std::min<int64_t>(n - done, block_size));
-    check(draw(count, block.data()), "drawing");
-    const std::span<const T> numbers(block.data(), static_cast<size_t>(count) * words);
-    if (binary) {
-      write(numbers.data(), numbers.size_bytes());
-    } else {
-      text.clear();
-      append_text(text, numbers, words);
-      write(text.data(), text.size());
-    }
-    done += count;
-    progress.update(done);
-  }
+void print_or_describe(const Options& options, int64_t n, const Law& law, Draw draw) {
+  if (!options.describe) return print_all<T>(n, 1, options.format == "binary", draw);
+  Description description(law);
+  draw_all<T>(n, 1, draw, [&](std::span<const T> numbers) {
+    for (const T x : numbers) description.add(static_cast<double>(x));
+  });
+  output("{}", description.text());
 }
 
 template <class T, class Source>
 void print_uniform(const Options& options, StreamState* stream, int64_t n, Range<T> by_default,
                    int32_t method, Source source) {
   const Range<T> range = range_of(options, by_default);
-  print_all<T>(n, 1, options.format == "binary", [&](int32_t count, T* r) {
+  const auto draw = [&](int32_t count, T* r) {
     return source(method, stream, count, r, range.a, range.b);
+  };
+  const double law_range[] = {static_cast<double>(range.a), static_cast<double>(range.b)};
+  if constexpr (std::is_integral_v<T>) {
+    print_all<T>(n, 1, options.format == "binary", draw);
+  } else {
+    print_or_describe<T>(options, n, uniform_law(law_range), draw);
+  }
+}
+
+/// Every parameter in the row's order: given, or by default.
+template <class T>
+std::vector<double> parameters_of(const Distribution& row, const Options& options) {
+  std::vector<double> values;
+  for (const Parameter& p : row.parameters) {
+    const auto given = options.parameters.find(p.name);
+    if (given == options.parameters.end()) {
+      if (!p.by_default)
+        throw Error("--{}: {} needs it; allowed are {}", p.name, row.name, text_of(p.allowed));
+      values.push_back(*p.by_default);
+      continue;
+    }
+    const std::string what = fmt::format("--{}", p.name);
+    const T value = number<T>(what, given->second);
+    if (!is_allowed(p.allowed, value)) {
+      throw Error("{} {}: allowed are {}", what, in_quotes(given->second), text_of(p.allowed));
+    }
+    values.push_back(value);
+  }
+  return values;
+}
+
+int32_t method_of(std::string_view kind, const std::vector<Method>& methods,
+                  const std::string& name) {
+  if (methods.empty()) return 0;
+  if (name.empty()) return methods[0].number;
+  const auto found = std::ranges::find(methods, name, &Method::name);
+  if (found != methods.end()) return found->number;
+  std::vector<std::string_view> names;
+  for (const Method& method : methods) names.push_back(method.name);
+  throw Error("--method {}: {} has {}", in_quotes(name), kind, fmt::join(names, ", "));
+}
+
+template <class T>
+void print_distribution(const Distribution& row, const Options& options, StreamState* stream,
+                        int64_t n) {
+  const std::vector<double> parameters = parameters_of<T>(row, options);
+  const int32_t method = method_of(row.name, row.methods, options.method);
+  const Draw draw = sizeof(T) == sizeof(float) ? row.floats : row.doubles;
+  print_or_describe<T>(options, n, row.law(parameters.data()), [&](int32_t count, T* r) {
+    return draw(method, stream, count, r, parameters.data());
   });
+}
+
+template <class T>
+void print_vectors(const Options& options, StreamState* stream, int64_t n) {
+  const auto vectors = multivariate<T>(options.multivariate, options.parameters);
+  const int32_t method =
+      method_of("gaussian-mv", find_distribution("gaussian")->methods, options.method);
+  print_all<T>(n, vectors.dim, options.format == "binary",
+               [&](int32_t count, T* r) { return vectors.draw(method, stream, count, r); });
 }
 
 void print_bits(const Options& options, StreamState* stream, int64_t n) {
@@ -135,6 +160,30 @@ int32_t draw_integers(int32_t method, StreamState* stream, int32_t n, int32_t* r
   return status;
 }
 
+/// f(T{}) with the type that --type asks for.
+template <class F>
+void in_type(const Options& options, F f) {
+  if (options.type == "s") return f(float{});
+  f(double{});
+}
+
+void print_kind(const Options& options, StreamState* stream, int64_t n) {
+  if (options.kind == "bits") return print_bits(options, stream, n);
+  if (options.kind == "int") {
+    return print_uniform<int32_t>(options, stream, n, {0, 100}, 0, draw_integers);
+  }
+  if (options.kind == "uniform" && options.type == "s") {
+    return print_uniform<float>(options, stream, n, {0, 1}, RNG_ACCURATE, _zoksRngUniform);
+  }
+  if (options.kind == "uniform") {
+    return print_uniform<double>(options, stream, n, {0, 1}, RNG_ACCURATE, _zokdRngUniform);
+  }
+  in_type(options, [&]<class T>(T) {
+    if (options.kind == multivariate_kind) return print_vectors<T>(options, stream, n);
+    print_distribution<T>(*find_distribution(options.kind), options, stream, n);
+  });
+}
+
 void print_numbers(const Options& options) {
   const auto n = whole_number("-n", options.count, 0, std::numeric_limits<int64_t>::max());
   const Stream stream =
@@ -142,21 +191,13 @@ void print_numbers(const Options& options) {
   if (options.skip) skip_ahead(stream.get(), *options.skip);
   if (options.leapfrog) leapfrog(stream.get(), *options.leapfrog);
   if (options.save) expect_writable(*options.save);
-  if (options.kind == "bits") {
-    print_bits(options, stream.get(), n);
-  } else if (options.kind == "int") {
-    print_uniform<int32_t>(options, stream.get(), n, {0, 100}, 0, draw_integers);
-  } else if (options.type == "s") {
-    print_uniform<float>(options, stream.get(), n, {0, 1}, RNG_ACCURATE, _zoksRngUniform);
-  } else {
-    print_uniform<double>(options, stream.get(), n, {0, 1}, RNG_ACCURATE, _zokdRngUniform);
-  }
+  print_kind(options, stream.get(), n);
   if (options.save) save_stream(stream.get(), *options.save);
 }
 
 // ---- The list -----------------------------------------------------------------------------------
 
-void print_list() {
+void print_generators() {
   constexpr const char* row = "{:<10}{:>8}  {:<26}{:>10}{:>6}   {:<9} {:<5} {}\n";
   fmt::memory_buffer text;
   const auto out = std::back_inserter(text);
@@ -179,19 +220,56 @@ ones of an element, for WH of each of its words.
   write(text.data(), text.size());
 }
 
+std::string usage_of(const Distribution& row) {
+  std::string text(row.name);
+  for (const Parameter& p : row.parameters) {
+    text += p.by_default ? fmt::format(" [--{} {}]", p.name, *p.by_default)
+                         : fmt::format(" --{} ...", p.name);
+  }
+  return text;
+}
+
+void print_distributions() {
+  std::string text = "\nDistributions, with parameters and what these are if not given:\n\n";
+  for (const Distribution& row : distributions()) {
+    text += fmt::format("{}\n    {}\n", usage_of(row), row.text);
+    for (const Method& m : row.methods) {
+      text += fmt::format("    --method {:<12}{}{}\n", m.name, m.text,
+                          &m == &row.methods[0] ? " (default)" : "");
+    }
+  }
+  text += multivariate_usage;
+  write(text.data(), text.size());
+}
+
 // ---- The command --------------------------------------------------------------------------------
+
+bool takes_parameter(const std::string& kind, std::string_view name) {
+  const Distribution* const row = find_distribution(kind);
+  if (kind == multivariate_kind) return name == "mean";
+  return row != nullptr && std::ranges::count(row->parameters, name, &Parameter::name) != 0;
+}
+
+bool takes(const std::string& kind, const std::string& option) {
+  const Distribution* const row = find_distribution(kind);
+  const bool vectors = kind == multivariate_kind, real = kind == "uniform" || row != nullptr;
+  if (kind == "list") return false;
+  if (option == "--range") return kind == "uniform" || kind == "int";
+  if (option == "--type") return real || vectors;
+  if (option == "--describe") return real;
+  if (option == "--method") return vectors || (row != nullptr && !row->methods.empty());
+  if (option == "--covariance" || option == "--factor" || option == "--storage") return vectors;
+  const bool is_parameter = std::ranges::any_of(distributions(), [&](const Distribution& d) {
+    return takes_parameter(std::string(d.name), option.substr(2));
+  });
+  return !is_parameter || takes_parameter(kind, option.substr(2));
+}
 
 /// No option is passed over in silence.
 void refuse_options(const CLI::App& command, const std::string& kind) {
-  const auto takes = [&](const std::string& name) {
-    if (kind == "list") return false;
-    if (name == "--range") return kind != "bits";
-    if (name == "--type") return kind == "uniform";
-    return true;
-  };
   for (const CLI::Option* option : command.get_options()) {
     const std::string name = option->get_name();
-    if (option->count() > 0 && name != "KIND" && !takes(name)) {
+    if (option->count() > 0 && name != "KIND" && !takes(kind, name)) {
       throw Error("{} {}: orv random {} doesn't take it", name,
                   in_quotes(fmt::format("{}", fmt::join(option->results(), " "))), kind);
     }
@@ -202,25 +280,54 @@ constexpr const char* footer =
     R"(Kinds: uniform prints numbers from A on and below B, where rounding may reach B: on 0 1 for some
 3 floats in 10^8, and for a double of MCG59 only, once in 2^54; oftener where B is large beside
 B - A. int prints whole numbers from A to B - 1; bits prints elements as the generator makes them,
-one of several words with spaces between; list tells of the generators, without options.
+one of several words with spaces between; list tells of the generators, and of the distributions,
+their parameters and methods.
 
 Numbers are printed one a line with the fewest digits that read back as the same number, or with
 --format binary as they are in memory: doubles, floats, 32-bit integers or words, little-endian.
+--describe prints their moments and a histogram in place of them, beside the law's own.
 
 How a sequence is cut up makes no difference: what follows --load continues it exactly, for either
-word size. --skip and --leapfrog count elements, of which uniform and int take one a number; --skip
-comes first. --save replaces what FILE held when all of the new is written.
+word size; laplace with MCG31M1 or R250 is the exception. --skip and --leapfrog count elements, of
+which uniform and int take one a number; --skip comes first. --save replaces what FILE held when all
+of the new is written.
 
 Examples:
+  orv random gaussian --mean 20 --sd 0.5 -n 1e6 --describe
+  orv random gamma --shape 2.5 --scale 3 -n 1000 --seed 7
   orv random uniform -n 1000 --range -1 1 --save state
   orv random uniform -n 1000 --range -1 1 --load state
   orv random bits --brng MT19937 --seed 0x123,0x234,0x345,0x456
   orv random int --brng WH:7 --leapfrog 0/4 --range 1 7)";
 
+std::vector<std::string> kinds() {
+  std::vector<std::string> names = {"uniform", "bits", "int", "list"};
+  for (const Distribution& row : distributions()) names.emplace_back(row.name);
+  names.emplace_back(multivariate_kind);
+  return names;
+}
+
+/// One option for all distributions that have a parameter of the name.
+void add_parameters(CLI::App& command, Options& options) {
+  std::map<std::string_view, std::vector<std::string_view>> users;
+  for (const Distribution& row : distributions()) {
+    for (const Parameter& p : row.parameters) users[p.name].push_back(row.name);
+  }
+  for (const auto& [name, kinds] : users) {
+    command
+        .add_option_function<std::string>(
+            fmt::format("--{}", name),
+            [&options, name = name](const std::string& text) { options.parameters[name] = text; },
+            fmt::format("For {}", fmt::join(kinds, ", ")))
+        ->option_text("X")
+        ->group("Parameters of distributions, see 'orv random list'");
+  }
+}
+
 }  // namespace
 
 void add_random_command(CLI::App& app) {
-  auto* command = app.add_subcommand("random", "Print random numbers, or list the generators");
+  auto* command = app.add_subcommand("random", "Print random numbers, or list what there is");
   auto options = std::make_shared<Options>();
   const auto one_of = [](std::vector<std::string> words) {
     return CLI::IsMember(std::move(words), CLI::ignore_case);
@@ -228,15 +335,15 @@ void add_random_command(CLI::App& app) {
   const auto add = [&](const char* name, auto& value, const char* help, const char* text) {
     return command->add_option(name, value, help)->option_text(text);
   };
-  add("KIND", options->kind, "uniform, bits, int or list", " ")
+  add("KIND", options->kind, "uniform, bits, int, a distribution such as gaussian, or list", " ")
       ->required()
-      ->transform(one_of({"uniform", "bits", "int", "list"}));
+      ->transform(one_of(kinds()));
   auto* brng = add("--brng", options->brng, "The generator (default: MT19937)", "NAME[:OFFSET]");
   auto* seed = add("--seed", options->seed,
                    "Seed words with commas between, 0 to 4294967295 each, decimal\n"
                    "or 0x...; the generator takes those it has room for (default: 1)",
                    "WORDS");
-  add("-n", options->count, "How many elements, 0 or more (default: 10)", "N");
+  add("-n", options->count, "How many elements, 0 or more, such as 1e6 (default: 10)", "N");
   add("--range", options->range,
       "From A on and below B (default: 0 1; for int, whole numbers of 32\n"
       "bits: 0 100)",
@@ -249,14 +356,29 @@ void add_random_command(CLI::App& app) {
   add("--load", options->load, "Go on with the stream that was saved in FILE", "FILE")
       ->excludes(brng)
       ->excludes(seed);
-  add("--type", options->type, "For uniform: d double (default) or s float", "d|s")
+  add("--type", options->type, "d double (default) or s float", "d|s")
       ->transform(one_of({"d", "s"}));
-  add("--format", options->format, "text (default) or binary", "FORMAT")
-      ->transform(one_of({"text", "binary"}));
+  auto* format = add("--format", options->format, "text (default) or binary", "FORMAT")
+                     ->transform(one_of({"text", "binary"}));
+  command->add_flag("--describe", options->describe, "Moments and a histogram, beside the law's")
+      ->excludes(format);
+  add("--method", options->method, "How a distribution's numbers are made", "NAME");
+  add_parameters(*command, *options);
+  auto* covariance = add("--covariance", options->multivariate.covariance,
+                         "For gaussian-mv: a CSV file of the covariance", "FILE");
+  add("--factor", options->multivariate.factor,
+      "For gaussian-mv: a CSV file of a lower factor of the covariance", "FILE")
+      ->excludes(covariance);
+  add("--storage", options->multivariate.storage,
+      "How the factor is stored: full (default), packed or diagonal", "NAME")
+      ->transform(one_of({"full", "packed", "diagonal"}));
   command->footer(footer);
   command->callback([command, options] {
     refuse_options(*command, options->kind);
-    if (options->kind == "list") return print_list();
+    if (options->kind == "list") {
+      print_generators();
+      return print_distributions();
+    }
     print_numbers(*options);
   });
 }

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -246,6 +247,20 @@ void check(int32_t status, std::string_view what) {
   throw Error("{}: {}", what, found->text);
 }
 
+namespace {
+
+/// 1e6 and the like, which are exact.
+std::optional<int64_t> with_exponent(std::string_view text) {
+  double value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  const bool whole = error == std::errc() && stop == end && std::abs(value) <= 0x1p53 &&
+                     value == std::trunc(value) && text.find_first_of("eE") != text.npos;
+  return whole ? std::optional(static_cast<int64_t>(value)) : std::nullopt;
+}
+
+}  // namespace
+
 int64_t whole_number(std::string_view what, std::string_view text, int64_t low, int64_t high) {
   const bool hex = text.starts_with("0x") || text.starts_with("0X");
   const char* const begin = text.data() + (hex ? 2 : 0);
@@ -253,6 +268,9 @@ int64_t whole_number(std::string_view what, std::string_view text, int64_t low, 
   int64_t value = 0;
   const auto [stop, error] = std::from_chars(begin, end, value, hex ? 16 : 10);
   const bool signed_hex = hex && begin != end && *begin == '-';
+  if (const auto other = with_exponent(text); !hex && other && *other >= low && *other <= high) {
+    return *other;
+  }
   if (error != std::errc() || stop != end || signed_hex || value < low || value > high) {
     throw Error("{}: {} is not a whole number from {} to {}", what, in_quotes(text), low, high);
   }

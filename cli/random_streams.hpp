@@ -45,7 +45,7 @@ void leapfrog(StreamState* stream, const std::string& part);
 /// Throws an Error if the status is a failure; `what` is the argument that led to it.
 void check(int32_t status, std::string_view what);
 
-/// The number that is all of `text`, decimal or with 0x before it; `what` is the argument.
+/// The number that is all of `text`, decimal, as 1e6, or with 0x before it; `what` is the argument.
 int64_t whole_number(std::string_view what, std::string_view text, int64_t low, int64_t high);
 
 }  // namespace orv_cli

@@ -10,8 +10,8 @@
 
 namespace {
 
-Outcome random(const std::string& arguments, const std::string& = "") {
-  return orv("random " + arguments);
+Outcome random(const std::string& arguments, const std::string& input = "") {
+  return orv("random " + arguments, input);
 }
 
 /// The lines of a run that is to succeed.
@@ -64,13 +64,71 @@ TEST(Random, MakesEveryKindFromPublishedWords) {
   EXPECT_EQ(lines_of("int -n 1 --brng MCG59 --seed 0xFFFFFFFF,0x7FFFFFF"), Strings{"99"});
 }
 
+/// A mean or deviation of a description: what was drawn and the law's own.
+std::pair<double, double> described(const std::string& name, const std::string& text) {
+  std::istringstream line(text.substr(text.find("\n" + name) + name.size() + 1));
+  std::string drawn, law;
+  line >> drawn >> law;
+  return {std::stod(drawn), law == "-" ? NAN : std::stod(law)};
+}
+
+// Every distribution against its law by moments and by each bin of the histogram.
+TEST(Random, DescribesDistributionsBesideTheirLaws) {
+  constexpr double n = 1e5;
+  for (const std::string kind :
+       {"uniform --range -3 5", "beta --p 0.4 --q 2.5 --shift -1 --scale 4", "cauchy --location 3",
+        "exponential --shift 2 --scale 0.25", "gamma --shape 0.3 --scale 2",
+        "gaussian --mean -4 --sd 3", "gaussian --method boxmuller", "gaussian --method boxmuller2",
+        "gumbel --location 1 --scale 2", "laplace --location -1 --scale 3",
+        "lognormal --mean 0.5 --sd 0.25 --shift 1 --scale 2", "rayleigh --shift 1 --scale 5",
+        "weibull --shape 1.5 --shift -2 --scale 3"}) {
+    for (const char* type : {" --type d", " --type s"}) {
+      const Outcome run = random(kind + type + " -n 1e5 --describe");
+      ASSERT_EQ(run.code, 0) << run.err;
+      const auto [mean, law_mean] = described("mean", run.out);
+      const auto [deviation, law_deviation] = described("deviation", run.out);
+      if (!std::isnan(law_mean)) {
+        EXPECT_NEAR(mean, law_mean, 5 * law_deviation / std::sqrt(n)) << run.out;
+        EXPECT_NEAR(deviation, law_deviation, 0.05 * law_deviation) << run.out;
+      }
+      int bins = 0;
+      for (const std::string& line : split(run.out.substr(run.out.find("law: |")))) {
+        std::istringstream cells(line.substr(0, line.find_first_of("#|")));
+        std::vector<double> numbers(std::istream_iterator<double>(cells), {});
+        if (numbers.size() < 3) continue;
+        const double drawn = numbers.end()[-2] / 100, law = numbers.end()[-1] / 100;
+        EXPECT_NEAR(drawn, law, 5 * std::sqrt(law / n) + 1e-5) << line << "\n" << run.out;
+        ++bins;
+      }
+      EXPECT_EQ(bins, 22) << run.out;
+    }
+  }
+}
+
+TEST(Random, DrawsVectorsFromACovarianceOrItsFactor) {
+  const std::string options = " --mean 1,-2,0.5 --seed 9 -n 4";
+  const auto draw = [&](const std::string& arguments, const std::string& input) {
+    const Outcome run = orv("random gaussian-mv " + arguments + options, input);
+    EXPECT_EQ(run.code, 0) << run.err;
+    return run.out;
+  };
+  const std::string full = draw("--factor IN", "2,0,0\n-1,3,0\n0.5,1,4\n");
+  EXPECT_EQ(split(full).size(), 4u);
+  EXPECT_EQ(split(split(full)[0], ' ').size(), 3u);
+  EXPECT_EQ(draw("--factor IN --storage packed", "2,-1,0.5,3,1,4\n"), full);
+  EXPECT_EQ(draw("--covariance IN", "a,b,c\n4,-2,1\n-2,10,2.5\n1,2.5,17.25\n"), full);
+  EXPECT_EQ(draw("--factor IN --storage diagonal", "2\n3\n4\n"),
+            draw("--factor IN", "2,0,0\n0,3,0\n0,0,4\n"));
+}
+
 // A job of several blocks too, and the saved file replaced by the next command.
 TEST(Random, ASavedStreamGoesOn) {
   const std::string state = path_of("state");
   for (const std::string& name : generators) {
     const std::string source = " --seed 7,8 --brng " + name;
     for (const std::string kind :
-         {"bits", "int --range -1000 70000", "uniform --range -1 3", "uniform --type s"}) {
+         {"bits", "int --range -1000 70000", "uniform --range -1 3", "uniform --type s",
+          "gaussian --method boxmuller2", "gamma --shape 3 --type s", "beta --p 0.5 --q 0.5"}) {
       std::string parts, from = source;
       for (const char* n : {" -n 7", " -n 0", " -n 40000", " -n 331"}) {
         parts += random(kind + n + from + " --save " + state).out;
@@ -146,7 +204,24 @@ TEST(Random, AMistakeIsOneLineAndCode2) {
       {"bits --brng sobol", "", {"Sobol is planned", "MT19937"}},
       {"bits --brng MT2203:1024", "", {"--brng 'MT2203:1024'", "0 to 1023"}},
       {"bits --seed 1,,2", "", {"--seed '1,,2'", "''", "0 to 4294967295"}},
-      {"bits -n 1e6", "", {"-n", "'1e6'"}},
+      {"bits -n 1.5e0", "", {"-n", "'1.5e0'"}},
+      {"gamma", "", {"--shape", "gamma needs it", "numbers above 0"}},
+      {"gamma --shape 0", "", {"--shape '0'", "numbers above 0"}},
+      {"gamma --shape 1 --type s --scale 1e-50", "", {"--scale", "'1e-50'", "float"}},
+      {"gaussian --mean nan", "", {"--mean", "'nan'"}},
+      {"gaussian --method ziggurat", "", {"--method 'ziggurat'", "icdf, boxmuller, boxmuller2"}},
+      {"cauchy --mean 1", "", {"--mean '1'", "cauchy doesn't take it"}},
+      {"cauchy --method icdf", "", {"--method 'icdf'", "cauchy doesn't take it"}},
+      {"cauchy --range 0 1", "", {"--range '0 1'", "cauchy doesn't take it"}},
+      {"bits --describe", "", {"--describe", "bits doesn't take it"}},
+      {"gaussian --describe --format text", "", {"--describe", "--format"}},
+      {"gaussian-mv", "", {"--covariance", "--factor"}},
+      {"gaussian-mv --covariance IN", "4,2\n1,3\n", {"row 2, column 1 has 1", "row 1, column 2"}},
+      {"gaussian-mv --covariance IN", "4,2\n2,1\n", {"2 rows", "positive definite"}},
+      {"gaussian-mv --covariance IN", "4,2,1\n2,1,1\n", {"2 rows of 3", "square"}},
+      {"gaussian-mv --factor IN --storage packed", "1,2,3,4\n", {"4 numbers", "1, 3, 6, 10"}},
+      {"gaussian-mv --factor IN --mean 1,2,3", "1,0\n2,1\n", {"--mean '1,2,3'", "vectors of 2"}},
+      {"gaussian-mv --covariance IN --storage full", "1\n", {"--storage 'full'", "--factor"}},
       {"bits --range 0 1", "", {"--range '0 1'", "bits doesn't take it"}},
       {"int --type s", "", {"--type 's'", "int"}},
       {"int --range 3 3", "", {"--range 3 3", "below"}},

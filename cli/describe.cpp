@@ -1,0 +1,82 @@
+#include "describe.hpp"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace orv_cli {
+namespace {
+
+constexpr double outer = 0.01;  // probability on either side of the histogram
+constexpr int bar_width = 40;
+
+std::string number_or_dash(std::optional<double> x) { return x ? fmt::format("{:.6g}", *x) : "-"; }
+
+}  // namespace
+
+double Description::edge(int i) const {
+  const double x = low_ + (high_ - low_) * i / bins;
+  return std::abs(x) < 1e-9 * (high_ - low_) ? 0 : x;
+}
+
+Description::Description(const Law& law)
+    : law_(law), low_(law.quantile(outer)), high_(law.quantile(1 - outer)) {}
+
+void Description::add(double x) {
+  const double distance = x - (low_ + high_) / 2;
+  sum_.add(distance);
+  squares_.add(static_cast<long double>(distance) * distance);
+  ++n_;
+  smallest_ = std::min(smallest_, x);
+  largest_ = std::max(largest_, x);
+  const double bin = std::floor((x - low_) / (high_ - low_) * bins) + 1;
+  ++counts_[static_cast<size_t>(std::clamp(bin, 0.0, bins + 1.0))];
+}
+
+double Description::law_share(int bin) const {
+  const double below = bin == 0 ? 0 : law_.cdf(edge(bin - 1));
+  return (bin == bins + 1 ? 1 : law_.cdf(edge(bin))) - below;
+}
+
+/// The drawn share as a bar, and the law's as a mark in it.
+std::string Description::row(int bin, double widest) const {
+  const double drawn = static_cast<double>(counts_[bin]) / static_cast<double>(n_);
+  const double law = law_share(bin);
+  const auto length = [&](double share) {
+    return static_cast<size_t>(std::lround(std::min(share / widest, 1.1) * bar_width));
+  };
+  std::string bar(length(drawn), '#');
+  bar.resize(std::max(bar.size(), length(law) + 1), ' ');
+  bar[length(law)] = '|';
+  const std::string from = bin == 0 ? "" : fmt::format("{:.5g}", edge(bin - 1));
+  const std::string to = bin == bins + 1 ? "" : fmt::format("{:.5g}", edge(bin));
+  return fmt::format("{:>12} {:>12} {:>8.3f} {:>8.3f}  {}\n", from, to, 100 * drawn, 100 * law,
+                     bar);
+}
+
+std::string Description::text() const {
+  if (n_ == 0) return "no numbers\n";
+  const long double n = static_cast<long double>(n_), mean = sum_.value() / n;
+  const long double variance = n_ > 1 ? (squares_.value() - n * mean * mean) / (n - 1) : 0;
+  const auto sample_mean = static_cast<double>(mean + (low_ + high_) / 2);
+  const auto deviation = static_cast<double>(std::sqrt(std::max(variance, 0.0L)));
+  std::string text = fmt::format("{:<10} {:>14} {:>14}\n", "", "drawn", "law");
+  const auto line = [&](const char* name, double drawn, std::optional<double> law) {
+    text += fmt::format("{:<10} {:>14.6g} {:>14}\n", name, drawn, number_or_dash(law));
+  };
+  text += fmt::format("{:<10} {:>14}\n", "numbers", n_);
+  line("mean", sample_mean, law_.mean);
+  line("deviation", deviation, law_.deviation);
+  line("smallest", smallest_, law_.quantile(0));
+  line("largest", largest_, law_.quantile(1));
+  text += fmt::format("\n{:>12} {:>12} {:>8} {:>8}  drawn: #, law: |\n", "from", "to", "drawn %",
+                      "law %");
+  double widest = 0;
+  for (int bin = 0; bin < bins + 2; ++bin) widest = std::max(widest, law_share(bin));
+  for (int bin = 0; bin < bins + 2; ++bin) text += row(bin, widest);
+  return text;
+}
+
+}  // namespace orv_cli

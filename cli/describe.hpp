@@ -1,0 +1,36 @@
+// Numbers beside the law that they are drawn from: moments and a histogram.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <string>
+
+#include "laws.hpp"
+#include "stats_exact.hpp"
+
+namespace orv_cli {
+
+class Description {
+ public:
+  explicit Description(const Law& law);
+
+  void add(double x);
+  std::string text() const;
+
+ private:
+  static constexpr int bins = 20;  // between quantiles of the law; one more on either side
+
+  double edge(int i) const;
+  std::string row(int bin, double widest) const;
+  double law_share(int bin) const;
+
+  Law law_;
+  double low_, high_;
+  int64_t n_ = 0;
+  ExactSum sum_, squares_;  // of distances from the middle of the bins
+  double smallest_ = std::numeric_limits<double>::infinity(), largest_ = -smallest_;
+  std::array<int64_t, bins + 2> counts_{};
+};
+
+}  // namespace orv_cli
