@@ -1,25 +1,28 @@
 // The chi-square distribution: k degrees of freedom are the gamma distribution of shape k/2 and
 // scale 2.
 #include <orv/scalar.h>
-#include <qem/_src/qem_core/frame/control_words.hpp>
 
 #include "incomplete_gamma.hpp"
 #include "log_gamma.hpp"
 
 using namespace orv;
 
-double __zokdChi2CDF(double k, double x) { return lower_incomplete_gamma(0.5 * k, 0.5 * x); }
+namespace {
 
-double __zokdChi2PDF(double k, double x) {
+Extended below(double k, double x) { return lower_incomplete_gamma(0.5L * k, 0.5L * x); }
+
+Extended density(double k, double x) {
   constexpr double ln2 = 0.6931471805999999;
-  if (x <= 0 || k <= 0) return 0;
-  if (x == __builtin_inf() && k < x) return 0;
-  const ControlWords words(environment_extended);
+  if (x <= 0 || k <= 0 || (x == __builtin_inf() && k < x)) return 0;
   const Extended a = 0.5L * k;
-  const Extended log = (a - 1) * orv_qem_kernel_logl_scalar(x) - 0.5L * x - a * ln2 - lgamma_pos(a);
-  return static_cast<double>(orv_qem_kernel_expl_scalar(log));
+  return orv_qem_kernel_expl_scalar((a - 1) * orv_qem_kernel_logl_scalar(x) - 0.5L * x - a * ln2 -
+                                    lgamma_pos(a));
 }
 
-double __zokdChi2ICDF(double k, double p) {
-  return 2 * inverse_incomplete_gamma(0.5 * k, p, 1 - p);
-}
+Extended quantile(double k, double p) { return 2 * inverse_incomplete_gamma(0.5L * k, p, 1 - p); }
+
+}  // namespace
+
+double __zokdChi2CDF(double k, double x) { return in_extended(below, k, x); }
+double __zokdChi2PDF(double k, double x) { return in_extended(density, k, x); }
+double __zokdChi2ICDF(double k, double p) { return in_extended(quantile, k, p); }

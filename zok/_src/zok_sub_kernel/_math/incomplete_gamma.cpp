@@ -2,8 +2,6 @@
 // cancels in a ln x - x - ln gamma(a) is beyond the digits of a double.
 #include "incomplete_gamma.hpp"
 
-#include <qem/_src/qem_core/frame/control_words.hpp>
-
 #include "log_gamma.hpp"
 
 namespace orv {
@@ -109,7 +107,7 @@ Tail tail_of(Extended a, Extended x) {
 }
 
 /// P or Q, a and x above 0.
-Extended probability(double a, double x, bool upper) {
+Extended probability(Extended a, Extended x, bool upper) {
   if (a != a || x != x || (a == infinity && x == infinity)) return a * x * __builtin_nan("");
   if (x == infinity || a == infinity) return upper == (a == infinity);
   const Tail tail = tail_of(a, x);
@@ -170,27 +168,28 @@ Extended inverse(Extended a, double p, double q) {
 
 }  // namespace
 
-double _vdSSQ(double a, double x) {
-  if (x <= 0 || a <= 0) return 1;
-  const ControlWords words(environment_extended);
-  return static_cast<double>(probability(a, x, true));
+Extended lower_incomplete_gamma(Extended a, Extended x) {
+  return x <= 0 || a <= 0 ? 0 : probability(a, x, false);
 }
 
-double lower_incomplete_gamma(double a, double x) {
-  if (x <= 0 || a <= 0) return 0;
-  const ControlWords words(environment_extended);
-  return static_cast<double>(probability(a, x, false));
-}
-
-double inverse_incomplete_gamma(double a, double p, double q) {
+Extended inverse_incomplete_gamma(Extended a, double p, double q) {
   if (!(a > 0 && a < infinity && p >= 0 && q >= 0 && p <= 1 && q <= 1)) return __builtin_nan("");
   if (p == 0) return 0;
   if (q == 0) return infinity;
-  const ControlWords words(environment_extended);
-  return static_cast<double>(inverse(a, p, q));
+  return inverse(a, p, q);
 }
 
-double _dinvQ(double a, double q) { return inverse_incomplete_gamma(a, 1 - q, q); }
+double _vdSSQ(double shape, double point) {
+  const auto upper = [](Extended a, Extended x) {
+    return x <= 0 || a <= 0 ? 1 : probability(a, x, true);
+  };
+  return in_extended(upper, shape, point);
+}
+
+double _dinvQ(double shape, double probability) {
+  const auto by_both = [](double a, double q) { return inverse_incomplete_gamma(a, 1 - q, q); };
+  return in_extended(by_both, shape, probability);
+}
 
 }  // namespace ORV_TAG
 }  // namespace orv

@@ -2,7 +2,6 @@
 #include "log_gamma.hpp"
 
 #include <orv/scalar.h>
-#include <qem/_src/qem_core/frame/control_words.hpp>
 
 namespace orv {
 inline namespace ORV_TAG {
@@ -24,18 +23,22 @@ bool is_odd(double whole) { return whole != 2 * __zokdFloor(0.5 * whole); }
 
 using namespace orv;
 
-double _zok_px_lgamma(double x, int32_t* sign) {
-  const ControlWords words(environment_extended);
-  *sign = x == 0 && __builtin_signbit(x) ? -1 : 1;
-  const double a = __builtin_fabs(x);
-  if (!(a < __builtin_inf())) return x * x;
-  if (a == 0) return 1 / a;
-  if (x > 0) return static_cast<double>(lgamma_pos(x));
-
-  const double whole = __zokdFloor(a), fraction = a - whole;
-  if (fraction == 0) return 1 / fraction;
-  if (!is_odd(whole)) *sign = -1;
-  return static_cast<double>(reflected(a, fraction));
+double _zok_px_lgamma(double argument, int32_t* sign) {
+  *sign = 1;
+  const auto log_of_size = [sign](double x) -> Extended {
+    const double a = __builtin_fabs(x);
+    if (!(a < __builtin_inf())) return x * x;
+    if (a == 0) {
+      if (__builtin_signbit(x)) *sign = -1;
+      return 1 / a;
+    }
+    if (x > 0) return lgamma_pos(x);
+    const double whole = __zokdFloor(a), fraction = a - whole;
+    if (fraction == 0) return 1 / fraction;
+    if (!is_odd(whole)) *sign = -1;
+    return reflected(a, fraction);
+  };
+  return in_extended(log_of_size, argument);
 }
 
 double __zokdLGamma(double x) {

@@ -1,15 +1,13 @@
-// The logarithm of the gamma function in extended arithmetic, for those who go on from there. They
-// hold the control words that environment_extended asks for.
+// The logarithm of the gamma function, for those who go on from there in extended arithmetic.
 #pragma once
 
 #include <orv/qem.h>
 
+#include "extended.hpp"
 #include "tables/log_gamma_tables.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {
-
-using Extended = long double;
 
 inline constexpr Extended stirling_from = 16;
 
