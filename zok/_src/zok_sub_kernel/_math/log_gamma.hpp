@@ -22,9 +22,13 @@ inline Extended stirling_rest(Extended x) {
 
 /// ln gamma(2 + t) for |t| up to 1/2.
 inline Extended log_gamma_near_2(Extended t) {
-  Extended sum = 0;
-  for (int k = 21; k >= 0; --k) sum = sum * t + log_gamma_series[k];
-  return sum * t;
+  const Extended square = t * t;
+  Extended even = 0, odd = 0;  // neither waits for the other
+  for (int k = 20; k >= 0; k -= 2) {
+    even = even * square + log_gamma_series[k];
+    odd = odd * square + log_gamma_series[k + 1];
+  }
+  return t * (even + t * odd);
 }
 
 /// ln gamma(1 + t) for |t| up to 1/2, however small.
