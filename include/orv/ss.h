@@ -116,7 +116,8 @@ enum {
   SS_BAD_METHOD = -4029,         /**< the method has none of the bits that this entry takes */
   SS_NULL_GROUP_INDICES = -4030, /**< group indices missing */
   SS_NULL_TASK = -4031,
-  SS_NULL_OBSERVATIONS = -4032, /**< observations missing, or too few */
+  SS_NULL_OBSERVATIONS = -4032,      /**< observations missing, or too few */
+  SS_NO_POSITIVE_EIGENVALUE = -4033, /**< a covariance matrix that can't be repaired */
   SS_NULL_POOLED_COV = -4034,
   SS_NULL_POOLED_MEAN = -4035,
   SS_NULL_GROUP_COV = -4036,
@@ -157,8 +158,11 @@ enum {
   SS_NULL_PARAMETRIZED_COR = -4071,
   SS_NOT_POSITIVE = -4072,      /**< the matrix has no positive eigenvalue */
   SS_BAD_PARTIAL_INDEX = -4073, /**< no conditioning variable, or none of interest */
-  SS_FACTOR_FAILED = -5010, /**< the conditioning variables' covariance has no Cholesky factor */
-  SS_INVERSE_FAILED = -5011 /**< it could not be inverted */
+  SS_FACTOR_FAILED = -5010,  /**< the conditioning variables' covariance has no Cholesky factor */
+  SS_INVERSE_FAILED = -5011, /**< it could not be inverted */
+  SS_EIGENVALUES_FAILED = -5040,    /**< the eigenvalues of a covariance matrix did not converge */
+  SS_NOT_POSITIVE_DEFINITE = -5041, /**< a covariance matrix has no Cholesky factor */
+  SS_SINGULAR = -5042 /**< a covariance matrix could not be inverted from its factor */
 };
 
 /** Parameters of the editors. Those marked int belong to __zokiSSEditTask, all others to

@@ -49,6 +49,7 @@ FILES = {
     CORE / "pow/tables/pow_slow_tables.hpp": power.pow_slow_tables,
     CORE / "pow/tables/vdpow_tables.hpp": power.vdpow_tables,
     CORE / "pow/tables/vspow_tables.hpp": power.vspow_tables,
+    scalar.FOLDER / "log_gamma_tables.hpp": scalar.log_gamma_tables,
     scalar.FOLDER / "scalar_ln_table.hpp": scalar.scalar_ln_table,
     CORE / "_heap/real/tables/two_over_pi.hpp": sincos.two_over_pi,
     CORE / "_heap/real/tables/vdfar_table.hpp": sincos.vdfar_table,

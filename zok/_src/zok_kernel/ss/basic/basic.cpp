@@ -1,5 +1,5 @@
 // Moments, covariance and correlation: checks, threads, merging, results.
-#include "../../_service/blas.hpp"
+#include "../../../zok_sub_kernel/_service/blas.hpp"
 #include "work.hpp"
 
 using namespace orv;

@@ -2,7 +2,7 @@
 // conditioning ones (z) taken away: Cyy - Cyz inv(Czz) Czy.
 #include <math.h>
 
-#include "../../_service/blas.hpp"
+#include "../../../zok_sub_kernel/_service/blas.hpp"
 #include "../../_service/ratios.hpp"
 #include "../../_service/ss_task.hpp"
 

@@ -39,6 +39,8 @@ class MatrixCall {
                  size_t);                                                                          \
   void X##potri_(const char* uplo, const int32_t* n, T* a, const int32_t* lda, int32_t* info,      \
                  size_t);                                                                          \
+  void X##syev_(const char* jobz, const char* uplo, const int32_t* n, T* a, const int32_t* lda,    \
+                T* w, T* work, const int32_t* lwork, int32_t* info, size_t, size_t);               \
   }                                                                                                \
   namespace orv {                                                                                  \
   inline namespace ORV_TAG {                                                                       \
@@ -72,6 +74,16 @@ class MatrixCall {
     int32_t info = 0;                                                                              \
     const MatrixCall call;                                                                         \
     X##potri_(&uplo, &n, a, &lda, &info, 1);                                                       \
+    return info;                                                                                   \
+  }                                                                                                \
+  /* Eigenvalues, ascending, of a symmetric matrix of which uplo is read and destroyed; 0, or how  \
+  many numbers of an intermediate form did not converge. `work` has 3 n elements. */               \
+  inline int32_t syev(char uplo, int32_t n, T* a, int32_t lda, T* values, T* work) {               \
+    const char jobz = 'N';                                                                         \
+    const int32_t lwork = 3 * n;                                                                   \
+    int32_t info = 0;                                                                              \
+    const MatrixCall call;                                                                         \
+    X##syev_(&jobz, &uplo, &n, a, &lda, values, work, &lwork, &info, 1, 1);                        \
     return info;                                                                                   \
   }                                                                                                \
   }                                                                                                \
