@@ -854,7 +854,7 @@ ORV_API void orv_qem_kernel_dCbrt_W7LAynn(int32_t n, const double* a, double* r)
 ORV_API void orv_qem_kernel_dCbrt_W7HAynn(int32_t n, const double* a, double* r);
 
 /** dCdfNorm: distribution function of the normal law, erfc(-x/sqrt(2))/2; double.
- *  Largest error: LA 2, HA 0.6, EP 3.6e+05 ulp.
+ *  Largest error: LA 2, HA 0.61, EP 3.6e+05 ulp.
  *  Status codes: 4 zero result of a finite argument. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dCdfNorm_ttab[3];
 extern ORV_API const float orv_qem_kernel_dCdfNorm_ctab[3];
