@@ -28,6 +28,12 @@ inline int64_t draws_of_a_law() {
   return draws != nullptr ? static_cast<int64_t>(atof(draws)) : 1'000'000;
 }
 
+/// Whether a law is to be looked at: all are, or those whose name has ORV_LAW in it.
+inline bool is_chosen(const std::string& name) {
+  const char* const part = getenv("ORV_LAW");
+  return part == nullptr || name.find(part) != std::string::npos;
+}
+
 /// The numbers of a precision in a row.
 template <class T>
 T from_rank(int64_t rank) {

@@ -1,5 +1,5 @@
 // Every distribution against its law, with parameters in all branches of its methods and on their
-// borders. ORV_LAW_DRAWS=1e9 makes a long run of it.
+// borders. ORV_LAW_DRAWS=1e9 makes a long run of it, ORV_LAW=gamma picks some.
 #include <boost/math/special_functions/beta.hpp>
 
 #include "law_support.hpp"
@@ -191,7 +191,8 @@ TYPED_TEST_SUITE(Laws, Types);
 TYPED_TEST(Laws, OfContinuousDistributions) {
   uint32_t seed = 20;
   for (const Law<TypeParam>& law : continuous_laws<TypeParam>()) {
-    expect_law(law, Stream(BRNG_MT19937, {++seed}));
+    ++seed;
+    if (is_chosen(law.name)) expect_law(law, Stream(BRNG_MT19937, {seed}));
   }
 }
 
