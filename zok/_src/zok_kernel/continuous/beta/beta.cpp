@@ -22,17 +22,19 @@ namespace {
 
 constexpr int32_t block = 512;
 
-/// Cheng's logistic number V has W / p = exp(V) near 1 if the shapes are large.
+/// W / (q + W) with W = p exp(V), V being b times a logistic number. By E = exp(V) - 1 and the mean
+/// m = p / (p + q): (q + W) / (p + q) = 1 + m E, and the number is m + m (1 - m) E / (1 + m E). So
+/// large shapes lose nothing, where V is near 0 and all numbers are near m.
 template <class T>
 int32_t _ChengBA(StreamState* stream, int32_t n, T* r, double p, double q) {
-  const double alpha = p + q, over = (p - 1) + (q - 1);
-  const double b = 1 / __zokdSqrt(q * ((p - 1) / over) + p * ((q - 1) / over));
-  constexpr double ln_4 = 1.3862943611198906;
-  constexpr double large = 1000;  // from here on the error of a short exponential would show
-  const Slot slot = alpha > large ? Slot::ha : block_slot<T>;
-  const T width = static_cast<T>(b), gamma = static_cast<T>(p + 1 / b),
-          shapes = static_cast<T>(alpha);
-  const T first = static_cast<T>(p), share = static_cast<T>(p / alpha), lost = static_cast<T>(ln_4);
+  const double sum = p + q, over = (p - 1) + (q - 1), mean = p / sum;
+  const double width = 1 / __zokdSqrt(q * ((p - 1) / over) + p * ((q - 1) / over));
+  constexpr double ln_4 = 1.3862943611198906, large = 1000;
+  const Slot slot = sum > large ? Slot::ha : block_slot<T>;  // a short exponential would show
+  const T b = static_cast<T>(width), alpha = static_cast<T>(sum);
+  const T gamma = static_cast<T>(p + 1 / width), lost = static_cast<T>(ln_4);
+  const T m = static_cast<T>(mean), low_m = static_cast<T>(mean - static_cast<double>(m));
+  const T slope = static_cast<T>(mean * (q / sum));
   return by_rejection(stream, n, r, [=](int32_t count, T* pairs, T* out) {
     alignas(32) T u1[block], v[block], z[block], e[block], l[block];
     split_pairs(count, pairs, u1, z);
@@ -43,14 +45,14 @@ int32_t _ChengBA(StreamState* stream, int32_t n, T* r, double p, double q) {
     }
     kernels::ln(count, v, v);
     kernels::ln(count, z, z);
-    for (int32_t k = 0; k < count; ++k) v[k] = width * v[k];
+    for (int32_t k = 0; k < count; ++k) v[k] = b * v[k];
     kernels::expm1(count, v, e, slot);
-    for (int32_t k = 0; k < count; ++k) l[k] = share * e[k];
+    for (int32_t k = 0; k < count; ++k) l[k] = m * e[k];
     kernels::ln1p(count, l, l, slot);
     for (int32_t k = 0; k < count; ++k) {
-      const T acceptance = gamma * v[k] - shapes * l[k] - lost - z[k];
-      v[k] = u1[k] < 1 ? acceptance : T(-1);
-      e[k] = (first + first * e[k]) / (shapes + first * e[k]);
+      const T acceptance = gamma * v[k] - alpha * l[k] - lost - z[k];
+      v[k] = u1[k] < T(1) ? acceptance : T(-1);
+      e[k] = m + (low_m + slope * e[k] / (T(1) + m * e[k]));
     }
     return append_accepted(
         count, out, [&](int32_t k) { return e[k]; }, [&](int32_t k) { return v[k] >= T(0); });
@@ -93,11 +95,14 @@ int32_t under_two_branches(StreamState* stream, int32_t n, T* r, double p, doubl
     for (int32_t k = 0; k < m2; ++k) x2[k] = (T(1) - x2[k]) / rest;
     kernels::ln(m2, x2, x2);
     for (int32_t k = 0; k < m2; ++k) x2[k] = q_power * x2[k];
-    kernels::expm1(m2, x2, x2);
-    for (int32_t k = 0; k < m2; ++k) {
-      x2[k] = seam - beyond * x2[k];
-      l[k] = x2[k] / seam;
+    if (q_test > 0) {  // numbers crowd at 1
+      kernels::exp(m2, x2, x2);
+      for (int32_t k = 0; k < m2; ++k) x2[k] = T(1) - beyond * x2[k];
+    } else {  // they crowd at 0, and t is near it
+      kernels::expm1(m2, x2, x2);
+      for (int32_t k = 0; k < m2; ++k) x2[k] = seam - beyond * x2[k];
     }
+    for (int32_t k = 0; k < m2; ++k) l[k] = x2[k] / seam;
     kernels::ln(m2, l, l);
     kernels::ln(m2, test2, test2);
     for (int32_t k = 0; k < m2; ++k) test2[k] = p_test * l[k] + test2[k];
@@ -120,19 +125,26 @@ int32_t _Atkinson2(StreamState* stream, int32_t n, T* r, double p, double q) {
   return under_two_branches(stream, n, r, p, q, t, q * t, p * power, 0);
 }
 
-/// exp(x) / (exp(x) + exp(y)) for numbers whose exponentials are nothing.
+/// x / (x + y) from the smaller of the two, so that it is as exact next to 1 as next to 0.
 template <class T>
-T share_of_nothing(T x, T y) {
-  T ratio = y - x;
+T share_of(T x, T y, T smaller, T sum) {
+  const T share = smaller / sum;
+  return x < y ? share : T(1) - share;
+}
+
+/// The same of exp(x) and exp(y) where these can't be told.
+template <class T>
+T share_of_powers(T x, T y) {
+  T ratio = x < y ? x - y : y - x;
   kernels::exp(1, &ratio, &ratio, Slot::ha);
-  return T(1) / (T(1) + ratio);
+  return share_of(x, y, ratio, T(1) + ratio);
 }
 
 /// X / (X + Y) of X = u1^(1 / p), Y = u2^(1 / q), if the sum is not above 1.
 template <class T>
 int32_t johnk(StreamState* stream, int32_t n, T* r, double p, double q) {
   const T p_power = static_cast<T>(1 / p), q_power = static_cast<T>(1 / q);
-  constexpr T tiny = sizeof(T) == 8 ? static_cast<T>(0x1p-900) : static_cast<T>(0x1p-90);
+  constexpr T tiny = sizeof(T) == 8 ? static_cast<T>(0x1p-900) : static_cast<T>(0x1p-100);
   return by_rejection(stream, n, r, [=](int32_t count, T* pairs, T* out) {
     alignas(32) T x[block], y[block], powers[2 * block];
     kernels::ln(2 * count, pairs, pairs);
@@ -147,7 +159,9 @@ int32_t johnk(StreamState* stream, int32_t n, T* r, double p, double q) {
     int32_t made = 0;
     for (int32_t k = 0; k < count; ++k) {
       const T sum = exp_x[k] + exp_y[k];
-      out[made] = sum > tiny ? exp_x[k] / sum : share_of_nothing(x[k], y[k]);
+      const T smaller = exp_x[k] < exp_y[k] ? exp_x[k] : exp_y[k];
+      out[made] =
+          smaller > tiny ? share_of(exp_x[k], exp_y[k], smaller, sum) : share_of_powers(x[k], y[k]);
       made += T(1) >= sum;
     }
     return made;
