@@ -50,6 +50,10 @@ constexpr Domain domains[] = {
     {"sd", "ErfcInv", 0.001, 1.999},
     {"sd", "ErfInv", 0.001, 0.999},
     {"cz", "Pow", 0.5, 4},
+    {"cz", "Arg", -1000, 1000, 0.001},
+    {"c", "Div", -1000, 1000, 0.001},  // squares at EP
+    {"cz", "Exp", -60, 60, 0.001},
+    {"cz", "Ln", -1000, 1000, 0.001},
     {"cz", "Cos", -80, 80},
     {"cz", "Cosh", -80, 80},
     {"cz", "Sin", -80, 80},
@@ -498,8 +502,9 @@ std::vector<SpecialValue> special_values(const Kernel& kernel) {
                               : unary_values(kernel.function, 1e-100, -708.3964185322641, -745.2,
                                              half ? 710.4758600739439 : 709.782712893384);
   }
-  const bool product = kernel.function == "Mul" || kernel.function == "MulByConj";
-  const bool silent = kernel.name() == "sDiv_EP" || (product && kernel.slot == EP);
+  const bool complex = strchr("cz", kernel.type) != nullptr;
+  const bool silent = kernel.name() == "sDiv_EP" ||
+                      (complex && kernel.slot == EP && kernel.kernel.starts_with("W7EP"));
   std::vector<Row> all(std::begin(rows), std::end(rows));
   all.insert(all.end(), complex_rows().begin(), complex_rows().end());
   for (const auto& [function, row] : all) {
