@@ -333,7 +333,7 @@ void run(const Function& f, int32_t slot, const Options& options) {
 
 void math(const Options& options) {
   const Function& f =
-      find_ready_function(options.function, options.type.empty() ? '\0' : options.type[0]);
+      find_function(options.function, options.type.empty() ? '\0' : options.type[0]);
   const int32_t slot = choose_slot(options);
   if (options.errors) orv_qem_kernel_SetErrorCallBack(list_error);
   if (f.table[slot].signature.is_float) {
