@@ -135,7 +135,7 @@ void turn_back(int64_t count, int64_t dim, const T* tile, T* r) {
 /// Standard deviates, as many as a 64-bit count says. Parts keep the sequence.
 template <class T>
 int32_t draw_standard(int32_t method, StreamState* stream, int64_t n, T* r) {
-  constexpr int64_t most = int64_t{1} << 30;
+  constexpr int64_t most = int64_t{1} << 28;
   for (; n > 0; n -= most, r += most) {
     const auto count = static_cast<int32_t>(n < most ? n : most);
     const int32_t status = draw_gaussians(method, stream, count, r, T(0), T(1));
