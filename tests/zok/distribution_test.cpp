@@ -345,4 +345,17 @@ TYPED_TEST(Continuous, VectorsAreAPlainProductInEveryStorage) {
   EXPECT_EQ(entry(0, Stream(BRNG_R250), 0, nullptr, 5, 0, nullptr, nullptr), RNG_OK);
 }
 
+/// 2^32 numbers are not none.
+TYPED_TEST(Continuous, VectorsAreCountedInMoreThan32Bits) {
+  using T = TypeParam;
+  const Stream failing(Spy::brng());
+  Spy::answer = RNG_QRNG_EXHAUSTED;
+  T r[1];
+  for (const int32_t storage : {0, 1, 2, 3}) {
+    EXPECT_EQ(ORV_ENTRY(T, GaussianMV)(0, failing, 65536, r, 65536, storage, nullptr, nullptr),
+              RNG_QRNG_EXHAUSTED);
+  }
+  Spy::answer = RNG_OK;
+}
+
 }  // namespace

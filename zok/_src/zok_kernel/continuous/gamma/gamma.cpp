@@ -3,7 +3,7 @@
 //   above 1            the cube of a Gaussian number (Marsaglia and Tsang 2000)
 //   1                  exponential
 //   from 0.6 to 1      from a Weibull number (Vaduva 1977)
-//   below 0.6          exponential power transformation (Ahrens and Dieter 1974)
+//   below 0.6          exponential power transformation (Devroye 1986)
 //
 // No candidate is ever lost: those of a block are never more than the numbers still wanted, but for
 // one Gaussian number that waits in a chunk. So the sequence does not depend on how it is asked
