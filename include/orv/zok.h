@@ -294,6 +294,8 @@ ORV_API int32_t _zokiRngUniformBits(int32_t method, StreamState* stream, int32_t
  * formula's exact value.
  *
  * The status is RNG_OK or what the generator answered when it failed; numbers made until then stay.
+ * Gamma and Beta give up with RNG_BAD_ARGS where no number comes, be it of the parameters (not a
+ * number, infinite) or of the stream (always the same).
  * A thread's mode word, error callback and status are after a call what they were before, and what
  * vector functions report inside reaches nobody. */
 

@@ -269,6 +269,29 @@ TYPED_TEST(Continuous, EndsOfTheUniformsAreFinite) {
   }
 }
 
+/// No call goes on for ever.
+TYPED_TEST(Continuous, WhereNoNumberComesItEnds) {
+  using T = TypeParam;
+  constexpr T inf = std::numeric_limits<T>::infinity(), nan = std::numeric_limits<T>::quiet_NaN();
+  const Stream good(BRNG_MT19937);
+  const Given<T> ones({1});
+  const struct {
+    StreamState* stream;
+    Draw<T> draw;
+  } rows[] = {
+      {good, bound<T>(ORV_ENTRY(T, Gamma), 0, nan, 0, 1)},
+      {good, bound<T>(ORV_ENTRY(T, Gamma), 0, inf, 0, 1)},
+      {good, bound<T>(ORV_ENTRY(T, Beta), 0, inf, inf, 0, 1)},
+      {ones, bound<T>(ORV_ENTRY(T, Gamma), 0, T(0.8), 0, 1)},
+      {ones, bound<T>(ORV_ENTRY(T, Beta), 0, 2, 3, 0, 1)},
+      {ones, bound<T>(ORV_ENTRY(T, Beta), 0, T(0.3), T(0.3), 0, 1)},
+  };
+  for (const auto& row : rows) {
+    T r[3];
+    EXPECT_EQ(row.draw(row.stream, 3, r), RNG_BAD_ARGS) << &row - rows;
+  }
+}
+
 // ---- Multivariate -------------------------------------------------------------------------------
 
 template <class T>

@@ -107,6 +107,7 @@ int32_t _Marsaglia(StreamState* stream, int32_t n, T* r, double alpha) {
   if (status < 0) return status;
   Spare<T> spare = *chunk;  // which stays as it is if a draw fails
   alignas(32) T x[block + 8], u[block + 8], made_of[block], sure[block];
+  Barren barren;
   while (n > 0) {
     const int32_t carried = spare.uniform >= 0;
     x[0] = spare.gaussian;
@@ -126,6 +127,7 @@ int32_t _Marsaglia(StreamState* stream, int32_t n, T* r, double alpha) {
     const int32_t made = append_accepted(
         needed, r, [&](int32_t k) { return made_of[k]; },
         [&](int32_t k) { return made_of[k] > 0 && (u[k] < sure[k] || accepts(x[k], u[k], c, d)); });
+    if (barren.after(made)) return RNG_BAD_ARGS;
     r += made;
     n -= made;
   }
