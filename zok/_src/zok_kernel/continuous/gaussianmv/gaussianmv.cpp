@@ -135,11 +135,13 @@ void turn_back(int64_t count, int64_t dim, const T* tile, T* r) {
 /// Standard deviates, as many as a 64-bit count says. Parts keep the sequence.
 template <class T>
 int32_t draw_standard(int32_t method, StreamState* stream, int64_t n, T* r) {
-  constexpr int64_t most = int64_t{1} << 30;
-  for (; n > 0; n -= most, r += most) {
+  constexpr int64_t most = int64_t{1} << 28;
+  while (n > 0) {
     const auto count = static_cast<int32_t>(n < most ? n : most);
     const int32_t status = draw_gaussians(method, stream, count, r, T(0), T(1));
     if (status < 0) return status;
+    r += count;
+    n -= count;
   }
   return RNG_OK;
 }
@@ -166,11 +168,13 @@ int32_t through_tiles(int32_t method, StreamState* stream, int64_t n, T* r, cons
                       const Factor& factor, T* tile) {
   const int64_t dim = factor.dim;
   return in_parts_of_tiles(method, stream, n, r, dim, [&](int64_t count, T* x) {
-    for (; count > 0; count -= tile_width<T>, x += tile_width<T> * dim) {
+    while (count > 0) {
       const int64_t in_tile = clamp(static_cast<intptr_t>(count), tile_width<T>);
       turn_in(in_tile, dim, x, tile);
       multiply_tile(factor, tile, a);
       turn_back(in_tile, dim, tile, x);
+      x += in_tile * dim;
+      count -= in_tile;
     }
   });
 }

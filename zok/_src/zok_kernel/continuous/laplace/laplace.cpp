@@ -30,6 +30,7 @@ int32_t laplace_block(StreamState* stream, int32_t n, T* r, T a, T beta) {
 template <class T>
 int32_t laplace(StreamState* stream, int32_t n, T* r, T a, T beta) {
   const QuietKernels quiet(_vLnCallBack<T>);
+  if (n < 0) n = 0;
   for (;; n -= block, r += block) {
     const int32_t count = n < block ? n : block;
     const int32_t status = laplace_block(stream, count, r, a, beta);
