@@ -1690,7 +1690,7 @@ ORV_API void _qemzAbs_26(int32_t n, const QemComplexDouble* a, double* r);
 ORV_API void orv_qem_kernel_zAbs_W7HAynn(int32_t n, const QemComplexDouble* a, double* r);
 
 /** zAcos: arc cosine, Re from 0 to pi; cuts from -inf to -1 and from 1 to inf; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.503, HA 0.503, EP 0.503 ulp.
  *  Status codes: none. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zAcos_ttab[3];
 extern ORV_API const float orv_qem_kernel_zAcos_ctab[3];
@@ -1701,7 +1701,7 @@ ORV_API void _qemzAcos_26(int32_t n, const QemComplexDouble* a, QemComplexDouble
 ORV_API void orv_qem_kernel_zAcos_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 /** zAcosh: inverse hyperbolic cosine, Re not negative; cut from -inf to 1; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.503, HA 0.503, EP 0.503 ulp.
  *  Status codes: none. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zAcosh_ttab[3];
 extern ORV_API const float orv_qem_kernel_zAcosh_ctab[3];
@@ -1734,7 +1734,7 @@ ORV_API void orv_qem_kernel_zArg_W7LAynn(int32_t n, const QemComplexDouble* a, d
 ORV_API void orv_qem_kernel_zArg_W7HAynn(int32_t n, const QemComplexDouble* a, double* r);
 
 /** zAsin: arc sine; cuts from -inf to -1 and from 1 to inf; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.503, HA 0.503, EP 0.503 ulp.
  *  Status codes: none. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zAsin_ttab[3];
 extern ORV_API const float orv_qem_kernel_zAsin_ctab[3];
@@ -1745,7 +1745,7 @@ ORV_API void _qemzAsin_26(int32_t n, const QemComplexDouble* a, QemComplexDouble
 ORV_API void orv_qem_kernel_zAsin_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 /** zAsinh: inverse hyperbolic sine; cuts along the imaginary axis beyond i and -i; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.503, HA 0.503, EP 0.503 ulp.
  *  Status codes: none. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zAsinh_ttab[3];
 extern ORV_API const float orv_qem_kernel_zAsinh_ctab[3];
@@ -1810,7 +1810,7 @@ ORV_API void _qemzCos_26(int32_t n, const QemComplexDouble* a, QemComplexDouble*
 ORV_API void orv_qem_kernel_zCos_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 /** zCosh: complex hyperbolic cosine; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.503, HA 0.503, EP 0.503 ulp.
  *  Status codes: 3 overflow of a finite argument. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zCosh_ttab[3];
 extern ORV_API const float orv_qem_kernel_zCosh_ctab[3];
@@ -1857,7 +1857,7 @@ ORV_API void orv_qem_kernel_zLn_V8HAynn(int32_t n, const QemComplexDouble* a, Qe
 ORV_API void orv_qem_kernel_zLn_W7EPnnn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 /** zLog10: complex decimal logarithm; cut from -inf to 0; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.506, HA 0.506, EP 0.506 ulp.
  *  Status codes: none. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zLog10_ttab[3];
 extern ORV_API const float orv_qem_kernel_zLog10_ctab[3];
@@ -1925,7 +1925,7 @@ ORV_API void _qemzSin_26(int32_t n, const QemComplexDouble* a, QemComplexDouble*
 ORV_API void orv_qem_kernel_zSin_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 /** zSinh: complex hyperbolic sine; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.503, HA 0.503, EP 0.503 ulp.
  *  Status codes: 3 overflow of a finite argument. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zSinh_ttab[3];
 extern ORV_API const float orv_qem_kernel_zSinh_ctab[3];
