@@ -30,13 +30,41 @@ auto entry(D d, S s) {
 }
 #define ORV_ENTRY(T, name) orv_test::entry<T>(_zokdRng##name, _zoksRng##name)
 
-/// Every continuous distribution, by each of its methods.
+/// An entry with its method and parameters.
+template <class T, class Entry, class... Parameters>
+Draw<T> bound(Entry entry, int32_t method, Parameters... parameters) {
+  return [=](StreamState* stream, int32_t n, T* r) {
+    return entry(method, stream, n, r, parameters...);
+  };
+}
+
+/// Every continuous distribution, by each of its methods, and in all branches of those.
 template <class T>
 std::vector<NamedDraw<T>> continuous_draws() {
-  return {
-      {"exponential",
-       [](auto s, auto n, auto r) { return ORV_ENTRY(T, Exponential)(0, s, n, r, 2, 3); }},
+  std::vector<NamedDraw<T>> draws = {
+      {"uniform", bound<T>(ORV_ENTRY(T, Uniform), 0, 1, 4)},
+      {"exponential", bound<T>(ORV_ENTRY(T, Exponential), 0, 2, 3)},
+      {"laplace", bound<T>(ORV_ENTRY(T, Laplace), 0, 2, 3)},
+      {"weibull", bound<T>(ORV_ENTRY(T, Weibull), 0, T(2.5), 2, 3)},
+      {"cauchy", bound<T>(ORV_ENTRY(T, Cauchy), 0, 2, 3)},
+      {"rayleigh", bound<T>(ORV_ENTRY(T, Rayleigh), 0, 2, 3)},
+      {"lognormal", bound<T>(ORV_ENTRY(T, Lognormal), 0, T(0.5), T(1.25), 2, 3)},
+      {"gumbel", bound<T>(ORV_ENTRY(T, Gumbel), 0, 2, 3)},
+      {"gaussian by sines", bound<T>(ORV_ENTRY(T, Gaussian), RNG_GAUSSIAN_BOXMULLER, 2, 3)},
+      {"gaussian by pairs", bound<T>(ORV_ENTRY(T, Gaussian), RNG_GAUSSIAN_BOXMULLER2, 2, 3)},
+      {"gaussian by inversion", bound<T>(ORV_ENTRY(T, Gaussian), RNG_GAUSSIAN_ICDF, 2, 3)},
   };
+  for (const double alpha : {0.3, 0.8, 1.0, 2.5}) {
+    draws.push_back({"gamma " + std::to_string(alpha),
+                     bound<T>(ORV_ENTRY(T, Gamma), 0, static_cast<T>(alpha), 2, 3)});
+  }
+  const double shapes[][2] = {{0.8, 0.9}, {0.3, 0.3}, {0.8, 2}, {2, 0.8},     {2, 3},
+                              {1, 3},     {3, 1},     {0.5, 1}, {1000, 2000}, {1e-3, 2e-3}};
+  for (const auto& [p, q] : shapes) {
+    draws.push_back({"beta " + std::to_string(p) + ' ' + std::to_string(q),
+                     bound<T>(ORV_ENTRY(T, Beta), 0, static_cast<T>(p), static_cast<T>(q), 2, 3)});
+  }
+  return draws;
 }
 
 /// A stream of the user's numbers: `numbers` over and over, which lie in [0, 1].

@@ -1,8 +1,10 @@
 // What streams allocate, and what is left when an allocation fails.
+#include <orv/qem.h>
+
 #include <map>
 
+#include "distributions.hpp"
 #include "failing_allocator.hpp"
-#include "stream_support.hpp"
 
 using namespace orv_test;
 
@@ -85,6 +87,60 @@ TEST(Streams, WithoutMemoryNothingIsLeft) {
       outcomes([&](StreamState** stream) { return __zokLoadStreamF(stream, name.data(), length); }),
       (Outcomes{{{RNG_NO_MEMORY, false}, 6}, {{RNG_FILE_OPEN, false}, 1}, {{RNG_OK, true}, 5}}));
   EXPECT_TRUE(future_of(source) == future_of(destination));
+}
+
+/// Draws that hang a chunk on the stream: its data and its record come before any number.
+template <class T>
+void expect_nothing_without_memory() {
+  orv_qem_kernel_GetMode();  // the thread has its words now
+  orv_qem_kernel_GetErrStatus();
+  orv_qem_kernel_GetErrorCallBack();
+  const Draw<T> draws[] = {bound<T>(ORV_ENTRY(T, Gaussian), RNG_GAUSSIAN_BOXMULLER2, 2, 3),
+                           bound<T>(ORV_ENTRY(T, Lognormal), 0, 0, 1, 2, 3),
+                           bound<T>(ORV_ENTRY(T, Gamma), 0, 3, 0, 1)};
+  for (const Draw<T>& draw : draws) {
+    const Stream stream(BRNG_MT19937);
+    std::vector<T> r(10, 77);
+    for (const int failing : {1, 2}) {
+      watch_allocations(failing);
+      EXPECT_EQ(draw(stream, 10, r.data()), RNG_NO_MEMORY);
+      EXPECT_EQ(seen_allocations().open, 0);
+      EXPECT_EQ(r, std::vector<T>(10, 77));
+      EXPECT_EQ(stream->Chunks, 0);
+    }
+    watch_allocations();
+    EXPECT_EQ(draw(stream, 9, r.data()), RNG_OK);
+    const Allocations made = seen_allocations();
+    EXPECT_EQ(made.asked, 2);
+    watch_allocations(1);
+    EXPECT_EQ(draw(stream, 10, r.data()), RNG_OK) << "a chunk is made once";
+    EXPECT_EQ(seen_allocations().asked, 0);
+  }
+}
+
+/// Large vectors want scratch; without it r holds the standard deviates.
+template <class T>
+void expect_standard_vectors_without_memory() {
+  for (const int32_t dim : {1023, 1024}) {
+    const std::vector<T> t(static_cast<size_t>(dim) * dim, 1), a(dim, 0);
+    std::vector<T> r(2 * dim), x(2 * dim);
+    const Stream stream(BRNG_MT19937), standard(BRNG_MT19937);
+    ORV_ENTRY(T, Gaussian)(0, standard, 2 * dim, x.data(), 0, 1);
+    watch_allocations(1);
+    const int32_t status =
+        ORV_ENTRY(T, GaussianMV)(0, stream, 2, r.data(), dim, RNG_STORAGE_FULL, a.data(), t.data());
+    EXPECT_EQ(seen_allocations().open, 0);
+    EXPECT_EQ(status, dim < 1024 ? RNG_OK : RNG_NO_MEMORY);
+    EXPECT_EQ(r == x, dim == 1024);
+    EXPECT_TRUE(future_of(stream) == future_of(standard));
+  }
+}
+
+TEST(Distributions, WithoutMemoryDrawNothing) {
+  expect_nothing_without_memory<double>();
+  expect_nothing_without_memory<float>();
+  expect_standard_vectors_without_memory<double>();
+  expect_standard_vectors_without_memory<float>();
 }
 
 }  // namespace

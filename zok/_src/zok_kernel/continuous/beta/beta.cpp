@@ -93,11 +93,14 @@ int32_t under_two_branches(StreamState* stream, int32_t n, T* r, double p, doubl
     for (int32_t k = 0; k < m2; ++k) x2[k] = (T(1) - x2[k]) / rest;
     kernels::ln(m2, x2, x2);
     for (int32_t k = 0; k < m2; ++k) x2[k] = q_power * x2[k];
-    kernels::expm1(m2, x2, x2);
-    for (int32_t k = 0; k < m2; ++k) {
-      x2[k] = seam - beyond * x2[k];
-      l[k] = x2[k] / seam;
+    if (q_test > 0) {  // numbers crowd at 1
+      kernels::exp(m2, x2, x2);
+      for (int32_t k = 0; k < m2; ++k) x2[k] = T(1) - beyond * x2[k];
+    } else {  // they crowd at 0, and t is near it
+      kernels::expm1(m2, x2, x2);
+      for (int32_t k = 0; k < m2; ++k) x2[k] = seam - beyond * x2[k];
     }
+    for (int32_t k = 0; k < m2; ++k) l[k] = x2[k] / seam;
     kernels::ln(m2, l, l);
     kernels::ln(m2, test2, test2);
     for (int32_t k = 0; k < m2; ++k) test2[k] = p_test * l[k] + test2[k];
@@ -120,19 +123,26 @@ int32_t _Atkinson2(StreamState* stream, int32_t n, T* r, double p, double q) {
   return under_two_branches(stream, n, r, p, q, t, q * t, p * power, 0);
 }
 
-/// exp(x) / (exp(x) + exp(y)) for numbers whose exponentials are nothing.
+/// x / (x + y) from the smaller of the two, so that it is as exact next to 1 as next to 0.
 template <class T>
-T share_of_nothing(T x, T y) {
-  T ratio = y - x;
+T share_of(T x, T y, T smaller, T sum) {
+  const T share = smaller / sum;
+  return x < y ? share : T(1) - share;
+}
+
+/// The same of exp(x) and exp(y) where these can't be told.
+template <class T>
+T share_of_powers(T x, T y) {
+  T ratio = x < y ? x - y : y - x;
   kernels::exp(1, &ratio, &ratio, Slot::ha);
-  return T(1) / (T(1) + ratio);
+  return share_of(x, y, ratio, T(1) + ratio);
 }
 
 /// X / (X + Y) of X = u1^(1 / p), Y = u2^(1 / q), if the sum is not above 1.
 template <class T>
 int32_t johnk(StreamState* stream, int32_t n, T* r, double p, double q) {
   const T p_power = static_cast<T>(1 / p), q_power = static_cast<T>(1 / q);
-  constexpr T tiny = sizeof(T) == 8 ? static_cast<T>(0x1p-900) : static_cast<T>(0x1p-90);
+  constexpr T tiny = sizeof(T) == 8 ? static_cast<T>(0x1p-900) : static_cast<T>(0x1p-100);
   return by_rejection(stream, n, r, [=](int32_t count, T* pairs, T* out) {
     alignas(32) T x[block], y[block], powers[2 * block];
     kernels::ln(2 * count, pairs, pairs);
@@ -147,7 +157,9 @@ int32_t johnk(StreamState* stream, int32_t n, T* r, double p, double q) {
     int32_t made = 0;
     for (int32_t k = 0; k < count; ++k) {
       const T sum = exp_x[k] + exp_y[k];
-      out[made] = sum > tiny ? exp_x[k] / sum : share_of_nothing(x[k], y[k]);
+      const T smaller = exp_x[k] < exp_y[k] ? exp_x[k] : exp_y[k];
+      out[made] =
+          smaller > tiny ? share_of(exp_x[k], exp_y[k], smaller, sum) : share_of_powers(x[k], y[k]);
       made += T(1) >= sum;
     }
     return made;

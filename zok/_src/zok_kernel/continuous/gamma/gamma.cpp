@@ -77,17 +77,36 @@ bool accepts(double x, double u, double c, double d) {
   return 3 * d * ln_remainder(c * x) > __zokdLn(u);
 }
 
+/// d (1 + c x)^3, as exact as T is next to d and next to 0.
+template <class T>
+class Cube {
+ public:
+  Cube(double c, double d)
+      : c_(static_cast<T>(c)),
+        d_(static_cast<T>(d)),
+        low_d_(static_cast<T>(d - static_cast<double>(d_))) {}
+
+  T operator()(T x) const {
+    const T t = c_ * x, w = T(1) + t;
+    const T from_d = d_ + (low_d_ + d_ * (t * (T(3) + t * (T(3) + t))));
+    return w < T(0.5) ? d_ * (w * w * w) : from_d;
+  }
+
+ private:
+  T c_, d_, low_d_;
+};
+
 template <class T>
 int32_t _Marsaglia(StreamState* stream, int32_t n, T* r, double alpha) {
   const double d = alpha - 1.0 / 3, c = 1 / __zokdSqrt(9 * alpha - 3);
-  const T one_third_of_deviation = static_cast<T>(c), scale = static_cast<T>(d);
+  const Cube<T> cube(c, d);
   constexpr T squeeze = static_cast<T>(0.0331);
 
   Spare<T>* chunk;
   int32_t status = find_or_add_chunk(stream, spare_chunk<T>, Spare<T>{}, &chunk);
   if (status < 0) return status;
   Spare<T> spare = *chunk;  // which stays as it is if a draw fails
-  alignas(32) T x[block + 8], u[block + 8], v[block], sure[block];
+  alignas(32) T x[block + 8], u[block + 8], made_of[block], sure[block];
   while (n > 0) {
     const int32_t carried = spare.uniform >= 0;
     x[0] = spare.gaussian;
@@ -100,13 +119,13 @@ int32_t _Marsaglia(StreamState* stream, int32_t n, T* r, double alpha) {
     spare = last >= needed ? Spare<T>{u[last], x[last]} : Spare<T>{};
 
     for (int32_t k = 0; k < needed; ++k) {
-      const T w = T(1) + one_third_of_deviation * x[k], x2 = x[k] * x[k];
-      v[k] = w * w * w;
+      const T x2 = x[k] * x[k];
+      made_of[k] = cube(x[k]);
       sure[k] = T(1) - squeeze * (x2 * x2);
     }
     const int32_t made = append_accepted(
-        needed, r, [&](int32_t k) { return v[k] * scale; },
-        [&](int32_t k) { return v[k] > 0 && (u[k] < sure[k] || accepts(x[k], u[k], c, d)); });
+        needed, r, [&](int32_t k) { return made_of[k]; },
+        [&](int32_t k) { return made_of[k] > 0 && (u[k] < sure[k] || accepts(x[k], u[k], c, d)); });
     r += made;
     n -= made;
   }

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int32_t block = 1024;
 
-/// Up to a block's numbers from pairs of uniforms; draws also where there are none to make.
+/// Up to a block's numbers from pairs of uniforms. Draws also where there are none to make.
 template <class T>
 int32_t laplace_block(StreamState* stream, int32_t n, T* r, T a, T beta) {
   alignas(32) T buffer[2 * block];
@@ -30,11 +30,11 @@ int32_t laplace_block(StreamState* stream, int32_t n, T* r, T a, T beta) {
 template <class T>
 int32_t laplace(StreamState* stream, int32_t n, T* r, T a, T beta) {
   const QuietKernels quiet(_vLnCallBack<T>);
-  for (; n >= block; n -= block, r += block) {
-    const int32_t status = laplace_block(stream, block, r, a, beta);
-    if (status < 0) return status;
+  for (;; n -= block, r += block) {
+    const int32_t count = n < block ? n : block;
+    const int32_t status = laplace_block(stream, count, r, a, beta);
+    if (status < 0 || count < block) return status;
   }
-  return laplace_block(stream, n, r, a, beta);
 }
 
 }  // namespace
