@@ -414,6 +414,76 @@ ORV_API int32_t _zokdRngBeta(int32_t method, StreamState* stream, int32_t n, dou
 ORV_API int32_t _zoksRngBeta(int32_t method, StreamState* stream, int32_t n, float* r, float p,
                              float q, float a, float beta);
 
+/* ---- Discrete distributions -------------------------------------------------------------------
+ *
+ * n integers of a law into r, none for n below 1. They come from double uniforms on [0, 1) of the
+ * stream where nothing else is said. Numbers that would be above 2147483647 are 2147483647.
+ * Parameters are not checked; no value of a number makes a call write elsewhere than to r.
+ *
+ * A split of a request gives the same numbers, on every processor, in either word size. Small means
+ * are inverted: the smallest k with a cumulative probability above u, from a table and with a
+ * uniform a number. Large ones are made by rejection from pairs of uniforms, in the order of the
+ * pairs. Tables and what else depends on the parameters alone wait in a chunk of the stream for the
+ * next call with the same ones, which makes nothing anew; copies and files have them, too.
+ *
+ * The status is RNG_OK, RNG_NO_MEMORY for a chunk, before any number, or what the generator answered
+ * when it failed; numbers made until then stay. A thread's mode word, error callback and status are
+ * after a call what they were before. */
+
+/** 1 with probability p, else 0: whether a float uniform lies below p, taken as a float. Always 0
+ *  for p = 0 and 1 for p = 1. A float uniform a number. */
+ORV_API int32_t _zokiRngBernoulli(int32_t method, StreamState* stream, int32_t n, int32_t* r,
+                                  double p);
+
+/** Failures before the first success, each trial being one with probability p: mean (1 - p) / p. By
+ *  inversion, the floor of ln u / ln(1 - p). A uniform a number. */
+ORV_API int32_t _zokiRngGeometric(int32_t method, StreamState* stream, int32_t n, int32_t* r,
+                                  double p);
+
+/** Successes in ntrial trials of probability p. With x the smaller of p and 1 - p, by inversion for
+ *  ntrial x below 30, a uniform a number, and by rejection from there (BTPE, Kachitvichyanukul and
+ *  Schmeiser 1988), 2.3 to 2.9 uniforms a number. Chunk 5. */
+ORV_API int32_t _zokiRngBinomial(int32_t method, StreamState* stream, int32_t n, int32_t* r,
+                                 int32_t ntrial, double p);
+
+/** How Poisson numbers are made. */
+enum {
+  RNG_POISSON_PTPE = 0,    /**< exact: inversion for means below 27, rejection from there */
+  RNG_POISSON_POISNORM = 1 /**< from Gaussian numbers, nearly exact */
+};
+
+/** Poisson with mean lambda. No other method exists.
+ *
+ *  RNG_POISSON_PTPE takes a uniform a number below 27; from there about 2.3 to 3 (PTPE, Schmeiser
+ *  and Kachitvichyanukul 1981). Chunk 3. RNG_POISSON_POISNORM takes one float uniform a number: the
+ *  floor of a polynomial in a Gaussian number made by inversion, from 100 on that of Cornish and
+ *  Fisher (1938), below fitted for each binade; its cumulative probabilities are off by PRECISION at
+ *  most. Below 1 it inverts sums in floats, up to 11 and never more. */
+ORV_API int32_t _zokiRngPoisson(int32_t method, StreamState* stream, int32_t n, int32_t* r,
+                                double lambda);
+
+/** Poisson numbers, the i-th with mean lambda[i], as by RNG_POISSON_POISNORM: one float Gaussian
+ *  number each, by inversion, whatever the means. Up to 11 for means below 1. */
+ORV_API int32_t _zokiRngPoissonV(int32_t method, StreamState* stream, int32_t n, int32_t* r,
+                                 const double* lambda);
+
+/** Marked ones in a sample of s from a lot of l that has m, 0 <= s, m <= l. By inversion where the
+ *  mode, for the smaller of m and l - m and the smaller of s and l - s, is below 40, a uniform a
+ *  number; by rejection from there (H2PE, Kachitvichyanukul and Schmeiser 1985), about 2.8. Where
+ *  only one number is possible no uniform is drawn.
+ *
+ *  Chunk 6. A call with other parameters than those that are kept there deletes all chunks of the
+ *  stream, those of other distributions included, and with them what waits in those. */
+ORV_API int32_t _zokiRngHypergeometric(int32_t method, StreamState* stream, int32_t n, int32_t* r,
+                                       int32_t l, int32_t s, int32_t m);
+
+/** Failures before the a-th success of trials with probability p, for any a above 0: mean
+ *  a (1 - p) / p. By inversion, a uniform a number, where (a - 1) (1 - p) / p is below 100 and
+ *  numbers beyond 254 are rare and fall off quickly; else by rejection, about 2.7 to 3.5 uniforms a
+ *  number. Chunk 4. */
+ORV_API int32_t _zokiRngNegbinomial(int32_t method, StreamState* stream, int32_t n, int32_t* r,
+                                    double a, double p);
+
 #ifdef __cplusplus
 }
 #endif

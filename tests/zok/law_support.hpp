@@ -20,6 +20,7 @@ struct Law {
   Draw<T> draw;
   std::function<double(double)> lower, upper;  // probability up to x, and from x on
   double mean = NAN, deviation = NAN;          // if it has them
+  std::vector<T> borders = {};                 // between cells, beside those at the quantiles
 };
 
 /// Numbers of each law, 10^9 in the long run.
@@ -34,21 +35,30 @@ inline bool is_chosen(const std::string& name) {
   return part == nullptr || name.find(part) != std::string::npos;
 }
 
-/// The numbers of a precision in a row.
+/// The numbers of a precision in a row; integers stand there as they are.
 template <class T>
 T from_rank(int64_t rank) {
-  using Bits = std::conditional_t<sizeof(T) == 8, int64_t, int32_t>;
-  const T x = std::bit_cast<T>(static_cast<Bits>(rank < 0 ? -rank : rank));
-  return rank < 0 ? -x : x;
+  if constexpr (std::is_integral_v<T>) {
+    return static_cast<T>(rank);
+  } else {
+    using Bits = std::conditional_t<sizeof(T) == 8, int64_t, int32_t>;
+    const T x = std::bit_cast<T>(static_cast<Bits>(rank < 0 ? -rank : rank));
+    return rank < 0 ? -x : x;
+  }
 }
 template <class T>
 int64_t rank_of(T x) {
-  using Bits = std::conditional_t<sizeof(T) == 8, int64_t, int32_t>;
-  return x < 0 ? -int64_t{std::bit_cast<Bits>(-x)} : int64_t{std::bit_cast<Bits>(x)};
+  if constexpr (std::is_integral_v<T>) {
+    return x;
+  } else {
+    using Bits = std::conditional_t<sizeof(T) == 8, int64_t, int32_t>;
+    return x < 0 ? -int64_t{std::bit_cast<Bits>(-x)} : int64_t{std::bit_cast<Bits>(x)};
+  }
 }
 
-/// A float stands for all that is rounded to it; here it ends. A double's share is too small to
-/// count, but see borders_of.
+/// A float stands for all that is rounded to it, an integer for all from halfway to its neighbours;
+/// here it ends. A double's share is too small to count, but see borders_of.
+inline double end_of(int32_t x) { return x + 0.5; }
 inline double end_of(float x) {
   const float next = std::nextafter(x, HUGE_VALF);
   return isinf(next) ? next : x + (double{next} - x) / 2;
@@ -91,6 +101,13 @@ std::vector<Border<T>> borders_of(const Law<T>& law) {
     borders.push_back(border_at(law, p < 0.5 ? p : p - 1));
   }
   for (int k = 8; k <= tail; ++k) borders.push_back(border_at(law, -exp2(-k)));
+  for (const T at : law.borders) {
+    const double end = end_of(at);
+    if (law.lower(end) > 0 && law.upper(end) > 0) {
+      borders.push_back({at, law.lower(end), law.upper(end)});
+    }
+  }
+  std::sort(borders.begin(), borders.end(), [](auto& a, auto& b) { return a.at < b.at; });
   const auto same = [](const auto& a, const auto& b) { return a.at == b.at; };
   std::erase_if(borders, [&](const auto& b) {  // where one double has a share that shows
     const double next = std::nextafter(b.at, std::numeric_limits<T>::infinity());

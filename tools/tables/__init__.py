@@ -3,7 +3,7 @@ from mpmath import sqrt
 
 from . import (
     arcsine, arctangent, cube_root, error_function, exp, exported, extended, hyperbolic,
-    inverse_error, inverse_hyperbolic, ln, power, scalar, sincos)
+    inverse_error, inverse_hyperbolic, ln, poisson, power, scalar, sincos)
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
@@ -46,6 +46,7 @@ FILES = {
     CORE / "log10/tables/vdlog10_tables.hpp": ln.vdlog10_tables,
     CORE / "log10/tables/vslog10_tables.hpp": ln.vslog10_tables,
     CORE / "log1p/tables/vslog1p_tables.hpp": ln.vslog1p_tables,
+    poisson.FOLDER / "poisson_normal_tables.hpp": poisson.poisson_normal_tables,
     CORE / "pow/tables/pow_slow_tables.hpp": power.pow_slow_tables,
     CORE / "pow/tables/vdpow_tables.hpp": power.vdpow_tables,
     CORE / "pow/tables/vspow_tables.hpp": power.vspow_tables,

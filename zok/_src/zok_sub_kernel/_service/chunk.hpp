@@ -24,15 +24,25 @@ inline Chunk* first_chunk(const StreamState* stream) {
   return reinterpret_cast<Chunk*>(static_cast<intptr_t>(stream->Chunks));
 }
 
-/// The data under an identifier as a record; `fresh` is hung on the stream if there is none.
+/// The newest record under an identifier, or null. Data of another size, which a file may have
+/// brought, is no such record.
 template <class Record>
-int32_t find_or_add_chunk(StreamState* stream, int32_t id, const Record& fresh, Record** record) {
-  *record = static_cast<Record*>(__zokSearchChunk(stream, id));
+Record* find_record(const StreamState* stream, uint32_t id) {
+  for (const Chunk* chunk = first_chunk(stream); chunk != nullptr; chunk = chunk->Next) {
+    if (chunk->Id == id && chunk->Size == sizeof(Record)) return static_cast<Record*>(chunk->Data);
+  }
+  return nullptr;
+}
+
+/// The record under an identifier; a fresh one is hung on the stream if there is none.
+template <class Record>
+int32_t find_or_add_record(StreamState* stream, uint32_t id, Record** record) {
+  *record = find_record<Record>(stream, id);
   if (*record != nullptr) return RNG_OK;
   auto* const added = static_cast<Record*>(allocate_block(sizeof(Record)));
   if (added == nullptr) return RNG_NO_MEMORY;
-  *added = fresh;
-  const int32_t status = __zokAddChunk(stream, static_cast<uint32_t>(id), added, sizeof(Record));
+  *added = Record();
+  const int32_t status = __zokAddChunk(stream, id, added, sizeof(Record));
   if (status < 0) {
     orv_serv_orv_free(added);
     return status;

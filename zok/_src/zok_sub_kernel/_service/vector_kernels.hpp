@@ -35,6 +35,7 @@ auto kernel(const Table& table, Slot slot) {
     kernel(orv_qem_kernel_d##F##_ttab, Slot::ha)(1, &x, &x);                                \
     return x;                                                                               \
   }
+ORV_UNARY(cdf_norm, CdfNorm)
 ORV_UNARY(cos, Cos)
 ORV_UNARY(erf_inv, ErfInv)
 ORV_UNARY(exp, Exp)

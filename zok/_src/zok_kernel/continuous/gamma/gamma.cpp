@@ -28,9 +28,9 @@ constexpr double least_weibull_shape = 0.6;
 // ---- Marsaglia and Tsang ------------------------------------------------------------------------
 
 template <class T>
-inline constexpr int32_t spare_chunk = 7;
+inline constexpr uint32_t spare_chunk = 7;
 template <>
-inline constexpr int32_t spare_chunk<float> = 8;
+inline constexpr uint32_t spare_chunk<float> = 8;
 
 /// A candidate: a Gaussian number and the uniform that decides on it. Of these there are always an
 /// even number, so one may be left.
@@ -103,7 +103,7 @@ int32_t _Marsaglia(StreamState* stream, int32_t n, T* r, double alpha) {
   constexpr T squeeze = static_cast<T>(0.0331);
 
   Spare<T>* chunk;
-  int32_t status = find_or_add_chunk(stream, spare_chunk<T>, Spare<T>{}, &chunk);
+  int32_t status = find_or_add_record(stream, spare_chunk<T>, &chunk);
   if (status < 0) return status;
   Spare<T> spare = *chunk;  // which stays as it is if a draw fails
   alignas(32) T x[block + 8], u[block + 8], made_of[block], sure[block];

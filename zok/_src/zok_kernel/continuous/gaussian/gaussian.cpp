@@ -21,14 +21,14 @@ struct Gaussian;
 
 template <>
 struct Gaussian<double> {
-  static constexpr int32_t chunk = 2;
+  static constexpr uint32_t chunk = 2;
   /// For the inverse error function at its ends; they differ on purpose.
   static constexpr double low_end = -0.7670519064056041, high_end = 5.8635847487551676;
 };
 
 template <>
 struct Gaussian<float> {
-  static constexpr int32_t chunk = 1;
+  static constexpr uint32_t chunk = 1;
   static constexpr double low_end = -1.0837466f, high_end = 3.832507f;
 };
 
@@ -72,7 +72,7 @@ template <class T>
 struct Pending {
   static constexpr T none = -1;
 
-  T U1, U2;
+  T U1 = none, U2 = none;
 };
 
 template <class T>
@@ -117,9 +117,8 @@ int32_t whole_pairs(StreamState* stream, int32_t n, T* r, T a, T sigma) {
 template <class T>
 int32_t _vRngGaussianBoxMuller2(StreamState* stream, int32_t n, T* r, T a, T sigma) {
   if (n < 1) return RNG_OK;
-  constexpr Pending<T> none = {Pending<T>::none, Pending<T>::none};
   Pending<T>* pending;
-  int32_t status = find_or_add_chunk(stream, Gaussian<T>::chunk, none, &pending);
+  int32_t status = find_or_add_record(stream, Gaussian<T>::chunk, &pending);
   if (status < 0) return status;
   if (pending->U1 != Pending<T>::none) {
     *r++ = a + sigma * half_of_pair<T>(*pending, kernels::cos);
@@ -128,7 +127,7 @@ int32_t _vRngGaussianBoxMuller2(StreamState* stream, int32_t n, T* r, T a, T sig
   status = whole_pairs(stream, n, r, a, sigma);
   if (status < 0) return status;
   if (n % 2 == 0) {
-    *pending = none;
+    *pending = {};
     return RNG_OK;
   }
   T pair[2];
