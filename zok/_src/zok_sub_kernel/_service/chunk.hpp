@@ -24,6 +24,13 @@ inline Chunk* first_chunk(const StreamState* stream) {
   return reinterpret_cast<Chunk*>(static_cast<intptr_t>(stream->Chunks));
 }
 
+/// The newest chunk with an identifier, or null.
+inline const Chunk* find_chunk(const StreamState* stream, uint32_t id) {
+  const Chunk* chunk = first_chunk(stream);
+  while (chunk != nullptr && chunk->Id != id) chunk = chunk->Next;
+  return chunk;
+}
+
 /// The data under an identifier as a record; `fresh` is hung on the stream if there is none.
 template <class Record>
 int32_t find_or_add_chunk(StreamState* stream, int32_t id, const Record& fresh, Record** record) {
