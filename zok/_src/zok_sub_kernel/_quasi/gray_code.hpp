@@ -1,0 +1,316 @@
+// Digital sequences in base 2 in the order of the Gray code: a point follows from the one before it
+// by one direction number in each dimension, and point c is the sum, without carries, of those that
+// the bits of c XOR c / 2 name (I. Antonov and V. Saleev, 1979).
+#pragma once
+
+#include <string.h>
+
+#include "../_service/chunk.hpp"
+#include "../_service/scaling.hpp"
+#include "../_service/stream_state.hpp"
+
+namespace orv {
+inline namespace ORV_TAG {
+
+constexpr int fraction_bits = 32;
+constexpr uint32_t last_count = 0xFFFFFFFF;
+
+/// How far a stream has come; the first words of its state.
+struct Progress {
+  uint32_t Count;       // the number of the current point, from 1
+  uint32_t Dim;         // of the points
+  int32_t SelectedDim;  // the one coordinate that is delivered, or -1 for all
+  uint32_t Pos;         // coordinates of the current point still to be delivered; 0 for all
+};
+
+constexpr Progress at_first_point(uint32_t dim) { return {1, dim, -1, 0}; }
+
+/// Whether a state can be gone on from: one from a damaged file may be anything.
+inline bool is_sound(const Progress& p) {
+  return p.Dim > 0 && p.Pos < p.Dim &&
+         (p.SelectedDim == -1 || static_cast<uint32_t>(p.SelectedDim) < p.Dim);
+}
+
+inline int lowest_zero_bit(uint32_t word) {
+  return word == last_count ? fraction_bits : __builtin_ctz(~word);
+}
+inline uint32_t gray(uint32_t c) { return c ^ c >> 1; }
+
+/// Words of a chunk that must have this size; null and a status if it isn't there or isn't so.
+inline int32_t open_chunk(const StreamState* stream, uint32_t id, uint64_t bytes,
+                          uint32_t** words) {
+  const Chunk* const chunk = find_chunk(stream, id);
+  if (chunk == nullptr) return RNG_NULL_ENTRY;
+  if (chunk->Size != bytes) return RNG_BAD_FILE_FORMAT;
+  *words = static_cast<uint32_t*>(chunk->Data);
+  return RNG_OK;
+}
+
+/// Hangs room for words on the stream.
+inline int32_t add_chunk(StreamState* stream, uint32_t id, uint64_t bytes, uint32_t** words) {
+  if (bytes > INT32_MAX) return RNG_NO_MEMORY;
+  *words = static_cast<uint32_t*>(allocate_block(static_cast<size_t>(bytes)));
+  if (*words == nullptr) return RNG_NO_MEMORY;
+  memset(*words, 0, static_cast<size_t>(bytes));
+  const int32_t status = __zokAddChunk(stream, id, *words, static_cast<int32_t>(bytes));
+  if (status < 0) orv_serv_orv_free(*words);
+  return status;
+}
+
+/// A stream's points, wherever its tables lie.
+struct Sequence {
+  Progress* at;
+  int32_t dim;
+  uint32_t* x;                 // the current point
+  const uint32_t* v;           // direction numbers, entry j of a row for bit j
+  size_t row;                  // words from one dimension's row to the next one's
+  const uint32_t* transposed;  // all dimensions' numbers side by side, a row for each bit below
+  size_t transposed_row;       // `transposed_bits`; readable to a whole vector
+  int transposed_bits;
+
+  uint32_t number(int32_t d, int bit) const { return v[static_cast<size_t>(d) * row + bit]; }
+
+  /// The numbers of one bit side by side, or null.
+  const uint32_t* side_by_side(int bit) const {
+    return bit < transposed_bits ? transposed + static_cast<size_t>(bit) * transposed_row : nullptr;
+  }
+
+  Sequence coordinate(int32_t d) const {
+    return {at, 1, x + d, v + static_cast<size_t>(d) * row, row, nullptr, 0, 0};
+  }
+
+  void step() {
+    const int bit = lowest_zero_bit(at->Count++);
+    if (const uint32_t* const numbers = side_by_side(bit)) {
+      for (int32_t d = 0; d < dim; ++d) x[d] ^= numbers[d];
+    } else {
+      for (int32_t d = 0; d < dim; ++d) x[d] ^= number(d, bit);
+    }
+  }
+
+  /// The sum of a coordinate's numbers under the bits of a mask.
+  uint32_t sum(int32_t d, uint32_t mask) const {
+    uint32_t word = 0;
+    for (; mask != 0; mask &= mask - 1) word ^= number(d, __builtin_ctz(mask));
+    return word;
+  }
+};
+
+// ---- Drawing -----------------------------------------------------------------------------------
+
+inline __m128i load_words(const uint32_t* p) {
+  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+}
+inline void store_words(uint32_t* p, __m128i words) {
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(p), words);
+}
+
+/// Sends n words to the elements from i on.
+template <class Out>
+void put(const uint32_t* words, int32_t n, int32_t i, const Out& out) {
+  int32_t k = 0;
+  for (; k <= n - 4; k += 4) out.four(i + k, load_words(words + k));
+  for (; k < n; ++k) out.one(i + k, words[k]);
+}
+
+/// A request of n elements, of which i are there.
+struct Request {
+  int32_t i, n;
+};
+
+template <class Out>
+void draw_singly(Sequence& s, int32_t points, Request& request, const Out& out) {
+  for (; points > 0; --points, request.i += s.dim) {
+    put(s.x, s.dim, request.i, out);
+    s.step();
+  }
+}
+
+/// Rows of 2^k points, one after another. All points of a row go to those of the next by the same
+/// numbers, so that points of few dimensions fill whole vectors.
+class Rows {
+ public:
+  static constexpr int32_t most_words = 512;
+
+  /// Few dimensions make rows of 32 words or more, whole vectors; others need not be repeated.
+  static int points_log2(int32_t dim) {
+    if (dim >= 16) return 0;
+    int k = 2;
+    while (dim << k < 32) ++k;
+    return k;
+  }
+
+  /// The stream stands at the first point of a row: its number is a multiple of 2^k.
+  Rows(const Sequence& s, int k)
+      : s_(s), k_(k), width_(s.dim << k), padded_((width_ + 3) & ~3), slots_(room / padded_) {
+    memset(held_, -1, sizeof held_);
+    if (slots_ > fraction_bits) slots_ = fraction_bits;
+    memset(row_ + width_, 0, static_cast<size_t>(padded_ - width_) * sizeof *row_);
+    memcpy(row_, s.x, static_cast<size_t>(s.dim) * sizeof *row_);
+    for (int32_t i = s.dim; i < width_; ++i) {
+      const auto point = static_cast<uint32_t>(i / s.dim);
+      row_[i] = row_[i - s.dim] ^ s.number(i % s.dim, lowest_zero_bit(point - 1));
+    }
+  }
+
+  /// Rows, as many as the points hold and as vectors that reach beyond a row leave room for.
+  template <class Out>
+  int32_t draw(int32_t points, Request& request, const Out& out) {
+    const int32_t size = 1 << k_;
+    int32_t i = request.i, done = 0;
+    for (; points - done >= size && request.n - i >= padded_; done += size, i += width_) {
+      const uint32_t* const step = numbers(lowest_zero_bit(s_.at->Count >> k_));
+      for (int32_t w = 0; w < width_; w += 4) {
+        const __m128i words = load_words(row_ + w);
+        out.four(i + w, words);
+        store_words(row_ + w, words ^ load_words(step + w));
+      }
+      s_.at->Count += static_cast<uint32_t>(size);
+    }
+    request.i = i;
+    memcpy(s_.x, row_, static_cast<size_t>(s_.dim) * sizeof *row_);
+    return done;
+  }
+
+ private:
+  static constexpr int32_t room = 2048;
+
+  /// What goes from a row to the next. The numbers are brought together when a bit first needs
+  /// them, and kept; the high bits, which are rare, share a place.
+  const uint32_t* numbers(int bit) {
+    if (k_ == 0) {
+      if (const uint32_t* const ready = s_.side_by_side(bit)) return ready;
+    }
+    const int slot = bit < slots_ ? bit : slots_ - 1;
+    uint32_t* const place = steps_ + slot * padded_;
+    if (held_[slot] != bit) {
+      held_[slot] = static_cast<int8_t>(bit);
+      gather(bit, place);
+    }
+    return place;
+  }
+
+  /// The Gray code of a row's number steps by one bit; its lowest goes to bit k - 1 as well.
+  void gather(int bit, uint32_t* place) const {
+    for (int32_t d = 0; d < s_.dim; ++d) {
+      place[d] = s_.number(d, k_ + bit) ^ (k_ > 0 ? s_.number(d, k_ - 1) : 0);
+    }
+    for (int32_t i = s_.dim; i < width_; ++i) place[i] = place[i - s_.dim];
+    for (int32_t i = width_; i < padded_; ++i) place[i] = 0;
+  }
+
+  Sequence s_;
+  int k_;
+  int32_t width_, padded_, slots_;
+  int8_t held_[fraction_bits];  // the bit whose numbers lie in a place
+  alignas(16) uint32_t row_[most_words];
+  alignas(16) uint32_t steps_[room];
+};
+
+template <class Out>
+void draw_points(Sequence& s, int32_t points, Request& request, const Out& out) {
+  constexpr int32_t least_rows = 6;
+  const int k = Rows::points_log2(s.dim);
+  if (s.dim <= Rows::most_words && points >> k >= least_rows) {
+    const auto open = static_cast<int32_t>(-s.at->Count & ((1u << k) - 1));
+    draw_singly(s, open, request, out);
+    points -= open;
+    points -= Rows(s, k).draw(points, request, out);
+  }
+  draw_singly(s, points, request, out);
+}
+
+template <class Out>
+void draw_all(Sequence& s, int32_t n, const Out& out) {
+  Request request = {0, n};
+  uint32_t& left = s.at->Pos;
+  if (left > 0) {
+    const int32_t count = n < static_cast<int32_t>(left) ? n : static_cast<int32_t>(left);
+    put(s.x + s.dim - left, count, 0, out);
+    request.i = count;
+    left -= static_cast<uint32_t>(count);
+    if (left > 0) return;
+    s.step();
+  }
+  draw_points(s, (n - request.i) / s.dim, request, out);
+  const int32_t begun = n - request.i;
+  put(s.x, begun, request.i, out);
+  if (begun > 0) left = static_cast<uint32_t>(s.dim - begun);
+}
+
+/// n elements; the bound counts each of them as a point.
+template <class Generator, class Out>
+int32_t draw(StreamState* stream, int32_t n, const Out& out) {
+  const Progress& at = state_of<Progress>(stream);
+  if (int64_t{at.Count} + n > last_count) return RNG_QRNG_EXHAUSTED;
+  if (n < 1) return RNG_OK;
+  Sequence s;
+  const int32_t status = Generator::open(stream, &s);
+  if (status < 0) return status;
+  if (at.SelectedDim == -1) {
+    draw_all(s, n, out);
+  } else {
+    Sequence coordinate = s.coordinate(at.SelectedDim);
+    Request request = {0, n};
+    draw_points(coordinate, n, request, out);
+  }
+  return RNG_OK;
+}
+
+// ---- Moving along ------------------------------------------------------------------------------
+
+/// The number of streams that stands for a coordinate's selection.
+constexpr int32_t selection = 0x7FFFFFFF;
+
+/// From here on only coordinate k. Where another was selected before, its point is passed over.
+inline int32_t select(Sequence& s, int32_t nstreams, uint32_t k) {
+  Progress& at = *s.at;
+  if (nstreams != selection || k >= at.Dim) return RNG_LEAPFROG_UNSUPPORTED;
+  const auto d = static_cast<int32_t>(k);
+  if (d == at.SelectedDim) return RNG_OK;
+  const bool delivered = at.Pos != 0 && k < at.Dim - at.Pos;
+  if (at.SelectedDim != -1 || delivered) {
+    if (at.Count == last_count) return RNG_QRNG_EXHAUSTED;
+    s.x[d] = s.sum(d, gray(++at.Count));
+  }
+  at.Pos = 0;
+  at.SelectedDim = d;
+  return RNG_OK;
+}
+
+/// Passes over elements of whole points, also where a coordinate is selected.
+inline int32_t skip_ahead(Sequence& s, int32_t n, const uint32_t* params) {
+  if (n < 1) return RNG_SKIPAHEAD_UNSUPPORTED;
+  Progress& at = *s.at;
+  const uint64_t nskip = params[0] | (n > 1 ? uint64_t{params[1]} << 32 : 0);
+  uint64_t points = nskip / at.Dim, rest = nskip % at.Dim;
+  if (points >= last_count || at.Count + points >= last_count) return RNG_SKIPAHEAD_UNSUPPORTED;
+  if (nskip < at.Pos) {
+    at.Pos -= static_cast<uint32_t>(nskip);
+    return RNG_OK;
+  }
+  if (at.Pos > 0) {
+    points = (nskip - at.Pos) / at.Dim + 1;
+    rest = (nskip - at.Pos) % at.Dim;
+  }
+  const uint32_t before = gray(at.Count);
+  at.Count += static_cast<uint32_t>(points);
+  const uint32_t changed = before ^ gray(at.Count);
+  for (int32_t d = 0; d < s.dim; ++d) s.x[d] ^= s.sum(d, changed);
+  at.Pos = static_cast<uint32_t>(rest == 0 ? 0 : at.Dim - rest);
+  return RNG_OK;
+}
+
+/// InitStream of Generator, which has `seed` and `open`.
+template <class Generator>
+int32_t begin_sequence(int32_t method, StreamState* stream, int32_t n, const uint32_t* params) {
+  if (method == seed_stream) return Generator::seed(stream, n, params);
+  if (method != leapfrog_stream && method != skip_ahead_stream) return RNG_BAD_METHOD;
+  Sequence s;
+  const int32_t status = Generator::open(stream, &s);
+  if (status < 0) return status;
+  return method == leapfrog_stream ? select(s, n, params[0]) : skip_ahead(s, n, params);
+}
+
+}  // namespace ORV_TAG
+}  // namespace orv
