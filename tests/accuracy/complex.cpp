@@ -141,8 +141,8 @@ bool off_poles(const double* x, int numbers) {
   return finite_point(x, numbers) && !(std::hypot(x[0], x[1]) == 1 && x[0] * x[1] == 0);
 }
 
-/// Any size, usual sizes, next to the branch points 1, -1, i, -i, next to the unit circle and in
-/// the ring about it within which a logarithm needs exact squares: parts are drawn in turn.
+/// Any size, usual sizes, next to the branch points 1, -1, i, -i, and next to the unit circle:
+/// parts are drawn in turn.
 template <class R>
 void complex_inputs(Inputs<R>& in) {
   constexpr int least = is_float<R> ? -23 : -52;
@@ -162,8 +162,6 @@ void complex_inputs(Inputs<R>& in) {
     add(near, far), add(far, near);
     const double u = in.random.unit(), v = std::sqrt(1 - u * u);
     add(u, v), add(-v, u);
-    const double radius = std::sqrt(0.8 + 0.4 * in.random.unit());
-    add(radius * u, radius * v);
   }
 }
 
