@@ -14,7 +14,7 @@ int32_t lognormal(StreamState* stream, int32_t n, T* r, T a, T sigma, T b, T bet
   constexpr int32_t most = 2048;  // even, so that no pair is taken apart
   while (n > 0) {
     const int32_t count = n < most ? n : most;
-    const int32_t status = draw_gaussians(box_muller_pairs, stream, count, r, a, sigma);
+    const int32_t status = draw_gaussians(RNG_GAUSSIAN_BOXMULLER2, stream, count, r, a, sigma);
     if (status < 0) return status;
     kernels::exp(count, r, r);
     for (int32_t i = 0; i < count; ++i) r[i] = at_least(b, b + beta * r[i]);
