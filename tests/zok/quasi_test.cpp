@@ -287,12 +287,13 @@ Words of_one(const Table& table, uint64_t c, size_t d, int count) {
 }
 
 TEST(QuasiRandom, ASelectionDeliversOneCoordinateOfThePointsToCome) {
-  for (const auto& [brng, seeds, table] : all_cases()) {
-    const auto dims = static_cast<int32_t>(table.size());
+  for (const Case& each : all_cases()) {
+    const Table& table = each.table;
+    const int32_t brng = each.brng, dims = static_cast<int32_t>(table.size());
     for (const int32_t begun : {0, 1, dims / 2, dims - 1}) {
       for (const int32_t k : {0, dims / 2, dims - 1}) {
         SCOPED_TRACE(testing::Message() << brng << " " << dims << " " << begun << " " << k);
-        const Stream stream(brng, seeds);
+        const Stream stream(brng, each.seeds);
         draw_words(stream, 5 * dims + begun % dims);
         for (const auto& [index, streams] :
              {std::pair{k, 5}, {dims, coordinate_only}, {-1, coordinate_only}}) {

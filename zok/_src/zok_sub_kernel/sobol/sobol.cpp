@@ -9,7 +9,6 @@ inline namespace ORV_TAG {
 namespace {
 
 constexpr int32_t most_dims = 40;
-constexpr int initial_numbers = 8;
 constexpr uint32_t chunk_id = 9;
 
 struct State {
