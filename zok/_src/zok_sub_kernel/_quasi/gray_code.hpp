@@ -79,12 +79,21 @@ struct Sequence {
     return {at, 1, x + d, v + static_cast<size_t>(d) * row, row, nullptr, 0, 0};
   }
 
-  void step() {
-    const int bit = lowest_zero_bit(at->Count++);
+  /// Adds one bit's numbers to the current point.
+  void add(int bit) {
     if (const uint32_t* const numbers = side_by_side(bit)) {
       for (int32_t d = 0; d < dim; ++d) x[d] ^= numbers[d];
     } else {
       for (int32_t d = 0; d < dim; ++d) x[d] ^= number(d, bit);
+    }
+  }
+
+  void step() { add(lowest_zero_bit(at->Count++)); }
+
+  /// Makes a point out of another one, but leaves their numbers alone.
+  void move(uint32_t from, uint32_t to) {
+    for (uint32_t bits = gray(from) ^ gray(to); bits != 0; bits &= bits - 1) {
+      add(__builtin_ctz(bits));
     }
   }
 
@@ -96,13 +105,10 @@ struct Sequence {
   }
 };
 
-// ---- Drawing -----------------------------------------------------------------------------------
+// ---- Drawing ------------------------------------------------------------------------------------
 
 inline __m128i load_words(const uint32_t* p) {
   return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-}
-inline void store_words(uint32_t* p, __m128i words) {
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(p), words);
 }
 
 /// Sends n words to the elements from i on.
@@ -126,63 +132,81 @@ void draw_singly(Sequence& s, int32_t points, Request& request, const Out& out) 
   }
 }
 
-/// Rows of 2^k points, one after another. All points of a row go to those of the next by the same
-/// numbers, so that points of few dimensions fill whole vectors.
-class Rows {
+/// Rounds of four rows, each of 2^k points one after another, so that points of few dimensions fill
+/// whole vectors. All points of a row go to those of the next by the same numbers.
+template <class Out>
+class Rounds {
  public:
-  static constexpr int32_t most_words = 512;
+  static constexpr int32_t most_dims = 512;
+  static constexpr int rows_log2 = 2;
 
-  /// Few dimensions make rows of 32 words or more, whole vectors; others need not be repeated.
-  static int points_log2(int32_t dim) {
-    if (dim >= 16) return 0;
-    int k = 2;
-    while (dim << k < 32) ++k;
-    return k;
+  /// Many dimensions are not repeated; vectors then reach beyond a row, and are overwritten.
+  static int row_log2(int32_t dim) {
+    return dim >= 16 ? 0 : 3 - __builtin_ctz(static_cast<uint32_t>(dim) | 8);
   }
 
-  /// The stream stands at the first point of a row: its number is a multiple of 2^k.
-  Rows(const Sequence& s, int k)
-      : s_(s), k_(k), width_(s.dim << k), padded_((width_ + 3) & ~3), slots_(room / padded_) {
-    memset(held_, -1, sizeof held_);
+  /// The stream stands at the first point of a round: its number is a multiple of 2^(k + 2).
+  Rounds(const Sequence& s, int k)
+      : s_(s), k_(k), width_(s.dim << k), padded_((width_ + 7) & ~7), slots_(room / padded_) {
     if (slots_ > fraction_bits) slots_ = fraction_bits;
-    memset(row_ + width_, 0, static_cast<size_t>(padded_ - width_) * sizeof *row_);
-    memcpy(row_, s.x, static_cast<size_t>(s.dim) * sizeof *row_);
-    for (int32_t i = s.dim; i < width_; ++i) {
-      const auto point = static_cast<uint32_t>(i / s.dim);
-      row_[i] = row_[i - s.dim] ^ s.number(i % s.dim, lowest_zero_bit(point - 1));
+    memset(held_, -1, sizeof held_);
+    for (int32_t d = 0; d < s.dim; ++d) row_[d] = Out::base | Out::place(s.x[d]);
+    for (int32_t i = width_; i < padded_; ++i) row_[i] = Out::base;
+    for (uint32_t point = 1; point < 1u << k; ++point) {
+      Place* const next = row_ + static_cast<int32_t>(point) * s.dim;
+      const int bit = lowest_zero_bit(point - 1);
+      for (int32_t d = 0; d < s.dim; ++d) next[d] = next[d - s.dim] ^ Out::place(s.number(d, bit));
     }
   }
 
-  /// Rows, as many as the points hold and as vectors that reach beyond a row leave room for.
-  template <class Out>
+  /// As many rounds as the points hold and as leave room for vectors that reach beyond. Returns the
+  /// number of points.
   int32_t draw(int32_t points, Request& request, const Out& out) {
-    const int32_t size = 1 << k_;
-    int32_t i = request.i, done = 0;
-    for (; points - done >= size && request.n - i >= padded_; done += size, i += width_) {
-      const uint32_t* const step = numbers(lowest_zero_bit(s_.at->Count >> k_));
-      for (int32_t w = 0; w < width_; w += 4) {
-        const __m128i words = load_words(row_ + w);
-        out.four(i + w, words);
-        store_words(row_ + w, words ^ load_words(step + w));
-      }
+    const int32_t size = 1 << (k_ + rows_log2);
+    const Place *const low = numbers(0), *const middle = numbers(1);
+    const uint32_t first = s_.at->Count;
+    int32_t done = 0;
+    for (; points - done >= size && request.n - request.i >= 3 * width_ + padded_; done += size) {
+      const uint32_t round = s_.at->Count >> (k_ + rows_log2);
+      put_round(low, middle, numbers(lowest_zero_bit(round) + rows_log2), request.i, out);
+      request.i += 4 * width_;
       s_.at->Count += static_cast<uint32_t>(size);
     }
-    request.i = i;
-    memcpy(s_.x, row_, static_cast<size_t>(s_.dim) * sizeof *row_);
+    s_.move(first, s_.at->Count);
     return done;
   }
 
  private:
-  static constexpr int32_t room = 2048;
+  using Place = typename Out::Place;
+  static constexpr int32_t room = 2048, lanes = 32 / sizeof(Place);
+
+  static __m256i load(const Place* p) {
+    return _mm256_load_si256(reinterpret_cast<const __m256i*>(p));
+  }
+  static __m256i add(__m256i x, __m256i y) {
+    return _mm256_castps_si256(_mm256_xor_ps(_mm256_castsi256_ps(x), _mm256_castsi256_ps(y)));
+  }
+
+  /// From right to left, so that what reaches into the next row comes before it. The output is a
+  /// copy, which no store can change.
+  void put_round(const Place* low, const Place* middle, const Place* high, int32_t first, Out out) {
+    const int32_t second = first + width_, third = second + width_, fourth = third + width_;
+    for (int32_t w = padded_ - lanes; w >= 0; w -= lanes) {
+      const __m256i x = load(row_ + w), x0 = add(x, load(low + w)), step = load(middle + w);
+      const __m256i x1 = add(x, step);
+      out.vector(first + w, x);
+      out.vector(second + w, x0);
+      out.vector(third + w, add(x0, step));
+      out.vector(fourth + w, x1);
+      _mm256_store_si256(reinterpret_cast<__m256i*>(row_ + w), add(x1, load(high + w)));
+    }
+  }
 
   /// What goes from a row to the next. The numbers are brought together when a bit first needs
   /// them, and kept; the high bits, which are rare, share a place.
-  const uint32_t* numbers(int bit) {
-    if (k_ == 0) {
-      if (const uint32_t* const ready = s_.side_by_side(bit)) return ready;
-    }
+  const Place* numbers(int bit) {
     const int slot = bit < slots_ ? bit : slots_ - 1;
-    uint32_t* const place = steps_ + slot * padded_;
+    Place* const place = steps_ + slot * padded_;
     if (held_[slot] != bit) {
       held_[slot] = static_cast<int8_t>(bit);
       gather(bit, place);
@@ -191,9 +215,10 @@ class Rows {
   }
 
   /// The Gray code of a row's number steps by one bit; its lowest goes to bit k - 1 as well.
-  void gather(int bit, uint32_t* place) const {
+  void gather(int bit, Place* place) const {
     for (int32_t d = 0; d < s_.dim; ++d) {
-      place[d] = s_.number(d, k_ + bit) ^ (k_ > 0 ? s_.number(d, k_ - 1) : 0);
+      const uint32_t number = s_.number(d, k_ + bit) ^ (k_ > 0 ? s_.number(d, k_ - 1) : 0);
+      place[d] = Out::place(number);
     }
     for (int32_t i = s_.dim; i < width_; ++i) place[i] = place[i - s_.dim];
     for (int32_t i = width_; i < padded_; ++i) place[i] = 0;
@@ -203,19 +228,19 @@ class Rows {
   int k_;
   int32_t width_, padded_, slots_;
   int8_t held_[fraction_bits];  // the bit whose numbers lie in a place
-  alignas(16) uint32_t row_[most_words];
-  alignas(16) uint32_t steps_[room];
+  alignas(32) Place row_[most_dims];
+  alignas(32) Place steps_[room];
 };
 
 template <class Out>
 void draw_points(Sequence& s, int32_t points, Request& request, const Out& out) {
-  constexpr int32_t least_rows = 6;
-  const int k = Rows::points_log2(s.dim);
-  if (s.dim <= Rows::most_words && points >> k >= least_rows) {
-    const auto open = static_cast<int32_t>(-s.at->Count & ((1u << k) - 1));
+  constexpr int32_t least_rounds = 3;
+  const int k = Rounds<Out>::row_log2(s.dim), round = k + Rounds<Out>::rows_log2;
+  if (s.dim <= Rounds<Out>::most_dims && points >> round >= least_rounds) {
+    const auto open = static_cast<int32_t>(-s.at->Count & ((1u << round) - 1));
     draw_singly(s, open, request, out);
     points -= open;
-    points -= Rows(s, k).draw(points, request, out);
+    points -= Rounds<Out>(s, k).draw(points, request, out);
   }
   draw_singly(s, points, request, out);
 }
@@ -257,7 +282,7 @@ int32_t draw(StreamState* stream, int32_t n, const Out& out) {
   return RNG_OK;
 }
 
-// ---- Moving along ------------------------------------------------------------------------------
+// ---- Moving along -------------------------------------------------------------------------------
 
 /// The number of streams that stands for a coordinate's selection.
 constexpr int32_t selection = 0x7FFFFFFF;
@@ -293,10 +318,9 @@ inline int32_t skip_ahead(Sequence& s, int32_t n, const uint32_t* params) {
     points = (nskip - at.Pos) / at.Dim + 1;
     rest = (nskip - at.Pos) % at.Dim;
   }
-  const uint32_t before = gray(at.Count);
+  const uint32_t before = at.Count;
   at.Count += static_cast<uint32_t>(points);
-  const uint32_t changed = before ^ gray(at.Count);
-  for (int32_t d = 0; d < s.dim; ++d) s.x[d] ^= s.sum(d, changed);
+  s.move(before, at.Count);
   at.Pos = static_cast<uint32_t>(rest == 0 ? 0 : at.Dim - rest);
   return RNG_OK;
 }

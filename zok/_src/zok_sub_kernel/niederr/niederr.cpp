@@ -20,8 +20,7 @@ struct State {
 };
 static_assert(sizeof(StreamState) + sizeof(State) == 43280);
 
-// ---- What a copy of a state leaves out
-// -----------------------------------------------------------
+// ---- What a copy of a state leaves out ----------------------------------------------------------
 
 /// A copy leaves the last 318 words out, and with them the numbers from this one on. The words that
 /// close the rows before, one for each, hold them as well.
@@ -39,8 +38,7 @@ void for_uncopied(State& state, F f) {
   }
 }
 
-// ---- Direction numbers
-// ---------------------------------------------------------------------------
+// ---- Direction numbers --------------------------------------------------------------------------
 
 int degree_of(uint32_t polynomial) { return fraction_bits - 1 - __builtin_clz(polynomial); }
 
@@ -136,8 +134,7 @@ Source read_seeds(int32_t nseeds, const uint32_t* seeds) {
   return {.dim = source.dim > most_dims ? 1 : source.dim};
 }
 
-// ---- Where tables lie
-// ----------------------------------------------------------------------------
+// ---- Where tables lie ---------------------------------------------------------------------------
 
 /// The chunk of more dimensions: their direction numbers, then the current point.
 uint64_t chunk_bytes(uint64_t dim) { return 4 * (fraction_bits + 1) * dim; }
@@ -216,5 +213,5 @@ int32_t __zokdBRngNiederr(StreamState* stream, int32_t n, double* r, double a, d
 }
 
 int32_t __zokiBRngNiederr(StreamState* stream, int32_t n, uint32_t* r) {
-  return draw<Niederr>(stream, n, Words(r));
+  return draw<Niederr>(stream, n, PlainWords(r));
 }

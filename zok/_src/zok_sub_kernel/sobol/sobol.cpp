@@ -9,7 +9,6 @@ inline namespace ORV_TAG {
 namespace {
 
 constexpr int32_t most_dims = 40;
-constexpr int initial_numbers = 8;
 constexpr uint32_t chunk_id = 9;
 
 struct State {
@@ -24,8 +23,7 @@ static_assert(sizeof(StreamState) + sizeof(State) == 10592);
 /// from V.
 constexpr int transposed_bits = fraction_bits - 1;
 
-// ---- Direction numbers
-// ---------------------------------------------------------------------------
+// ---- Direction numbers --------------------------------------------------------------------------
 
 /// What direction numbers are made of.
 struct Source {
@@ -118,8 +116,7 @@ Source read_seeds(int32_t nseeds, const uint32_t* seeds) {
   return {.dim = source.dim > most_dims ? 1 : source.dim};
 }
 
-// ---- Where tables lie
-// ----------------------------------------------------------------------------
+// ---- Where tables lie ---------------------------------------------------------------------------
 
 /// The tables of a user's dimensions in a chunk: the direction numbers, then the current point and
 /// the transposed numbers in rows that may be read beyond their end.
@@ -217,5 +214,5 @@ int32_t __zokdBRngSobol(StreamState* stream, int32_t n, double* r, double a, dou
 }
 
 int32_t __zokiBRngSobol(StreamState* stream, int32_t n, uint32_t* r) {
-  return draw<Sobol>(stream, n, Words(r));
+  return draw<Sobol>(stream, n, PlainWords(r));
 }
