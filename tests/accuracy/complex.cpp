@@ -136,6 +136,12 @@ bool not_zero(const double* x, int numbers) {
 bool not_by_zero(const double* x, int numbers) {
   return finite_point(x, numbers) && !(x[2] == 0 && x[3] == 0);
 }
+/// In doubles the norm of a denormal quotient is not what its parts are rounded to.
+bool normal_quotient(const double* x, int numbers) {
+  if (!not_by_zero(x, numbers)) return false;
+  const auto exponent = [](const double* z) { return std::ilogb(std::hypot(z[0], z[1])); };
+  return std::hypot(x[0], x[1]) == 0 || exponent(x) - exponent(x + 2) > -1020;
+}
 /// Without the poles 1 and -1, or i and -i.
 bool off_poles(const double* x, int numbers) {
   return finite_point(x, numbers) && !(std::hypot(x[0], x[1]) == 1 && x[0] * x[1] == 0);
@@ -185,9 +191,9 @@ std::vector<Function> complex_functions() {
   Function pow{"cz", "Pow", Approximate, complex_power, nullptr, ORV_INPUTS(complex_inputs)};
   Function powx{"cz", "Powx", Approximate, complex_power, nullptr, ORV_INPUTS(complex_inputs)};
   pow.covers = powx.covers = usual_power;
-  const auto div = [](const char* type, bool by_norm) {
+  const auto div = [](const char* type, bool by_norm, auto covers) {
     Function f{type, "Div", Approximate, complex_quotient, nullptr, ORV_INPUTS(complex_inputs)};
-    f.ep_in_middle = true, f.by_norm = by_norm, f.covers = not_by_zero;
+    f.ep_in_middle = true, f.by_norm = by_norm, f.covers = covers;
     return f;
   };
   pow.by_norm = powx.by_norm = true;  // next to a multiple of pi the phase leaves one part few bits
@@ -210,8 +216,8 @@ std::vector<Function> complex_functions() {
       unary("Sqrt", complex_unary<sqrt>, false, finite_point),
       unary("Tan", complex_unary<turned<tanh>>, false, finite_point),
       unary("Tanh", complex_unary<tanh>, false, finite_point),
-      div("c", false),
-      div("z", true),
+      div("c", false, not_by_zero),
+      div("z", true, normal_quotient),
       pow,
       powx,
   };
