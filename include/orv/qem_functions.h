@@ -1844,7 +1844,7 @@ ORV_API void _qemzExp_26(int32_t n, const QemComplexDouble* a, QemComplexDouble*
 ORV_API void orv_qem_kernel_zExp_W7HAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 /** zLn: complex natural logarithm; cut from -inf to 0; complex double.
- *  Largest error: LA 2.12, HA 0.55, EP 9.5e+07 ulp.
+ *  Largest error: LA 2.27, HA 0.55, EP 9.5e+07 ulp.
  *  Status codes: none. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zLn_ttab[3];
 extern ORV_API const float orv_qem_kernel_zLn_ctab[3];

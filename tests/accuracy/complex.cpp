@@ -178,6 +178,18 @@ void growing_inputs(Inputs<R>& in) {
   in.linear(0.2, is_float<R> ? -110 : -760, is_float<R> ? 110 : 760);
 }
 
+/// Of small logarithms, in the table rows next to 1, where angles are small, too.
+template <class R>
+void log_inputs(Inputs<R>& in) {
+  complex_inputs(in);
+  for (int i = 0; i < in.amount(0.4); ++i) {
+    const double near = 1 + 0.1 * (in.random.unit() - 0.5);
+    const double far = std::ldexp(in.random.unit(), -6 - static_cast<int>(in.random.below(60)));
+    in.pairs.push_back({static_cast<R>(near), static_cast<R>(far)});
+    in.pairs.push_back({static_cast<R>(far), static_cast<R>(-near)});
+  }
+}
+
 }  // namespace
 
 std::vector<Function> complex_functions() {
@@ -198,6 +210,8 @@ std::vector<Function> complex_functions() {
   };
   pow.by_norm = powx.by_norm = true;  // next to a multiple of pi the phase leaves one part few bits
   const Function abs{"cz", "Abs", Approximate, size_of, nullptr, ORV_INPUTS(complex_inputs)};
+  Function ln = unary("Ln", complex_unary<log>, false, not_zero);
+  ln.inputs_s = log_inputs<float>, ln.inputs_d = log_inputs<double>;
   return {
       abs,
       unary("Acos", complex_unary<acos>, false, finite_point),
@@ -209,7 +223,7 @@ std::vector<Function> complex_functions() {
       unary("Cos", complex_unary<cos>, true, finite_point),
       unary("Cosh", complex_unary<cosh>, true, finite_point),
       unary("Exp", complex_unary<exp>, true, finite_point),
-      unary("Ln", complex_unary<log>, false, not_zero),
+      ln,
       unary("Log10", complex_unary<log10>, false, not_zero),
       unary("Sin", complex_unary<turned<sinh>>, true, finite_point),
       unary("Sinh", complex_unary<sinh>, true, finite_point),
