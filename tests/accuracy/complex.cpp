@@ -184,7 +184,8 @@ void log_inputs(Inputs<R>& in) {
   complex_inputs(in);
   for (int i = 0; i < in.amount(0.4); ++i) {
     const double near = 1 + 0.1 * (in.random.unit() - 0.5);
-    const double far = std::ldexp(in.random.unit(), -6 - static_cast<int>(in.random.below(60)));
+    const int exponent = -6 - static_cast<int>(in.random.below(60));
+    const double far = std::ldexp(in.random.unit(), exponent);
     in.pairs.push_back({static_cast<R>(near), static_cast<R>(far)});
     in.pairs.push_back({static_cast<R>(far), static_cast<R>(-near)});
   }
