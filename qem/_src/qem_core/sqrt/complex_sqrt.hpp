@@ -36,13 +36,16 @@ struct CSqrt {
   static constexpr FunctionName<T> _QEM_THISFUNC_NAME = "Sqrt";
   static constexpr Environment environment =
       in_double ? environment_x87_extended : environment_mode;
+  // Squares of sizes in the lanes.
+  static constexpr double smallest = in_double ? 0x1p-300 : 0x1p-100;
+  static constexpr double largest = in_double ? 0x1p300 : 0x1p126;
 
   template <class V, size_t vectors>
   int pass(const V (&x)[2][vectors], V (&y)[2][vectors]) const {
     return by_vector<V, vectors>([&](int k) {
       const V re = x[0][k], im = x[1][k], square = re * re + im * im;
       complex_root(re, im, square, y[0][k], y[1][k]);
-      return in_double ? outside(square, 0x1p-300, 0x1p300) : outside(square, 0x1p-100f, 0x1p126f);
+      return outside(square, Work(smallest), Work(largest));
     });
   }
 
