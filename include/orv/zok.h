@@ -451,8 +451,8 @@ enum {
  *  RNG_POISSON_PTPE takes a uniform a number below 27; from there about 2.3 to 3 (PTPE, Schmeiser
  *  and Kachitvichyanukul 1981). Chunk 3. RNG_POISSON_POISNORM takes one float uniform a number: the
  *  floor of a polynomial in a Gaussian number made by inversion, from 100 on that of Cornish and
- *  Fisher (1938), below fitted for each binade; its cumulative probabilities are off by PRECISION at
- *  most. Below 1 it inverts sums in floats, up to 11 and never more. */
+ *  Fisher (1938), below fitted for each binade; its cumulative probabilities are off by
+ *  7 10^-6 at most and by 1.4 10^-4. Below 1 it inverts sums in floats, up to 11 and never more. */
 ORV_API int32_t _zokiRngPoisson(int32_t method, StreamState* stream, int32_t n, int32_t* r,
                                 double lambda);
 

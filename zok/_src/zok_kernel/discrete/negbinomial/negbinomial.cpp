@@ -25,11 +25,11 @@ struct Law {
 
 // ---- A table, and the recurrence beyond it ------------------------------------------------------
 
-/// Whether a walk beyond the table is rare, and short: there each probability is to be more than 1 %
-/// below the last.
-bool serves(double left_beyond, const Law& law) {
+/// Whether a walk beyond the table never comes, or is rare and short: there each probability is to
+/// be more than 1 % below the last.
+bool serves(double left, const Law& law) {
   const double slowest = law.a > 1 ? law.step(CumulativeTable::last) : 1 - law.p;
-  return left_beyond <= 1.0 / 64 && slowest < 0.99;
+  return left <= 0 || (left <= 1.0 / 64 && slowest < 0.99);
 }
 
 /// On from the table's end to where u is passed, or nothing is added any more.
