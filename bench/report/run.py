@@ -9,9 +9,10 @@ import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 BENCH = ROOT / "bench"
-PROGRAMS = ("orv_bench", "orv_bench_random", "orv_bench_statistics", "orv_bench_sort")
-# Prints lines {"name": ..., "ns": an element}, in the machine's own word size, where there is NumPy.
-NUMPY = BENCH / "numpy_statistics.py"
+PROGRAMS = ("orv_bench", "orv_bench_random", "orv_bench_distributions", "orv_bench_statistics",
+            "orv_bench_sort")
+# Print lines {"name": ..., "ns": an element}, in the machine's own word size, where there is NumPy.
+NUMPY = (BENCH / "numpy_statistics.py", BENCH / "numpy_distributions.py")
 UNITS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
@@ -79,14 +80,15 @@ class Run:
         if python is None:
             self.complaints.append("left out, not installed: NumPy (python3-numpy)")
             return
-        done = subprocess.run([python, NUMPY, "--repetitions", str(chosen.repetitions)],
-                              stdout=subprocess.PIPE, text=True)
-        if done.returncode != 0:
-            sys.exit(f"scripts/bench: {NUMPY.name} failed")
-        for line in done.stdout.splitlines():
-            entry = json.loads(line)
-            if re.search(chosen.filter, entry["name"]):
-                self.element_ns[entry["name"]] = entry["ns"]
+        for script in NUMPY:
+            done = subprocess.run([python, script, "--repetitions", str(chosen.repetitions)],
+                                  stdout=subprocess.PIPE, text=True)
+            if done.returncode != 0:
+                sys.exit(f"scripts/bench: {script.name} failed")
+            for line in done.stdout.splitlines():
+                entry = json.loads(line)
+                if re.search(chosen.filter, entry["name"]):
+                    self.element_ns[entry["name"]] = entry["ns"]
 
     def matches(self, pattern):
         """The matches of a pattern among the names, in the programs' order."""

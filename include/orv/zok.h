@@ -1,4 +1,4 @@
-/* Random streams: one object for every basic generator, a registry of generators, and the uniform
+/* Random streams: one object for every basic generator, a registry of generators, and
  * distributions.
  *
  *     StreamState* stream;
@@ -294,56 +294,58 @@ ORV_API int32_t _zokiRngUniformBits(int32_t method, StreamState* stream, int32_t
  * formula's exact value.
  *
  * The status is RNG_OK or what the generator answered when it failed; numbers made until then stay.
+ * Gamma and Beta give up with RNG_BAD_ARGS where no number comes, be it of the parameters (not a
+ * number, infinite) or of the stream (always the same).
  * A thread's mode word, error callback and status are after a call what they were before, and what
  * vector functions report inside reaches nobody. */
 
-/** a - beta ln u: exponential with mean a + beta, by inversion; never below a. A uniform a number.
- */
+/** a - beta ln u: exponential with mean a + beta, by inversion; never below a. Costs one
+ *  uniform. */
 ORV_API int32_t _zokdRngExponential(int32_t method, StreamState* stream, int32_t n, double* r,
                                     double a, double beta);
 ORV_API int32_t _zoksRngExponential(int32_t method, StreamState* stream, int32_t n, float* r,
                                     float a, float beta);
 
-/** a - beta ln u or a + beta ln u: Laplace with mean a and deviation beta sqrt(2). Two uniforms a
- *  number; the second chooses the side, 0.5 and below that of a - beta ln u. Drawn in blocks of
- * 1024 pairs and the rest, even if that is none: MCG31M1 and R250 then make one uniform more. */
+/** a - beta ln u or a + beta ln u: Laplace with mean a and deviation beta sqrt(2). Costs two
+ *  uniforms; the second chooses the side, 0.5 and below that of a - beta ln u. They are drawn in
+ *  blocks of 1024 pairs and the rest, even if that is none: MCG31M1 and R250 then make one more. */
 ORV_API int32_t _zokdRngLaplace(int32_t method, StreamState* stream, int32_t n, double* r, double a,
                                 double beta);
 ORV_API int32_t _zoksRngLaplace(int32_t method, StreamState* stream, int32_t n, float* r, float a,
                                 float beta);
 
-/** a + beta (-ln u)^(1/alpha): Weibull of shape alpha, by inversion; never below a. A uniform a
- *  number. */
+/** a + beta (-ln u)^(1/alpha): Weibull of shape alpha, by inversion; never below a. Costs one
+ *  uniform. */
 ORV_API int32_t _zokdRngWeibull(int32_t method, StreamState* stream, int32_t n, double* r,
                                 double alpha, double a, double beta);
 ORV_API int32_t _zoksRngWeibull(int32_t method, StreamState* stream, int32_t n, float* r,
                                 float alpha, float a, float beta);
 
 /** a + beta tan v, v uniform on [-pi/2, pi/2): Cauchy with median a and quartiles a - beta and
- *  a + beta, by inversion. A uniform a number. */
+ *  a + beta, by inversion. Costs one uniform. */
 ORV_API int32_t _zokdRngCauchy(int32_t method, StreamState* stream, int32_t n, double* r, double a,
                                double beta);
 ORV_API int32_t _zoksRngCauchy(int32_t method, StreamState* stream, int32_t n, float* r, float a,
                                float beta);
 
-/** a + beta sqrt(-ln u): Rayleigh with mean square beta^2 about a, by inversion; never below a. A
- *  uniform a number. */
+/** a + beta sqrt(-ln u): Rayleigh with mean square beta^2 about a, by inversion; never below a.
+ *  Costs one uniform. */
 ORV_API int32_t _zokdRngRayleigh(int32_t method, StreamState* stream, int32_t n, double* r,
                                  double a, double beta);
 ORV_API int32_t _zoksRngRayleigh(int32_t method, StreamState* stream, int32_t n, float* r, float a,
                                  float beta);
 
 /** b + beta exp(g), g Gaussian with mean a and deviation sigma, by RNG_GAUSSIAN_BOXMULLER2 whatever
- *  the method, so that it takes and leaves the same pending pairs; never below b. A uniform a
- *  number. Errors: RNG_NO_MEMORY. */
+ *  the method, so that it takes and leaves the same pending pairs; never below b. Costs one
+ *  uniform, an even number in all. Errors: RNG_NO_MEMORY. */
 ORV_API int32_t _zokdRngLognormal(int32_t method, StreamState* stream, int32_t n, double* r,
                                   double a, double sigma, double b, double beta);
 ORV_API int32_t _zoksRngLognormal(int32_t method, StreamState* stream, int32_t n, float* r, float a,
                                   float sigma, float b, float beta);
 
 /** a + beta ln e, e exponential with mean 1: Gumbel of smallest values, with mean a - 0.5772 beta
- * and deviation beta pi / sqrt(6), by inversion. A uniform of 1 counts as half a step below. A
- * uniform a number. */
+ *  and deviation beta pi / sqrt(6), by inversion. A uniform of 1 counts as one a bit below. Costs
+ *  one uniform. */
 ORV_API int32_t _zokdRngGumbel(int32_t method, StreamState* stream, int32_t n, double* r, double a,
                                double beta);
 ORV_API int32_t _zoksRngGumbel(int32_t method, StreamState* stream, int32_t n, float* r, float a,
@@ -351,19 +353,19 @@ ORV_API int32_t _zoksRngGumbel(int32_t method, StreamState* stream, int32_t n, f
 
 /** How Gaussian numbers are made. */
 enum {
-  RNG_GAUSSIAN_BOXMULLER = 0,  /**< the sine half of each pair; two uniforms a number */
-  RNG_GAUSSIAN_BOXMULLER2 = 1, /**< both halves; a uniform a number, an even number of them */
-  RNG_GAUSSIAN_ICDF = 2        /**< by inversion; a uniform a number */
+  RNG_GAUSSIAN_BOXMULLER = 0,  /**< the sine half of each pair; costs two uniforms */
+  RNG_GAUSSIAN_BOXMULLER2 = 1, /**< both halves; costs one uniform, an even number in all */
+  RNG_GAUSSIAN_ICDF = 2        /**< by inversion; costs one uniform */
 };
 
 /** Gaussian with mean a and deviation sigma: rho sin(2 pi u2) and rho cos(2 pi u2) with
- *  rho = sqrt(-2 ln u1) (Box and Muller 1958), or the inverse error function of a uniform on [-1,
- * 1).
+ *  rho = sqrt(-2 ln u1) (Box and Muller 1958), or the inverse error function of a uniform number
+ *  on [-1, 1).
  *
  *  RNG_GAUSSIAN_BOXMULLER2 keeps the uniforms of a pair whose first number has been delivered in a
  *  chunk, 2 for doubles and 1 for floats, and begins the next call with the other; after a failure
- *  that pair is still to come. An exact -1 gives ICDF's a - 1.0848 sigma, in floats a - 1.5326
- * sigma. No other method exists. Errors: RNG_NO_MEMORY, before any number. */
+ *  that pair is still to come. By inversion an exact -1 gives a - 1.0848 sigma, in floats
+ *  a - 1.5326 sigma. `method` is not checked. Errors: RNG_NO_MEMORY, before any number. */
 ORV_API int32_t _zokdRngGaussian(int32_t method, StreamState* stream, int32_t n, double* r,
                                  double a, double sigma);
 ORV_API int32_t _zoksRngGaussian(int32_t method, StreamState* stream, int32_t n, float* r, float a,
@@ -376,9 +378,9 @@ enum {
   RNG_STORAGE_DIAGONAL = 2 /**< the diagonal of a diagonal factor */
 };
 
-/** n vectors T x + a of dim elements, one after the other: Gaussian with mean a and covariance T
- * T', x being Gaussian by `method`. A dim of 1 is Gaussian with a[0] and t[0]; another mstorage
- * leaves x as it is. n dim may be more than 32 bits count.
+/** n vectors T x + a of dim elements, one after the other: Gaussian with mean a and covariance
+ *  T T', x being standard numbers by `method`. A dim of 1 is Gaussian with a[0] and t[0]; another
+ *  mstorage leaves x as it is. n dim may be more than 32 bits count.
  *
  *  An element is summed from the first column to the diagonal, then a is added, without BLAS: the
  *  same bits everywhere, in full and packed storage. Errors: RNG_NO_MEMORY, as in Gaussian, or with
@@ -388,21 +390,25 @@ ORV_API int32_t _zokdRngGaussianMV(int32_t method, StreamState* stream, int32_t 
 ORV_API int32_t _zoksRngGaussianMV(int32_t method, StreamState* stream, int32_t n, float* r,
                                    int32_t dim, int32_t mstorage, const float* a, const float* t);
 
-/** a + beta g, g gamma of shape alpha: mean a + alpha beta, deviation beta sqrt(alpha); never below
- * a. A shape above 1 is made by rejection from Gaussian numbers (Marsaglia and Tsang 2000), 1 is
- *  Exponential, from 0.6 on by rejection from Weibull numbers (Vaduva 1977), below by an
- * exponential power transformation (Ahrens and Dieter 1974).
+/** a + beta g, g gamma of shape alpha: mean a + alpha beta, deviation beta sqrt(alpha); never
+ *  below a. Shapes above 1 are made by rejection from Gaussian numbers (Marsaglia and Tsang 2000),
+ *  1 is Exponential, from 0.6 on by rejection from Weibull numbers (Vaduva 1977), below that by an
+ *  exponential power transformation (Devroye 1986). Costs 2.23 uniforms on average for a shape of
+ *  0.3, 2.33 for 0.8, 2.03 for 2.5, 2.00 for 20.
  *
- *  Above 1 a candidate may be left, which waits in a chunk, 7 for doubles and 8 for floats: the
- * next call's first, whatever its shape. Errors: RNG_NO_MEMORY, before any number. */
+ *  With a shape above 1 a candidate may be left, which waits in a chunk, 7 for doubles and 8 for
+ *  floats: it is the next call's first, whatever its shape. Errors: RNG_NO_MEMORY, before any
+ *  number. */
 ORV_API int32_t _zokdRngGamma(int32_t method, StreamState* stream, int32_t n, double* r,
                               double alpha, double a, double beta);
 ORV_API int32_t _zoksRngGamma(int32_t method, StreamState* stream, int32_t n, float* r, float alpha,
                               float a, float beta);
 
 /** a + beta x, x beta of shapes p and q: mean a + beta p / (p + q); never outside [a, a + beta]. By
- *  rejection: two shapes above 1 after Cheng (1978), one of them after Atkinson and Whittaker
- * (1976), none after these or, the smaller, after Johnk (1964). A shape of 1 is inverted. */
+ *  rejection, with both shapes above 1 after Cheng (1978), with one of them below or both, but not
+ *  far, after Atkinson and Whittaker (1976), else after Johnk (1964); with a shape of 1 by
+ *  inversion. Costs 2.22 uniforms on average for 0.3 and 0.3, 2.45 for 0.8 and 2, 2.17 for 2 and
+ *  3, 2.25 for 20 and 30. */
 ORV_API int32_t _zokdRngBeta(int32_t method, StreamState* stream, int32_t n, double* r, double p,
                              double q, double a, double beta);
 ORV_API int32_t _zoksRngBeta(int32_t method, StreamState* stream, int32_t n, float* r, float p,

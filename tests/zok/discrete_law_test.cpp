@@ -195,7 +195,10 @@ std::vector<Integers> all_laws() {
 
 TEST(Discrete, NumbersFollowTheirLaws) {
   uint32_t seed = 70;
-  for (const Integers& law : all_laws()) expect_law(law, Stream(BRNG_MT19937, {++seed}));
+  for (const Integers& law : all_laws()) {
+    ++seed;
+    if (is_chosen(law.name)) expect_law(law, Stream(BRNG_MT19937, {seed}));
+  }
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // Every distribution against its law, with parameters in all branches of its methods and on their
-// borders. ORV_LAW_DRAWS=1e9 makes a long run of it.
+// borders. ORV_LAW_DRAWS=1e9 makes a long run of it, ORV_LAW=gamma picks some.
 #include <boost/math/special_functions/beta.hpp>
 
 #include "law_support.hpp"
@@ -128,7 +128,7 @@ Law<T> lognormal_law(T a, T sigma) {
 template <class T>
 Law<T> gamma_law(T alpha) {
   const double shape = alpha;
-  const double none = shape > 1000 ? shape / 10 : 0, all = 1000 * (shape + 1);  // end to end
+  const double far = 50 * sqrt(shape), none = fmax(0, shape - far), all = shape + far + 1000;
   const auto clamped = [=](double x) { return fmin(fmax(x, none), all); };
   return above<T>(
       named<T>("gamma", {alpha}), bound<T>(ORV_ENTRY(T, Gamma), 0, alpha, 0, 1), 0, 1,
@@ -177,7 +177,7 @@ std::vector<Law<T>> continuous_laws() {
   };
   for (const auto& [p, q] : shapes) laws.push_back(beta_law(static_cast<T>(p), static_cast<T>(q)));
   if constexpr (sizeof(T) == 8) {
-    laws.push_back(gamma_law(1e12));
+    laws.push_back(gamma_law(1e8));
     laws.push_back(beta_law(1e10, 1e10));
   }
   return laws;
@@ -191,7 +191,8 @@ TYPED_TEST_SUITE(Laws, Types);
 TYPED_TEST(Laws, OfContinuousDistributions) {
   uint32_t seed = 20;
   for (const Law<TypeParam>& law : continuous_laws<TypeParam>()) {
-    expect_law(law, Stream(BRNG_MT19937, {++seed}));
+    ++seed;
+    if (is_chosen(law.name)) expect_law(law, Stream(BRNG_MT19937, {seed}));
   }
 }
 

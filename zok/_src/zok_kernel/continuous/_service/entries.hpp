@@ -6,9 +6,6 @@
 namespace orv {
 inline namespace ORV_TAG {
 
-/// How Gaussian numbers are made.
-enum GaussianMethod : int32_t { box_muller = 0, box_muller_pairs = 1, inverse = 2 };
-
 inline int32_t draw_gaussians(int32_t method, StreamState* stream, int32_t n, double* r, double a,
                               double sigma) {
   return _zokdRngGaussian(method, stream, n, r, a, sigma);

@@ -1,4 +1,5 @@
-// Candidates of rejection methods that have two ways of making them, chosen by the first uniform.
+// Blocks of candidates for rejection methods, and those of methods that have two ways of making
+// them.
 #pragma once
 
 #include "uniforms.hpp"
@@ -66,17 +67,35 @@ class TwoBranches {
   int32_t tag_[block];
 };
 
+/// An end for parameters or a stream that no number comes of: not a number, a uniform that is
+/// always the same. Where one candidate in four is accepted this never happens.
+class Barren {
+ public:
+  /// Whether to give up after a block that made so many numbers.
+  bool after(int32_t made) {
+    blocks_ = made > 0 ? 0 : blocks_ + 1;
+    return blocks_ == most;
+  }
+
+ private:
+  static constexpr int32_t most = 4096;
+
+  int32_t blocks_ = 0;
+};
+
 /// Draws blocks of pairs of uniforms and hands them to work(count, pairs, r), which returns how
 /// many numbers it has made of them in r, until there are n.
 template <class T, class Work>
 int32_t by_rejection(StreamState* stream, int32_t n, T* r, const Work& work) {
   constexpr int32_t block = 512;
   alignas(32) T pairs[2 * block];
+  Barren barren;
   while (n > 0) {
     const int32_t count = n < block ? n : block;
     const int32_t status = draw_uniforms(stream, 2 * count, pairs);
     if (status < 0) return status;
     const int32_t made = work(count, pairs, r);
+    if (barren.after(made)) return RNG_BAD_ARGS;
     r += made;
     n -= made;
   }

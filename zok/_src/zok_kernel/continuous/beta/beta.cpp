@@ -22,38 +22,82 @@ namespace {
 
 constexpr int32_t block = 512;
 
-/// Cheng's logistic number V has W / p = exp(V) near 1 if the shapes are large.
+/// What becomes of V, b times a logistic number, with W = p exp(V) and the mean m = p / (p + q):
+///
+///   l = ln((q + W) / (p + q)), x = W / (q + W)
+///
+/// By E = exp(V) - 1 these are ln(1 + m E) and m + m (1 - m) E / (1 + m E), which large shapes
+/// need: V is near 0 then, and all numbers are near m.
+template <class T>
+class Cheng {
+ public:
+  Cheng(double p, double q)
+      : m_(static_cast<T>(p / (p + q))),
+        low_m_(static_cast<T>(p / (p + q) - static_cast<double>(m_))),
+        rest_(static_cast<T>(q / (p + q))),
+        slope_(static_cast<T>(p / (p + q) * (q / (p + q)))),
+        is_large_(p + q > large) {}
+
+  void operator()(int32_t n, const T* v, T* x, T* l) const {
+    if (is_large_) {
+      from_difference(n, v, x, l);
+    } else {
+      from_ratio(n, v, x, l);
+    }
+  }
+
+ private:
+  static constexpr double large = 1000;  // where the error of a short exponential begins to show
+
+  void from_ratio(int32_t n, const T* v, T* x, T* l) const {
+    kernels::exp(n, v, x);
+    for (int32_t k = 0; k < n; ++k) {
+      const T w = m_ * x[k];
+      l[k] = rest_ + w;
+      x[k] = w / l[k];
+    }
+    kernels::ln(n, l, l);
+  }
+
+  void from_difference(int32_t n, const T* v, T* x, T* l) const {
+    kernels::expm1(n, v, x, Slot::ha);
+    for (int32_t k = 0; k < n; ++k) {
+      l[k] = m_ * x[k];
+      x[k] = m_ + (low_m_ + slope_ * x[k] / (T(1) + l[k]));
+    }
+    kernels::ln1p(n, l, l, Slot::ha);
+  }
+
+  T m_, low_m_, rest_, slope_;
+  bool is_large_;
+};
+
 template <class T>
 int32_t _ChengBA(StreamState* stream, int32_t n, T* r, double p, double q) {
-  const double alpha = p + q, over = (p - 1) + (q - 1);
-  const double b = 1 / __zokdSqrt(q * ((p - 1) / over) + p * ((q - 1) / over));
+  const double over = (p - 1) + (q - 1);
+  const double width = 1 / __zokdSqrt(q * ((p - 1) / over) + p * ((q - 1) / over));
   constexpr double ln_4 = 1.3862943611198906;
-  constexpr double large = 1000;  // from here on the error of a short exponential would show
-  const Slot slot = alpha > large ? Slot::ha : block_slot<T>;
-  const T width = static_cast<T>(b), gamma = static_cast<T>(p + 1 / b),
-          shapes = static_cast<T>(alpha);
-  const T first = static_cast<T>(p), share = static_cast<T>(p / alpha), lost = static_cast<T>(ln_4);
+  const T b = static_cast<T>(width), alpha = static_cast<T>(p + q);
+  const T gamma = static_cast<T>(p + 1 / width), lost = static_cast<T>(ln_4);
+  const Cheng<T> cheng(p, q);
   return by_rejection(stream, n, r, [=](int32_t count, T* pairs, T* out) {
-    alignas(32) T u1[block], v[block], z[block], e[block], l[block];
+    alignas(32) T u1[block], v[block], z[block], x[block], l[block];
     split_pairs(count, pairs, u1, z);
     for (int32_t k = 0; k < count; ++k) {
       const T rest = T(1) - u1[k];
-      v[k] = u1[k] / (rest > 0 ? rest : T(1));
+      v[k] = u1[k] / (rest > 0 ? rest : T(1));  // a u1 of 1 is rejected
       z[k] = u1[k] * u1[k] * z[k];
     }
     kernels::ln(count, v, v);
     kernels::ln(count, z, z);
-    for (int32_t k = 0; k < count; ++k) v[k] = width * v[k];
-    kernels::expm1(count, v, e, slot);
-    for (int32_t k = 0; k < count; ++k) l[k] = share * e[k];
-    kernels::ln1p(count, l, l, slot);
+    for (int32_t k = 0; k < count; ++k) v[k] = b * v[k];
+    cheng(count, v, x, l);
     for (int32_t k = 0; k < count; ++k) {
-      const T acceptance = gamma * v[k] - shapes * l[k] - lost - z[k];
-      v[k] = u1[k] < 1 ? acceptance : T(-1);
-      e[k] = (first + first * e[k]) / (shapes + first * e[k]);
+      const T acceptance = gamma * v[k] - alpha * l[k] - lost - z[k];
+      v[k] = u1[k] < T(1) ? acceptance : T(-1);
     }
     return append_accepted(
-        count, out, [&](int32_t k) { return e[k]; }, [&](int32_t k) { return v[k] >= T(0); });
+        count, out, [&](int32_t k) { return x[k]; }, [&](int32_t k) { return v[k] >= T(0); });
   });
 }
 

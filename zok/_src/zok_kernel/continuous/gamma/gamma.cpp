@@ -3,7 +3,7 @@
 //   above 1            the cube of a Gaussian number (Marsaglia and Tsang 2000)
 //   1                  exponential
 //   from 0.6 to 1      from a Weibull number (Vaduva 1977)
-//   below 0.6          exponential power transformation (Ahrens and Dieter 1974)
+//   below 0.6          exponential power transformation (Devroye 1986)
 //
 // No candidate is ever lost: those of a block are never more than the numbers still wanted, but for
 // one Gaussian number that waits in a chunk. So the sequence does not depend on how it is asked
@@ -107,6 +107,7 @@ int32_t _Marsaglia(StreamState* stream, int32_t n, T* r, double alpha) {
   if (status < 0) return status;
   Spare<T> spare = *chunk;  // which stays as it is if a draw fails
   alignas(32) T x[block + 8], u[block + 8], made_of[block], sure[block];
+  Barren barren;
   while (n > 0) {
     const int32_t carried = spare.uniform >= 0;
     x[0] = spare.gaussian;
@@ -126,6 +127,7 @@ int32_t _Marsaglia(StreamState* stream, int32_t n, T* r, double alpha) {
     const int32_t made = append_accepted(
         needed, r, [&](int32_t k) { return made_of[k]; },
         [&](int32_t k) { return made_of[k] > 0 && (u[k] < sure[k] || accepts(x[k], u[k], c, d)); });
+    if (barren.after(made)) return RNG_BAD_ARGS;
     r += made;
     n -= made;
   }

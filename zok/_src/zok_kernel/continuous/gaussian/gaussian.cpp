@@ -52,7 +52,6 @@ int32_t _vCallBack(QemErrorContext* context) {
 template <class T>
 int32_t _vRngGaussianBoxMuller(StreamState* stream, int32_t n, T* r, T a, T sigma) {
   alignas(32) T uniforms[2 * block], u1[block], u2[block];
-  T* const rho = uniforms;
   while (n > 0) {
     const int32_t count = n < block ? n : block;
     const int32_t status = draw_uniforms(stream, 2 * count, uniforms);
@@ -60,8 +59,8 @@ int32_t _vRngGaussianBoxMuller(StreamState* stream, int32_t n, T* r, T a, T sigm
     split_pairs(count, uniforms, u1, u2);
     angles(count, u2);
     kernels::sin(count, u2, u2);
-    radii(count, u1, rho);
-    for (int32_t k = 0; k < count; ++k) r[k] = a + (sigma * rho[k]) * u2[k];
+    radii(count, u1, r);
+    for (int32_t k = 0; k < count; ++k) r[k] = a + (sigma * r[k]) * u2[k];
     r += count;
     n -= count;
   }
@@ -89,17 +88,17 @@ T half_of_pair(const Pending<T>& pair, Trigonometric<T> function) {
   return rho * angle;
 }
 
-/// All deviates of n / 2 pairs.
+/// All deviates of n / 2 pairs, whose uniforms are drawn where the deviates will be.
 template <class T>
 int32_t whole_pairs(StreamState* stream, int32_t n, T* r, T a, T sigma) {
   constexpr int32_t most = block / 2;
-  alignas(32) T uniforms[2 * most], u1[most], u2[most], cosines[most];
-  T *const rho = uniforms, *const sines = u1;
+  alignas(32) T u1[most], u2[most], rho[most], cosines[most];
+  T* const sines = u1;
   while (n > 1) {
     const int32_t pairs = n < block ? n / 2 : most;
-    const int32_t status = draw_uniforms(stream, 2 * pairs, uniforms);
+    const int32_t status = draw_uniforms(stream, 2 * pairs, r);
     if (status < 0) return status;
-    split_pairs(pairs, uniforms, u1, u2);
+    split_pairs(pairs, r, u1, u2);
     angles(pairs, u2);
     radii(pairs, u1, rho);
     kernels::sin_cos(pairs, u2, sines, cosines);

@@ -16,14 +16,12 @@ using namespace orv;
 
 namespace {
 
-enum Storage : int32_t { full = 0, packed_by_columns = 1, diagonal = 2 };
-
-constexpr int32_t vectors = 2;           // of lanes in a tile
+constexpr int32_t most_vectors = 2;      // of lanes in a tile
 constexpr int32_t rows = 4;              // of the factor at a time
 constexpr int64_t most_deviates = 1024;  // drawn at once, or a tile if that is more
 constexpr int32_t local_dim = 1024;      // below this a tile has room on the stack
 
-template <class T>
+template <class T, int vectors = most_vectors>
 inline constexpr int32_t tile_width = vectors* Lanes<T>::count;
 
 /// Row by row; what stands above the diagonal is not read.
@@ -50,9 +48,10 @@ struct Packed {
 };
 
 /// Elements j to j + height - 1 of a tile's vectors, x and the result.
-template <int height, class T, class Factor>
+template <int vectors, int height, class T, class Factor>
 void multiply_rows(const Factor& factor, int64_t j, T* tile, const T* a) {
   using L = Lanes<T>;
+  constexpr int32_t width = tile_width<T, vectors>;
   typename L::Vector sum[height][vectors];
   const T* t = factor.at(j, 0);
   const int64_t down = factor.down();
@@ -62,8 +61,8 @@ void multiply_rows(const Factor& factor, int64_t j, T* tile, const T* a) {
     for (int i = 0; i < height; ++i) sum[i][v] = L::broadcast(t + i * down) * x;
   }
   t += factor.right(0);
-  const T* x = tile + tile_width<T>;
-  for (int64_t c = 1; c <= j; ++c, x += tile_width<T>) {
+  const T* x = tile + width;
+  for (int64_t c = 1; c <= j; ++c, x += width) {
     typename L::Vector x_c[vectors];
 #pragma GCC unroll 2
     for (int v = 0; v < vectors; ++v) x_c[v] = L::load(x + v * L::count);
@@ -80,29 +79,29 @@ void multiply_rows(const Factor& factor, int64_t j, T* tile, const T* a) {
     for (int64_t i = c - j; i < height; ++i) {
       const auto t_ic = L::broadcast(factor.at(j + i, c));
       for (int v = 0; v < vectors; ++v) {
-        sum[i][v] = sum[i][v] + t_ic * L::load(tile + c * tile_width<T> + v * L::count);
+        sum[i][v] = sum[i][v] + t_ic * L::load(tile + c * width + v * L::count);
       }
     }
   }
   for (int i = 0; i < height; ++i) {
     for (int v = 0; v < vectors; ++v) {
-      L::store(tile + (j + i) * tile_width<T> + v * L::count, sum[i][v] + L::broadcast(a + j + i));
+      L::store(tile + (j + i) * width + v * L::count, sum[i][v] + L::broadcast(a + j + i));
     }
   }
 }
 
 /// T x + a for the vectors of a tile.
-template <class T, class Factor>
+template <int vectors, class T, class Factor>
 void multiply_tile(const Factor& factor, T* tile, const T* a) {
   int64_t j = factor.dim;
-  for (; j >= rows; j -= rows) multiply_rows<rows>(factor, j - rows, tile, a);
-  for (; j > 0; --j) multiply_rows<1>(factor, j - 1, tile, a);
+  for (; j >= rows; j -= rows) multiply_rows<vectors, rows>(factor, j - rows, tile, a);
+  for (; j > 0; --j) multiply_rows<vectors, 1>(factor, j - 1, tile, a);
 }
 
 /// Vectors to lanes: tile(c, v) = r(v, c). Lanes without a vector hold zeros.
-template <class T>
+template <int vectors, class T>
 void turn_in(int64_t count, int64_t dim, const T* r, T* tile) {
-  constexpr int width = tile_width<T>;
+  constexpr int width = tile_width<T, vectors>;
   int64_t c = 0;
   if (count == width) {
     for (; c <= dim - 4; c += 4) {
@@ -116,9 +115,9 @@ void turn_in(int64_t count, int64_t dim, const T* r, T* tile) {
   }
 }
 
-template <class T>
+template <int vectors, class T>
 void turn_back(int64_t count, int64_t dim, const T* tile, T* r) {
-  constexpr int width = tile_width<T>;
+  constexpr int width = tile_width<T, vectors>;
   int64_t c = 0;
   if (count == width) {
     for (; c <= dim - 4; c += 4) {
@@ -132,14 +131,24 @@ void turn_back(int64_t count, int64_t dim, const T* tile, T* r) {
   }
 }
 
+/// T x + a for up to a tile's vectors.
+template <int vectors, class T, class Factor>
+void through_tile(const Factor& factor, int64_t count, T* x, T* tile, const T* a) {
+  turn_in<vectors>(count, factor.dim, x, tile);
+  multiply_tile<vectors>(factor, tile, a);
+  turn_back<vectors>(count, factor.dim, tile, x);
+}
+
 /// Standard deviates, as many as a 64-bit count says. Parts keep the sequence.
 template <class T>
 int32_t draw_standard(int32_t method, StreamState* stream, int64_t n, T* r) {
-  constexpr int64_t most = int64_t{1} << 30;
-  for (; n > 0; n -= most, r += most) {
+  constexpr int64_t most = int64_t{1} << 28;
+  while (n > 0) {
     const auto count = static_cast<int32_t>(n < most ? n : most);
     const int32_t status = draw_gaussians(method, stream, count, r, T(0), T(1));
     if (status < 0) return status;
+    r += count;
+    n -= count;
   }
   return RNG_OK;
 }
@@ -166,11 +175,15 @@ int32_t through_tiles(int32_t method, StreamState* stream, int64_t n, T* r, cons
                       const Factor& factor, T* tile) {
   const int64_t dim = factor.dim;
   return in_parts_of_tiles(method, stream, n, r, dim, [&](int64_t count, T* x) {
-    for (; count > 0; count -= tile_width<T>, x += tile_width<T> * dim) {
+    while (count > 0) {
       const int64_t in_tile = clamp(static_cast<intptr_t>(count), tile_width<T>);
-      turn_in(in_tile, dim, x, tile);
-      multiply_tile(factor, tile, a);
-      turn_back(in_tile, dim, tile, x);
+      if (in_tile > Lanes<T>::count) {
+        through_tile<most_vectors>(factor, in_tile, x, tile, a);
+      } else {
+        through_tile<1>(factor, in_tile, x, tile, a);
+      }
+      x += in_tile * dim;
+      count -= in_tile;
     }
   });
 }
@@ -210,11 +223,11 @@ int32_t gaussian_mv(int32_t method, StreamState* stream, int32_t n, T* r, int32_
   if (dim == 1) return draw_gaussians(method, stream, n, r, a[0], t[0]);
   if (n < 1 || dim < 1) return RNG_OK;
   switch (mstorage) {
-    case full:
+    case RNG_STORAGE_FULL:
       return triangular(method, stream, n, r, a, Full<T>{t, dim});
-    case packed_by_columns:
+    case RNG_STORAGE_PACKED:
       return triangular(method, stream, n, r, a, Packed<T>{t, dim});
-    case diagonal:
+    case RNG_STORAGE_DIAGONAL:
       return independent(method, stream, n, r, dim, a, t);
     default:
       return draw_standard(method, stream, int64_t{n} * dim, r);

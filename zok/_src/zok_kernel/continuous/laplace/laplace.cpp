@@ -14,12 +14,12 @@ constexpr int32_t block = 1024;
 /// Up to a block's numbers from pairs of uniforms. Draws also where there are none to make.
 template <class T>
 int32_t laplace_block(StreamState* stream, int32_t n, T* r, T a, T beta) {
-  alignas(32) T buffer[2 * block];
+  alignas(32) T buffer[2 * block], u[block];
   const int32_t status = draw_uniforms(stream, 2 * n, buffer);
   if (status < 0) return status;
   T* const side = buffer;
-  split_pairs(n, buffer, r, side);
-  kernels::ln(n, r, r);
+  split_pairs(n, buffer, u, side);
+  kernels::ln(n, u, r);
   const T minus_beta = T(0) - beta;
   for (int32_t k = 0; k < n; ++k) {
     r[k] = a + (side[k] <= T(0.5) ? minus_beta : beta) * r[k];
@@ -30,6 +30,7 @@ int32_t laplace_block(StreamState* stream, int32_t n, T* r, T a, T beta) {
 template <class T>
 int32_t laplace(StreamState* stream, int32_t n, T* r, T a, T beta) {
   const QuietKernels quiet(_vLnCallBack<T>);
+  if (n < 0) n = 0;
   for (;; n -= block, r += block) {
     const int32_t count = n < block ? n : block;
     const int32_t status = laplace_block(stream, count, r, a, beta);

@@ -10,13 +10,17 @@ namespace {
 
 template <class T>
 int32_t lognormal(StreamState* stream, int32_t n, T* r, T a, T sigma, T b, T beta) {
-  const int32_t status = draw_gaussians(box_muller_pairs, stream, n, r, a, sigma);
-  if (status < 0) return status;
   const QuietKernels quiet;
-  in_parts(n, r, [=](int32_t count, T* x) {
-    kernels::exp(count, x, x);
-    for (int32_t i = 0; i < count; ++i) x[i] = at_least(b, b + beta * x[i]);
-  });
+  constexpr int32_t most = 2048;  // even, so that no pair is taken apart
+  while (n > 0) {
+    const int32_t count = n < most ? n : most;
+    const int32_t status = draw_gaussians(RNG_GAUSSIAN_BOXMULLER2, stream, count, r, a, sigma);
+    if (status < 0) return status;
+    kernels::exp(count, r, r);
+    for (int32_t i = 0; i < count; ++i) r[i] = at_least(b, b + beta * r[i]);
+    r += count;
+    n -= count;
+  }
   return RNG_OK;
 }
 
