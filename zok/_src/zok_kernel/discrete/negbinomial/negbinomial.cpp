@@ -73,7 +73,8 @@ class FallingHat {
     growth_ = kernels::expm1(a_ * kernels::ln(border_ / start));
     in_table_ = table[CumulativeTable::last - 1];
     power_area_ = kernels::exp(ln_c + a_ * kernels::ln(start)) / a_ * growth_;
-    tail_area_ = kernels::exp(ln_c + (a_ - 1) * kernels::ln(border_) - rate_ * border_) / rate_;
+    tail_area_ = kernels::exp(ln_c + (a_ - 1) * kernels::ln(border_) - rate_ * border_ -
+                              kernels::ln(rate_));
   }
 
   /// Decides on n pairs, in their order, and returns how many numbers it has made of them.
@@ -200,7 +201,7 @@ int32_t _zokiRngNegbinomial(int32_t, StreamState* stream, int32_t n, int32_t* r,
   if (record->key.holds(a, p) && record->method == Method::table) {
     return by_table(stream, n, r, law, record->table);
   }
-  const QuietKernels quiet(_vLnCallBack<double>);
+  const QuietKernels quiet(_vLnOnlyCallBack<double>);  // exponentials may vanish
   if (!record->key.holds(a, p)) {
     record->key = {};
     prepare(law, record);
