@@ -56,8 +56,9 @@ void add(const Contender<T>& contender, const Moments* law) {
     return;
   }
   for (const int32_t n : sizes) {
-    const char* const precision =
-        std::is_integral_v<T> ? "/int/" : sizeof(T) == 8 ? "/double/" : "/float/";
+    const char* const precision = std::is_integral_v<T> ? "/int/"
+                                  : sizeof(T) == 8      ? "/double/"
+                                                        : "/float/";
     const std::string name = contender.name + precision + std::to_string(n);
     benchmark::RegisterBenchmark(name.c_str(), [contender, n](benchmark::State& state) {
       for ([[maybe_unused]] auto _ : state) {

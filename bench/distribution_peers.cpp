@@ -41,7 +41,8 @@ std::map<std::string, Moments> all_moments() {
   for (const auto& [p, q] : beta_shapes) {
     all[name_of("beta", {p, q})] = {p / (p + q), sqrt(p * q / (p + q + 1)) / (p + q)};
   }
-  for (const double lambda : poisson_means) all[name_of("poisson", {lambda})] = {lambda, sqrt(lambda)};
+  for (const double lambda : poisson_means)
+    all[name_of("poisson", {lambda})] = {lambda, sqrt(lambda)};
   for (const auto& [n, p] : binomial_trials) {
     all[name_of("binomial", {n, p})] = {n * p, sqrt(n * p * (1 - p))};
   }
@@ -57,7 +58,8 @@ std::map<std::string, Moments> all_moments() {
     all[name_of("geometric", {p})] = {(1 - p) / p, sqrt(1 - p) / p};
   }
   all["bernoulli"] = {bernoulli_chance, sqrt(bernoulli_chance * (1 - bernoulli_chance))};
-  all["integers"] = {(integers_below - 1) / 2.0, sqrt((1.0 * integers_below * integers_below - 1) / 12)};
+  all["integers"] = {(integers_below - 1) / 2.0,
+                     sqrt((1.0 * integers_below * integers_below - 1) / 12)};
   return all;
 }
 

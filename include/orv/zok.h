@@ -426,9 +426,9 @@ ORV_API int32_t _zoksRngBeta(int32_t method, StreamState* stream, int32_t n, flo
  * pairs. Tables and what else depends on the parameters alone wait in a chunk of the stream for the
  * next call with the same ones, which makes nothing anew; copies and files have them, too.
  *
- * The status is RNG_OK, RNG_NO_MEMORY for a chunk, before any number, or what the generator answered
- * when it failed; numbers made until then stay. A thread's mode word, error callback and status are
- * after a call what they were before. */
+ * The status is RNG_OK, RNG_NO_MEMORY for a chunk, before any number, or what the generator
+ * answered when it failed; numbers made until then stay. A thread's mode word, error callback and
+ * status are after a call what they were before. */
 
 /** 1 with probability p, else 0: whether a float uniform lies below p, taken as a float. Always 0
  *  for p = 0 and 1 for p = 1. A float uniform a number. */

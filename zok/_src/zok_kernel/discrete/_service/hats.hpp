@@ -3,9 +3,9 @@
 // near the mode and is computed elsewhere.
 #pragma once
 
+#include "../../../zok_sub_kernel/_service/quiet_kernels.hpp"
 #include "../../continuous/_service/ln_callback.hpp"
 #include "../../continuous/_service/pairs.hpp"
-#include "../../../zok_sub_kernel/_service/quiet_kernels.hpp"
 #include "log_ratio.hpp"
 #include "results.hpp"
 

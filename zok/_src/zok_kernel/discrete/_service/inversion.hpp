@@ -8,9 +8,9 @@
 namespace orv {
 inline namespace ORV_TAG {
 
-/// Cumulative probabilities of 0, 1, ... up to the last number that counts, whose entry is infinite:
-/// a walk ends there at the latest, for every u. A guide tells for each 1/1024 of the range of u
-/// where its walks begin, most often where they end (Chen and Asau 1974).
+/// Cumulative probabilities of 0, 1, ... up to the last number that counts, whose entry is
+/// infinite: a walk ends there at the latest, for every u. A guide tells for each 1/1024 of the
+/// range of u where its walks begin, most often where they end (Chen and Asau 1974).
 ///
 /// A table may come from a file: whatever it holds, no walk leaves it.
 class CumulativeTable {
@@ -81,8 +81,8 @@ class CumulativeTable {
 };
 
 /// A number of the table from each uniform.
-inline int32_t by_inversion(StreamState* stream, int32_t n, int32_t* r, const CumulativeTable& table,
-                            const Image& image) {
+inline int32_t by_inversion(StreamState* stream, int32_t n, int32_t* r,
+                            const CumulativeTable& table, const Image& image) {
   return with_uniforms(stream, n, [&](int32_t count, const double* u) {
     for (int32_t i = 0; i < count; ++i) r[i] = image(table.find(u[i]));
     r += count;

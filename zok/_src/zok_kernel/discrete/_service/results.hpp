@@ -1,5 +1,5 @@
-// What integer generators share: blocks of uniforms, results that fit 32 bits, the parameters that a
-// record on the stream was made for.
+// What integer generators share: blocks of uniforms, results that fit 32 bits, the parameters that
+// a record on the stream was made for.
 #pragma once
 
 #include <immintrin.h>

@@ -73,8 +73,8 @@ class FallingHat {
     growth_ = kernels::expm1(a_ * kernels::ln(border_ / start));
     in_table_ = table[CumulativeTable::last - 1];
     power_area_ = kernels::exp(ln_c + a_ * kernels::ln(start)) / a_ * growth_;
-    tail_area_ = kernels::exp(ln_c + (a_ - 1) * kernels::ln(border_) - rate_ * border_ -
-                              kernels::ln(rate_));
+    tail_area_ =
+        kernels::exp(ln_c + (a_ - 1) * kernels::ln(border_) - rate_ * border_ - kernels::ln(rate_));
   }
 
   /// Decides on n pairs, in their order, and returns how many numbers it has made of them.
