@@ -243,6 +243,34 @@ std::vector<Integers> all_laws() {
   return laws;
 }
 
+/// Where a table is walked each uniform has its number: the first whose cumulative probability is
+/// above it, to what rounding leaves of both.
+TEST(Discrete, TablesHoldTheLaw) {
+  std::vector<double> u;
+  for (int k = 0; k < 400; ++k) u.push_back((k + 0.37) / 400);
+  for (int k = 9; k < 45; ++k) u.insert(u.end(), {exp2(-k), 1 - exp2(-k)});
+  std::vector<Integers> laws = {hypergeometric(1000, 120, 300), hypergeometric(158, 78, 78),
+                                hypergeometric(2147483647, 30, 1000000000)};
+  for (const double lambda : {1e-3, 0.5, 5.5, 26.9}) laws.push_back(poisson(0, lambda));
+  for (const auto& [n, p] : {std::pair{10, 0.25}, {100, 0.29}, {1000000, 2.9e-5}}) {
+    laws.push_back(binomial(n, p));
+  }
+  laws.push_back(binomial(2147483647, 1.2345e-8));
+  for (const auto& [a, p] : {std::pair{0.5, 0.2}, {1.0, 0.05}, {10.5, 0.0868}, {100.0, 0.4975}}) {
+    laws.push_back(negbinomial(a, p));
+  }
+  for (const Integers& law : laws) {
+    SCOPED_TRACE(law.name);
+    const auto n = static_cast<int32_t>(u.size());
+    std::vector<int32_t> r(u.size());
+    ASSERT_EQ(law.draw(Given<double>(u), n, r.data()), RNG_OK);
+    for (int32_t i = 0; i < n; ++i) {
+      EXPECT_GT(law.lower(r[i]), u[i] - 1e-13) << u[i] << ": " << r[i];
+      EXPECT_LE(law.lower(r[i] - 1), u[i] + 1e-13) << u[i] << ": " << r[i];
+    }
+  }
+}
+
 TEST(Discrete, NumbersFollowTheirLaws) {
   uint32_t seed = 70;
   for (const Integers& law : all_laws()) {

@@ -236,6 +236,14 @@ TEST(Discrete, WalksEndForEveryUniform) {
   }
 }
 
+TEST(Discrete, WhereNoNumberComesItEnds) {
+  for (const Discrete& d : discrete_draws()) {
+    if (d.kind != Discrete::rejection) continue;
+    int32_t r[3];
+    EXPECT_EQ(d.draw(Given<double>({1}), 3, r), RNG_BAD_ARGS) << d.name;
+  }
+}
+
 TEST(Discrete, FloatEndsAndParametersThatDecideAlone) {
   const Given<float> ends({0, 1, 0.5f, 1 - 0x1p-24f});
   const auto bernoulli = [&](double p) {
