@@ -4,7 +4,8 @@
 //
 // WHO is "ours", on MT19937, "parts", which is what a law of ours is made of by itself (the
 // generator, then each kernel at the level that is used, a pass each; for vectors the Gaussian
-// numbers, then BLAS), or a peer, on its own MT19937. Mean and deviation are checked first, and a
+// numbers, then BLAS), "anew", which is ours without what earlier calls have left on the stream, or
+// a peer, on its own MT19937. Mean and deviation are checked first, and a
 // contender that has others is not timed.
 #include <benchmark/benchmark.h>
 #include <math.h>
@@ -55,8 +56,10 @@ void add(const Contender<T>& contender, const Moments* law) {
     return;
   }
   for (const int32_t n : sizes) {
-    const std::string name =
-        contender.name + (sizeof(T) == 8 ? "/double/" : "/float/") + std::to_string(n);
+    const char* const precision = std::is_integral_v<T> ? "/int/"
+                                  : sizeof(T) == 8      ? "/double/"
+                                                        : "/float/";
+    const std::string name = contender.name + precision + std::to_string(n);
     benchmark::RegisterBenchmark(name.c_str(), [contender, n](benchmark::State& state) {
       for ([[maybe_unused]] auto _ : state) {
         contender.fill(n, array<T>(0));
@@ -200,6 +203,46 @@ void add_all() {
   }
 }
 
+/// An integer distribution, with and without a record of its parameters.
+template <class Entry, class... Parameters>
+void add_integers(const std::string& name, bool keeps, Entry entry, Parameters... parameters) {
+  const auto stream = make_stream();
+  const auto draw = [=](int32_t n, int32_t* r) { entry(0, stream.get(), n, r, parameters...); };
+  add<int32_t>({"ours/" + name, draw}, moments_of(name));
+  if (!keeps) return;
+  add<int32_t>({"anew/" + name,
+                [=](int32_t n, int32_t* r) {
+                  __zokDeleteChunks(stream.get());
+                  draw(n, r);
+                }},
+               nullptr);
+}
+
+void add_all_integers() {
+  add_integers("bernoulli", false, _zokiRngBernoulli, bernoulli_chance);
+  add_integers("integers", false, _zokiRngUniform, 0, integers_below);
+  for (const double p : geometric_chances) {
+    add_integers(name_of("geometric", {p}), false, _zokiRngGeometric, p);
+  }
+  for (const double lambda : poisson_means) {
+    add_integers(name_of("poisson", {lambda}), true, _zokiRngPoisson, lambda);
+  }
+  for (const auto& [n, p] : binomial_trials) {
+    add_integers(name_of("binomial", {n, p}), true, _zokiRngBinomial, static_cast<int32_t>(n), p);
+  }
+  for (const auto& [lot, sample, marked] : hypergeometric_lots) {
+    add_integers(name_of("hypergeometric", {lot, sample, marked}), true, _zokiRngHypergeometric,
+                 static_cast<int32_t>(lot), static_cast<int32_t>(sample),
+                 static_cast<int32_t>(marked));
+  }
+  for (const auto& [a, p] : negbinomial_shapes) {
+    add_integers(name_of("negbinomial", {a, p}), true, _zokiRngNegbinomial, a, p);
+  }
+  for (const NamedContender<int32_t>& peer : distribution_peers<int32_t>()) {
+    add(peer.contender, moments_of(peer.law));
+  }
+}
+
 }  // namespace
 }  // namespace orv_bench
 
@@ -210,6 +253,7 @@ int main(int argc, char** argv) {
   if (!ORV_HAVE_BOOST) fprintf(stderr, "left out, not installed: Boost (libboost-dev)\n");
   orv_bench::add_all<double>();
   orv_bench::add_all<float>();
+  orv_bench::add_all_integers();
   benchmark::RunSpecifiedBenchmarks();
   return orv_bench::faults == 0 ? 0 : 1;
 }

@@ -41,6 +41,25 @@ std::map<std::string, Moments> all_moments() {
   for (const auto& [p, q] : beta_shapes) {
     all[name_of("beta", {p, q})] = {p / (p + q), sqrt(p * q / (p + q + 1)) / (p + q)};
   }
+  for (const double lambda : poisson_means)
+    all[name_of("poisson", {lambda})] = {lambda, sqrt(lambda)};
+  for (const auto& [n, p] : binomial_trials) {
+    all[name_of("binomial", {n, p})] = {n * p, sqrt(n * p * (1 - p))};
+  }
+  for (const auto& [lot, sample, marked] : hypergeometric_lots) {
+    const double mean = sample * marked / lot;
+    all[name_of("hypergeometric", {lot, sample, marked})] = {
+        mean, sqrt(mean * (1 - marked / lot) * (lot - sample) / (lot - 1))};
+  }
+  for (const auto& [a, p] : negbinomial_shapes) {
+    all[name_of("negbinomial", {a, p})] = {a * (1 - p) / p, sqrt(a * (1 - p)) / p};
+  }
+  for (const double p : geometric_chances) {
+    all[name_of("geometric", {p})] = {(1 - p) / p, sqrt(1 - p) / p};
+  }
+  all["bernoulli"] = {bernoulli_chance, sqrt(bernoulli_chance * (1 - bernoulli_chance))};
+  all["integers"] = {(integers_below - 1) / 2.0,
+                     sqrt((1.0 * integers_below * integers_below - 1) / 12)};
   return all;
 }
 
@@ -118,6 +137,32 @@ std::vector<NamedContender<T>> distribution_peers() {
     boost(name_of("beta", {p, q}), beta_distribution<T>(static_cast<T>(p), static_cast<T>(q)));
   }
 #endif
+  return peers;
+}
+
+template <>
+std::vector<NamedContender<int32_t>> distribution_peers() {
+  using I = int32_t;
+  std::vector<NamedContender<I>> peers;
+  const auto standard = [&](const std::string& law, auto distribution) {
+    peers.push_back(one_by_one<I, std::mt19937>("std", law, distribution));
+  };
+  for (const double lambda : poisson_means) {
+    standard(name_of("poisson", {lambda}), std::poisson_distribution<I>(lambda));
+  }
+  for (const auto& [n, p] : binomial_trials) {
+    standard(name_of("binomial", {n, p}), std::binomial_distribution<I>(static_cast<I>(n), p));
+  }
+  for (const auto& [a, p] : negbinomial_shapes) {
+    if (a != floor(a)) continue;
+    standard(name_of("negbinomial", {a, p}),
+             std::negative_binomial_distribution<I>(static_cast<I>(a), p));
+  }
+  for (const double p : geometric_chances) {
+    standard(name_of("geometric", {p}), std::geometric_distribution<I>(p));
+  }
+  standard("bernoulli", std::bernoulli_distribution(bernoulli_chance));
+  standard("integers", std::uniform_int_distribution<I>(0, integers_below - 1));
   return peers;
 }
 

@@ -14,6 +14,11 @@ SIZES = (1000, 1_000_000)
 GAUSSIAN = ("gaussian_by_sines", "gaussian_by_pairs", "gaussian_by_inversion")
 GAMMA = (0.3, 0.8, 1, 2.5, 20)
 BETA = ((0.3, 0.3), (0.8, 2), (2, 3), (20, 30))
+POISSON = (0.5, 5, 50, 1e4, 1e8)
+BINOMIAL = ((10, 0.5), (100, 0.1), (10**4, 0.3), (10**9, 0.5))
+HYPERGEOMETRIC = ((50, 10, 20), (1000, 120, 300), (10**5, 1000, 50000), (9 * 10**8, 10**6, 5 * 10**8))
+NEGBINOMIAL = ((3, 0.5), (10.5, 0.2), (0.5, 1e-4), (100, 0.1), (1000, 1e-3))
+GEOMETRIC = (0.5, 0.1, 1e-3)
 
 
 def least_time(work, calls, repetitions):
@@ -44,6 +49,20 @@ def laws(g):
     yield "gumbel", "double", lambda n: g.gumbel(0, 1, n)
     for p, q in BETA:
         yield f"beta_{p:g}_{q:g}", "double", lambda n, p=p, q=q: g.beta(p, q, n)
+    yield "bernoulli", "int", lambda n: g.binomial(1, 0.3, n)
+    yield "integers", "int", lambda n: g.integers(0, 1000, n, dtype=np.int32)
+    for p in GEOMETRIC:
+        yield f"geometric_{p:g}", "int", lambda n, p=p: g.geometric(p, n)
+    for mean in POISSON:
+        yield f"poisson_{mean:g}", "int", lambda n, mean=mean: g.poisson(mean, n)
+    for trials, p in BINOMIAL:
+        yield (f"binomial_{trials:g}_{p:g}", "int",
+               lambda n, trials=trials, p=p: g.binomial(trials, p, n))
+    for lot, sample, marked in HYPERGEOMETRIC:
+        yield (f"hypergeometric_{lot:g}_{sample:g}_{marked:g}", "int",
+               lambda n, a=marked, b=lot - marked, s=sample: g.hypergeometric(a, b, s, n))
+    for a, p in NEGBINOMIAL:
+        yield f"negbinomial_{a:g}_{p:g}", "int", lambda n, a=a, p=p: g.negative_binomial(a, p, n)
 
 
 def main():

@@ -469,9 +469,10 @@ ORV_API int32_t _zoksRngBeta(int32_t method, StreamState* stream, int32_t n, flo
  * pairs. Tables and what else depends on the parameters alone wait in a chunk of the stream for the
  * next call with the same ones, which makes nothing anew; copies and files have them, too.
  *
- * The status is RNG_OK, RNG_NO_MEMORY for a chunk, before any number, or what the generator answered
- * when it failed; numbers made until then stay. A thread's mode word, error callback and status are
- * after a call what they were before. */
+ * The status is RNG_OK, RNG_NO_MEMORY for a chunk, before any number, what the generator answered
+ * when it failed, or RNG_BAD_ARGS where rejection finds no number, in a stream that is always the
+ * same; numbers made until then stay. A thread's mode word, error callback and status are after a
+ * call what they were before. */
 
 /** 1 with probability p, else 0: whether a float uniform lies below p, taken as a float. Always 0
  *  for p = 0 and 1 for p = 1. A float uniform a number. */
@@ -485,7 +486,7 @@ ORV_API int32_t _zokiRngGeometric(int32_t method, StreamState* stream, int32_t n
 
 /** Successes in ntrial trials of probability p. With x the smaller of p and 1 - p, by inversion for
  *  ntrial x below 30, a uniform a number, and by rejection from there (BTPE, Kachitvichyanukul and
- *  Schmeiser 1988), 2.3 to 2.9 uniforms a number. Chunk 5. */
+ *  Schmeiser 1988), 2.3 to 3.5 uniforms a number. Chunk 5. */
 ORV_API int32_t _zokiRngBinomial(int32_t method, StreamState* stream, int32_t n, int32_t* r,
                                  int32_t ntrial, double p);
 
@@ -497,11 +498,11 @@ enum {
 
 /** Poisson with mean lambda. No other method exists.
  *
- *  RNG_POISSON_PTPE takes a uniform a number below 27; from there about 2.3 to 3 (PTPE, Schmeiser
+ *  RNG_POISSON_PTPE takes a uniform a number below 27; from there 2.3 to 2.9 (PTPE, Schmeiser
  *  and Kachitvichyanukul 1981). Chunk 3. RNG_POISSON_POISNORM takes one float uniform a number: the
  *  floor of a polynomial in a Gaussian number made by inversion, from 100 on that of Cornish and
- *  Fisher (1938), below fitted for each binade; its cumulative probabilities are off by PRECISION at
- *  most. Below 1 it inverts sums in floats, up to 11 and never more. */
+ *  Fisher (1938), below fitted for each binade; its cumulative probabilities are off by
+ *  7 10^-6 at most and by 1.4 10^-4. Below 1 it inverts sums in floats, up to 11 and never more. */
 ORV_API int32_t _zokiRngPoisson(int32_t method, StreamState* stream, int32_t n, int32_t* r,
                                 double lambda);
 
@@ -512,7 +513,7 @@ ORV_API int32_t _zokiRngPoissonV(int32_t method, StreamState* stream, int32_t n,
 
 /** Marked ones in a sample of s from a lot of l that has m, 0 <= s, m <= l. By inversion where the
  *  mode, for the smaller of m and l - m and the smaller of s and l - s, is below 40, a uniform a
- *  number; by rejection from there (H2PE, Kachitvichyanukul and Schmeiser 1985), about 2.8. Where
+ *  number; by rejection from there (H2PE, Kachitvichyanukul and Schmeiser 1985), 2.8 of them. Where
  *  only one number is possible no uniform is drawn.
  *
  *  Chunk 6. A call with other parameters than those that are kept there deletes all chunks of the
@@ -522,7 +523,7 @@ ORV_API int32_t _zokiRngHypergeometric(int32_t method, StreamState* stream, int3
 
 /** Failures before the a-th success of trials with probability p, for any a above 0: mean
  *  a (1 - p) / p. By inversion, a uniform a number, where (a - 1) (1 - p) / p is below 100 and
- *  numbers beyond 254 are rare and fall off quickly; else by rejection, about 2.7 to 3.5 uniforms a
+ *  numbers beyond 254 are rare and fall off quickly; else by rejection, 2 to 3.5 uniforms a
  *  number. Chunk 4. */
 ORV_API int32_t _zokiRngNegbinomial(int32_t method, StreamState* stream, int32_t n, int32_t* r,
                                     double a, double p);

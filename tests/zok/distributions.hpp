@@ -67,6 +67,46 @@ std::vector<NamedDraw<T>> continuous_draws() {
   return draws;
 }
 
+/// An integer distribution.
+struct Discrete {
+  enum Kind { inversion, rejection, gaussian };
+
+  std::string name;
+  Draw<int32_t> draw;
+  Kind kind;          // inversion takes a double for a number, gaussian a float
+  int32_t chunk = 0;  // where it keeps what it has made of its parameters
+};
+
+/// Every discrete distribution, by each of its methods.
+inline std::vector<Discrete> discrete_draws() {
+  using D = Discrete;
+  using I = int32_t;
+  return {
+      {"bernoulli", bound<I>(_zokiRngBernoulli, 0, 0.3), D::gaussian},
+      {"geometric", bound<I>(_zokiRngGeometric, 0, 0.3), D::inversion},
+      {"uniform", bound<I>(_zokiRngUniform, 0, -3, 1000), D::inversion},
+      {"binomial by table", bound<I>(_zokiRngBinomial, 0, 40, 0.6), D::inversion, 5},
+      {"binomial", bound<I>(_zokiRngBinomial, 0, 400000, 0.3), D::rejection, 5},
+      {"poisson by table", bound<I>(_zokiRngPoisson, 0, 5.5), D::inversion, 3},
+      {"poisson", bound<I>(_zokiRngPoisson, 0, 1234.5), D::rejection, 3},
+      {"poisson below 1", bound<I>(_zokiRngPoisson, 1, 0.5), D::gaussian},
+      {"poisson by rows", bound<I>(_zokiRngPoisson, 1, 20.5), D::gaussian},
+      {"poisson by expansion", bound<I>(_zokiRngPoisson, 1, 1e5), D::gaussian},
+      {"poisson of a vector",
+       [](StreamState* stream, int32_t n, int32_t* r) {
+         const std::vector<double> lambda(n > 0 ? n : 0, 7.5);
+         return _zokiRngPoissonV(0, stream, n, r, lambda.data());
+       },
+       D::gaussian},
+      {"hypergeometric by table", bound<I>(_zokiRngHypergeometric, 0, 100, 60, 30), D::inversion,
+       6},
+      {"hypergeometric", bound<I>(_zokiRngHypergeometric, 0, 100000, 60000, 3000), D::rejection, 6},
+      {"negative binomial by table", bound<I>(_zokiRngNegbinomial, 0, 2.5, 0.1), D::inversion, 4},
+      {"negative binomial", bound<I>(_zokiRngNegbinomial, 0, 20.5, 0.01), D::rejection, 4},
+      {"negative binomial, falling", bound<I>(_zokiRngNegbinomial, 0, 0.5, 1e-4), D::rejection, 4},
+  };
+}
+
 /// A stream of the user's numbers: `numbers` over and over, which lie in [0, 1].
 template <class T>
 class Given {

@@ -21,6 +21,7 @@ struct Law {
   std::function<double(double)> lower, upper;  // probability up to x, and from x on
   double mean = NAN, deviation = NAN;          // if it has them
   std::vector<T> borders = {};                 // between cells, beside those at the quantiles
+  int64_t most_draws = INT64_MAX;              // of a method that is good to so many
 };
 
 /// Numbers of each law, 10^9 in the long run.
@@ -56,14 +57,14 @@ int64_t rank_of(T x) {
   }
 }
 
-/// A float stands for all that is rounded to it, an integer for all from halfway to its neighbours;
-/// here it ends. A double's share is too small to count, but see borders_of.
-inline double end_of(int32_t x) { return x + 0.5; }
+/// A float stands for all that is rounded to it; here it ends. A double's share is too small to
+/// count, but see borders_of.
 inline double end_of(float x) {
   const float next = std::nextafter(x, HUGE_VALF);
   return isinf(next) ? next : x + (double{next} - x) / 2;
 }
 inline double end_of(double x) { return x; }
+inline double end_of(int32_t x) { return x + 0.5; }
 
 /// A border between cells, with the probabilities on both sides.
 template <class T>
@@ -130,7 +131,8 @@ Sample sample_of(const Law<T>& law, const std::vector<Border<T>>& borders, Strea
   sample.in_cell.resize(borders.size() + 1);
   std::vector<T> x(50'000), at;
   for (const Border<T>& border : borders) at.push_back(border.at);
-  for (const int64_t n = draws_of_a_law(); sample.n < n; sample.n += x.size()) {
+  for (const int64_t n = std::min(draws_of_a_law(), law.most_draws); sample.n < n;
+       sample.n += x.size()) {
     if (law.draw(stream, static_cast<int32_t>(x.size()), x.data()) != RNG_OK) return {};
     for (const T number : x) {
       ++sample.in_cell[std::lower_bound(at.begin(), at.end(), number) - at.begin()];
@@ -163,8 +165,8 @@ void expect_law(const Law<T>& law, StreamState* stream) {
   const std::vector<Border<T>> borders = borders_of(law);
   const Sample sample = sample_of(law, borders, stream);
   ASSERT_GT(sample.n, 0);
-  constexpr size_t least = std::is_integral_v<T> ? 0 : 2;  // two values have one border
-  ASSERT_GT(borders.size(), least) << "too few to tell one law from another";
+  ASSERT_GT(borders.size(), std::is_integral_v<T> ? 0u : 2u)
+      << "too few to tell one law from another";
   const auto n = static_cast<double>(sample.n);
   double largest_distance = 0, chi_square = 0, last_below = 0, last_above = 1;
   int64_t below = 0, pooled = 0;

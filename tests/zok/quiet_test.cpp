@@ -86,9 +86,21 @@ void expect_all_quiet() {
   }
 }
 
+void expect_all_integers_quiet() {
+  const Given<double> doubles({0, 0.25, 1, 0.5, 0.75, 0.125, 0});
+  const Given<float> floats({0, 0.25f, 1, 0.5f, 0.75f, 0.125f, 0});
+  for (const Discrete& d : discrete_draws()) {
+    const bool of_floats = d.kind == Discrete::gaussian;
+    StreamState* const streams[] = {doubles, floats};
+    expect_quiet<int32_t>({d.name, d.draw}, streams[of_floats]);
+    expect_quiet<int32_t>({d.name, d.draw}, streams[!of_floats]);  // fails
+  }
+}
+
 TEST(Distributions, LeaveTheThreadsWordsAlone) {
   expect_all_quiet<double>();
   expect_all_quiet<float>();
+  expect_all_integers_quiet();
 }
 
 }  // namespace

@@ -91,13 +91,10 @@ TEST(Streams, WithoutMemoryNothingIsLeft) {
 
 /// Draws that hang a chunk on the stream: its data and its record come before any number.
 template <class T>
-void expect_nothing_without_memory() {
+void expect_nothing_without_memory(const std::vector<Draw<T>>& draws) {
   orv_qem_kernel_GetMode();  // the thread has its words now
   orv_qem_kernel_GetErrStatus();
   orv_qem_kernel_GetErrorCallBack();
-  const Draw<T> draws[] = {bound<T>(ORV_ENTRY(T, Gaussian), RNG_GAUSSIAN_BOXMULLER2, 2, 3),
-                           bound<T>(ORV_ENTRY(T, Lognormal), 0, 0, 1, 2, 3),
-                           bound<T>(ORV_ENTRY(T, Gamma), 0, 3, 0, 1)};
   for (const Draw<T>& draw : draws) {
     const Stream stream(BRNG_MT19937);
     std::vector<T> r(10, 77);
@@ -116,6 +113,21 @@ void expect_nothing_without_memory() {
     EXPECT_EQ(draw(stream, 10, r.data()), RNG_OK) << "a chunk is made once";
     EXPECT_EQ(seen_allocations().asked, 0);
   }
+}
+
+template <class T>
+std::vector<Draw<T>> draws_with_a_chunk() {
+  return {bound<T>(ORV_ENTRY(T, Gaussian), RNG_GAUSSIAN_BOXMULLER2, 2, 3),
+          bound<T>(ORV_ENTRY(T, Lognormal), 0, 0, 1, 2, 3),
+          bound<T>(ORV_ENTRY(T, Gamma), 0, 3, 0, 1)};
+}
+template <>
+std::vector<Draw<int32_t>> draws_with_a_chunk() {
+  std::vector<Draw<int32_t>> draws;
+  for (const Discrete& d : discrete_draws()) {
+    if (d.chunk != 0) draws.push_back(d.draw);
+  }
+  return draws;
 }
 
 /// Large vectors want scratch; without it r holds the standard deviates.
@@ -137,8 +149,9 @@ void expect_standard_vectors_without_memory() {
 }
 
 TEST(Distributions, WithoutMemoryDrawNothing) {
-  expect_nothing_without_memory<double>();
-  expect_nothing_without_memory<float>();
+  expect_nothing_without_memory(draws_with_a_chunk<double>());
+  expect_nothing_without_memory(draws_with_a_chunk<float>());
+  expect_nothing_without_memory(draws_with_a_chunk<int32_t>());
   expect_standard_vectors_without_memory<double>();
   expect_standard_vectors_without_memory<float>();
 }

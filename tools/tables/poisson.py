@@ -10,6 +10,7 @@ FOLDER = pathlib.Path("zok/_src/zok_kernel/discrete/poisson/tables")
 BINADES = 7
 DEGREE = 3  # of a coefficient, in the mantissa less 1
 MEANS = 7  # that a binade's fit goes over
+FAR, FAR_WEIGHT = (mpf(-5), mpf("-5.5")), mpf("3e-7")
 PARTS = range(5)  # a0, and the factors of a5 g, a5 g^2, a5 g^3, a5 g^4
 
 
@@ -60,6 +61,10 @@ def fitted_row(binade):
             value = density * k
             add([x - y for x, y in zip(row, last)], value - last_value, 1 / probability)
             last, last_value = row, value
+        if binade < 3:  # no number goes up again where there are no borders any more
+            for g in FAR:
+                parts = [mpf(1)] + [scale * g ** p for p in PARTS[1:]]
+                add([part * f ** j for part in parts for j in range(DEGREE + 1)], mpf(0), FAR_WEIGHT)
     solution = list(lu_solve(normal, right))
     solution[0] -= 1  # which is added again
     return [solution[(DEGREE + 1) * p:(DEGREE + 1) * (p + 1)] for p in PARTS] + [root]

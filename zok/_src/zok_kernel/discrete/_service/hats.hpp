@@ -3,9 +3,10 @@
 // near the mode and is computed elsewhere.
 #pragma once
 
+#include "../../../zok_sub_kernel/_service/quiet_kernels.hpp"
 #include "../../continuous/_service/ln_callback.hpp"
 #include "../../continuous/_service/pairs.hpp"
-#include "../../../zok_sub_kernel/_service/quiet_kernels.hpp"
+#include "../../continuous/_service/rejection.hpp"
 #include "log_ratio.hpp"
 #include "results.hpp"
 
@@ -193,22 +194,26 @@ struct Hat {
   }
 };
 
-/// Pairs of uniforms until there are n numbers; numbers(count, pairs, r) makes some of them. A hat
-/// that refuses so many in a row is not the law's: it came from a file, and is made again.
+/// Pairs of uniforms until there are n numbers; numbers(count, pairs, r) makes some of them. Where
+/// none comes, the hat may not be the law's: out of a file, it holds anything, and is made again,
+/// once.
 template <class Numbers, class Remake>
 int32_t by_rejection(StreamState* stream, int32_t n, int32_t* r, const Numbers& numbers,
                      const Remake& remake) {
-  constexpr int32_t too_many = 1000;
+  constexpr int32_t suspicious = 1000;
   alignas(32) double pairs[2 * hat_block];
+  Barren barren;
+  bool remade = false;
   for (int32_t refused = 0; n > 0;) {
     const int32_t count = n < hat_block ? n : hat_block;
-    const int32_t status = _zokdRngUniform(0, stream, 2 * count, pairs, 0, 1);
+    const int32_t status = draw_uniforms(stream, 2 * count, pairs);
     if (status < 0) return status;
     const int32_t made = numbers(count, pairs, r);
+    if (barren.after(made)) return RNG_BAD_ARGS;
     refused = made > 0 ? 0 : refused + count;
-    if (refused > too_many) {
+    if (refused > suspicious && !remade) {
       remake();
-      refused = 0;
+      remade = true;
     }
     r += made;
     n -= made;

@@ -8,8 +8,8 @@
 namespace orv {
 inline namespace ORV_TAG {
 
-/// Cumulative probabilities of 0, 1, ... The last entry is infinite and stands for itself and all
-/// beyond, so a walk ends there at the latest, for every u. A guide tells for each 1/1024 of the
+/// Cumulative probabilities of 0, 1, ... up to the last number that counts, whose entry is
+/// infinite: a walk ends there at the latest, for every u. A guide tells for each 1/1024 of the
 /// range of u where its walks begin, most often where they end (Chen and Asau 1974).
 ///
 /// A table may come from a file: whatever it holds, no walk leaves it.
@@ -21,17 +21,18 @@ class CumulativeTable {
   /// times ratio(k). They have to rise to one top and fall, to nothing well before the last entry.
   template <class Ratio>
   void make(const Ratio& ratio) {
-    make(1, ratio);
+    const int32_t count = add_up(1, ratio);
     for (int32_t k = 0; k < last; ++k) at_[k] = at_[k] / at_[last - 1];
-    finish();
+    finish(count);
   }
 
-  /// From the first probability itself. Returns what is left beyond the table.
+  /// From the first probability itself. Returns what is left beyond the table, for which its last
+  /// entry stands: 0 where all that counts has a place.
   template <class Ratio>
   double make_part(double first, const Ratio& ratio) {
-    make(first, ratio);
-    const double left = 1 - at_[last - 1];
-    finish();
+    const int32_t count = add_up(first, ratio);
+    const double left = count < last ? 0 : 1 - at_[last - 1];
+    finish(count < last ? count : last + 1);
     return left;
   }
 
@@ -47,9 +48,9 @@ class CumulativeTable {
  private:
   static constexpr uint32_t cells = 1024;
 
-  /// Sums from the small end. Where terms no longer count the sum stays.
+  /// Adds terms from the small end until they no longer count, and returns how many there are.
   template <class Ratio>
-  void make(double first, const Ratio& ratio) {
+  int32_t add_up(double first, const Ratio& ratio) {
     constexpr double negligible = 0x1p-64;
     double term[last], greatest = 0;
     int32_t count = 0;
@@ -63,13 +64,14 @@ class CumulativeTable {
       if (k < count) above += term[k];
     }
     for (int32_t k = 0; k < last; ++k) at_[k] = above - at_[k];
+    return count;
   }
 
-  void finish() {
-    at_[last] = __builtin_inf();
+  void finish(int32_t count) {
+    for (int32_t k = count > 0 ? count - 1 : 0; k <= last; ++k) at_[k] = __builtin_inf();
     int32_t k = 0;
     for (uint32_t cell = 0; cell <= cells; ++cell) {
-      while (k < last && !(at_[k] * cells > cell)) ++k;
+      while (!(at_[k] * cells > cell)) ++k;
       guide_[cell] = static_cast<uint8_t>(k);
     }
   }
@@ -79,8 +81,8 @@ class CumulativeTable {
 };
 
 /// A number of the table from each uniform.
-inline int32_t by_inversion(StreamState* stream, int32_t n, int32_t* r, const CumulativeTable& table,
-                            const Image& image) {
+inline int32_t by_inversion(StreamState* stream, int32_t n, int32_t* r,
+                            const CumulativeTable& table, const Image& image) {
   return with_uniforms(stream, n, [&](int32_t count, const double* u) {
     for (int32_t i = 0; i < count; ++i) r[i] = image(table.find(u[i]));
     r += count;

@@ -1,9 +1,10 @@
-// What integer generators share: blocks of uniforms, results that fit 32 bits, the parameters that a
-// record on the stream was made for.
+// What integer generators share: blocks of uniforms, results that fit 32 bits, the parameters that
+// a record on the stream was made for.
 #pragma once
 
 #include <immintrin.h>
-#include <orv/zok.h>
+
+#include "../../continuous/_service/uniforms.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {
@@ -25,7 +26,10 @@ inline int32_t fill(int32_t n, int32_t* r, int32_t value) {
 struct Image {
   int32_t origin = 0, direction = 1;
 
-  int32_t operator()(int32_t k) const { return origin + direction * k; }
+  int32_t operator()(int32_t k) const {  // that of no law, out of a file, may leave the range
+    return static_cast<int32_t>(static_cast<uint32_t>(origin) +
+                                static_cast<uint32_t>(direction) * static_cast<uint32_t>(k));
+  }
 };
 
 /// Draws blocks of n uniforms on [0, 1) for work(count, uniforms).
@@ -35,7 +39,7 @@ int32_t with_uniforms(StreamState* stream, int32_t n, const Work& work) {
   alignas(32) double u[block];
   while (n > 0) {
     const int32_t count = n < block ? n : block;
-    const int32_t status = _zokdRngUniform(0, stream, count, u, 0, 1);
+    const int32_t status = draw_uniforms(stream, count, u);
     if (status < 0) return status;
     work(count, u);
     n -= count;

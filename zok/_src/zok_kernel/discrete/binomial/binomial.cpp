@@ -39,8 +39,7 @@ void make_hat(const Law& law, Hat<Mountain, 2>* hat) {
   hat->least = 0;
   hat->most = n;
   hat->middle = Mountain(m, half_width, c);
-  hat->tails =
-      Tails(left, right, c, c, al * (1 + al / 2), ar * (1 + ar / 2), hat->middle.area);
+  hat->tails = Tails(left, right, c, c, al * (1 + al / 2), ar * (1 + ar / 2), hat->middle.area);
   hat->log_ratio = LogRatio<2>(kernels::ln1p((g * p - f * q) / (f * q)), {{f, 1, 1}, {g, -1, 1}});
   hat->fill_near([&](double k) { return law.step(k); });
 }

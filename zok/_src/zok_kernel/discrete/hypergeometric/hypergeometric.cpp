@@ -1,6 +1,7 @@
 // Hypergeometric numbers: how many of `m` marked ones of a lot of `l` a sample of `s` holds. Made
-// for the smaller of sample and rest, of marked and unmarked: by a table of cumulative probabilities
-// where the mode is below 40, else by rejection (H2PE, Kachitvichyanukul and Schmeiser 1985).
+// for the smaller of sample and rest, of marked and unmarked: by a table of cumulative
+// probabilities where the mode is below 40, else by rejection (H2PE, Kachitvichyanukul and
+// Schmeiser 1985).
 #include "../../../zok_sub_kernel/_service/chunk.hpp"
 #include "../_service/hats.hpp"
 #include "../_service/inversion.hpp"

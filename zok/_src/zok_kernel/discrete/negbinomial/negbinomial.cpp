@@ -25,11 +25,11 @@ struct Law {
 
 // ---- A table, and the recurrence beyond it ------------------------------------------------------
 
-/// Whether a walk beyond the table is rare, and short: there each probability is to be more than 1 %
-/// below the last.
-bool serves(double left_beyond, const Law& law) {
+/// Whether a walk beyond the table never comes, or is rare and short: there each probability is to
+/// be more than 1 % below the last.
+bool serves(double left, const Law& law) {
   const double slowest = law.a > 1 ? law.step(CumulativeTable::last) : 1 - law.p;
-  return left_beyond <= 1.0 / 64 && slowest < 0.99;
+  return left <= 0 || (left <= 1.0 / 64 && slowest < 0.99);
 }
 
 /// On from the table's end to where u is passed, or nothing is added any more.
@@ -73,7 +73,8 @@ class FallingHat {
     growth_ = kernels::expm1(a_ * kernels::ln(border_ / start));
     in_table_ = table[CumulativeTable::last - 1];
     power_area_ = kernels::exp(ln_c + a_ * kernels::ln(start)) / a_ * growth_;
-    tail_area_ = kernels::exp(ln_c + (a_ - 1) * kernels::ln(border_) - rate_ * border_) / rate_;
+    tail_area_ =
+        kernels::exp(ln_c + (a_ - 1) * kernels::ln(border_) - rate_ * border_ - kernels::ln(rate_));
   }
 
   /// Decides on n pairs, in their order, and returns how many numbers it has made of them.
@@ -200,7 +201,7 @@ int32_t _zokiRngNegbinomial(int32_t, StreamState* stream, int32_t n, int32_t* r,
   if (record->key.holds(a, p) && record->method == Method::table) {
     return by_table(stream, n, r, law, record->table);
   }
-  const QuietKernels quiet(_vLnCallBack<double>);
+  const QuietKernels quiet(_vLnOnlyCallBack<double>);  // exponentials may vanish
   if (!record->key.holds(a, p)) {
     record->key = {};
     prepare(law, record);

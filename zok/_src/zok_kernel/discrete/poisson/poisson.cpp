@@ -31,8 +31,8 @@ void make_hat(double lambda, Hat<Mountain, 1>* hat) {
   hat->least = 0;
   hat->most = __builtin_inf();
   hat->middle = Mountain(m, half_width, c);
-  hat->tails = Tails(left, right, left_height, c, al * (1 + al / 2), ar * (1 + ar / 2),
-                     hat->middle.area);
+  hat->tails =
+      Tails(left, right, left_height, c, al * (1 + al / 2), ar * (1 + ar / 2), hat->middle.area);
   hat->log_ratio = LogRatio<1>(kernels::ln1p((lambda - f) / f), {{f, 1, 1}});
   hat->fill_near([&](double k) { return lambda / (k + 1); });
 }
@@ -70,8 +70,8 @@ int32_t _viRngPoissonPtpe(StreamState* stream, int32_t n, int32_t* r, double lam
 
 /// For means below 1, where E is the sum that a uniform is drawn below: the exponential function.
 constexpr double __zok_iExp[] = {
-    0.9999999978976929,   1.000000235204182,    0.49999555884885266,   0.16669916415448055,
-    0.0415487961378904,   0.008565930750590653, 0.0011369805324212754, 0.0003351641595394528,
+    0.9999999978976929, 1.000000235204182,    0.49999555884885266,   0.16669916415448055,
+    0.0415487961378904, 0.008565930750590653, 0.0011369805324212754, 0.0003351641595394528,
 };
 
 /// How many partial sums of the exponential series, 11 of them, a uniform lies above.
@@ -117,7 +117,6 @@ constexpr Method methods[] = {_viRngPoissonPtpe, _viRngPoissonPoisNorm};
 
 }  // namespace
 
-int32_t _zokiRngPoisson(int32_t method, StreamState* stream, int32_t n, int32_t* r,
-                        double lambda) {
+int32_t _zokiRngPoisson(int32_t method, StreamState* stream, int32_t n, int32_t* r, double lambda) {
   return methods[method](stream, n, r, lambda);
 }
