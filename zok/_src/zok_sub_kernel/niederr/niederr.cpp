@@ -1,8 +1,8 @@
 // Niederreiter's sequence of points in up to 318 dimensions, or as many as a user has polynomials
 // or direction numbers for (H. Niederreiter, Journal of Number Theory 30, 1988; the matrices as in
 // P. Bratley, B. Fox and H. Niederreiter, ACM Transactions on Modeling and Computer Simulation 2,
-// 1992). A request delivers point after point, the coordinates of each in their order. Period
-// 2^32 - 1 points.
+// 1992). A request delivers point after point, the coordinates of each in their order, 2^32 - 2
+// points at most.
 #include "../_quasi/fractions.hpp"
 #include "../_quasi/gray_code.hpp"
 
