@@ -158,8 +158,8 @@ TEST(Distributions, WithoutMemoryDrawNothing) {
 
 TEST(Streams, MoreQuasiRandomDimensionsNeedAChunk) {
   using Outcomes = decltype(outcomes([](auto) { return 0; }));
-  for (const auto& [brng, dims] :
-       {std::pair<int32_t, uint32_t>{BRNG_SOBOL, 41}, {BRNG_NIEDERR, 319}}) {
+  for (const int32_t brng : {BRNG_SOBOL, BRNG_NIEDERR}) {
+    const uint32_t dims = brng == BRNG_SOBOL ? 41 : 319;
     std::vector<uint32_t> seeds(3 + 32 * dims, 0x80000000);
     seeds[0] = dims, seeds[1] = 1, seeds[2] = 4;
     const auto count = static_cast<int32_t>(seeds.size());

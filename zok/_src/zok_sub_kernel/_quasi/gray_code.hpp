@@ -5,7 +5,6 @@
 
 #include <string.h>
 
-#include "../_service/chunk.hpp"
 #include "../_service/scaling.hpp"
 #include "../_service/stream_state.hpp"
 
@@ -36,43 +35,27 @@ inline int lowest_zero_bit(uint32_t word) {
 }
 inline uint32_t gray(uint32_t c) { return c ^ c >> 1; }
 
-/// Words of a chunk that must have this size; null and a status if it isn't there or isn't so.
-inline int32_t open_chunk(const StreamState* stream, uint32_t id, uint64_t bytes,
-                          uint32_t** words) {
-  const Chunk* const chunk = find_chunk(stream, id);
-  if (chunk == nullptr) return RNG_NULL_ENTRY;
-  if (chunk->Size != bytes) return RNG_BAD_FILE_FORMAT;
-  *words = static_cast<uint32_t*>(chunk->Data);
-  return RNG_OK;
-}
-
-/// Hangs room for words on the stream.
-inline int32_t add_chunk(StreamState* stream, uint32_t id, uint64_t bytes, uint32_t** words) {
-  if (bytes > INT32_MAX) return RNG_NO_MEMORY;
-  *words = static_cast<uint32_t*>(allocate_block(static_cast<size_t>(bytes)));
-  if (*words == nullptr) return RNG_NO_MEMORY;
-  memset(*words, 0, static_cast<size_t>(bytes));
-  const int32_t status = __zokAddChunk(stream, id, *words, static_cast<int32_t>(bytes));
-  if (status < 0) orv_serv_orv_free(*words);
-  return status;
-}
-
 /// A stream's points, wherever its tables lie.
 struct Sequence {
   Progress* at;
   int32_t dim;
-  uint32_t* x;                 // the current point
-  const uint32_t* v;           // direction numbers, entry j of a row for bit j
-  size_t row;                  // words from one dimension's row to the next one's
-  const uint32_t* transposed;  // all dimensions' numbers side by side, a row for each bit below
-  size_t transposed_row;       // `transposed_bits`; readable to a whole vector
+  uint32_t* x;            // the current point
+  uint32_t* v;            // direction numbers, entry j of a row for bit j
+  size_t row;             // words from one dimension's row to the next one's
+  uint32_t* transposed;   // rows of all dimensions' numbers, one for each bit that is below
+  size_t transposed_row;  // `transposed_bits`; their words
   int transposed_bits;
 
-  uint32_t number(int32_t d, int bit) const { return v[static_cast<size_t>(d) * row + bit]; }
+  /// The numbers of one bit, `step` words apart.
+  struct Column {
+    uint32_t operator[](int32_t d) const { return first[static_cast<size_t>(d) * step]; }
 
-  /// The numbers of one bit side by side, or null.
-  const uint32_t* side_by_side(int bit) const {
-    return bit < transposed_bits ? transposed + static_cast<size_t>(bit) * transposed_row : nullptr;
+    const uint32_t* first;
+    size_t step;
+  };
+  Column column(int bit) const {
+    if (bit >= transposed_bits) return {v + bit, row};
+    return {transposed + static_cast<size_t>(bit) * transposed_row, 1};
   }
 
   Sequence coordinate(int32_t d) const {
@@ -81,27 +64,17 @@ struct Sequence {
 
   /// Adds one bit's numbers to the current point.
   void add(int bit) {
-    if (const uint32_t* const numbers = side_by_side(bit)) {
-      for (int32_t d = 0; d < dim; ++d) x[d] ^= numbers[d];
-    } else {
-      for (int32_t d = 0; d < dim; ++d) x[d] ^= number(d, bit);
-    }
+    const Column numbers = column(bit);
+    for (int32_t d = 0; d < dim; ++d) x[d] ^= numbers[d];
   }
 
   void step() { add(lowest_zero_bit(at->Count++)); }
 
-  /// Makes a point out of another one, but leaves their numbers alone.
+  /// Makes a point out of another one, and leaves the count alone.
   void move(uint32_t from, uint32_t to) {
     for (uint32_t bits = gray(from) ^ gray(to); bits != 0; bits &= bits - 1) {
       add(__builtin_ctz(bits));
     }
-  }
-
-  /// The sum of a coordinate's numbers under the bits of a mask.
-  uint32_t sum(int32_t d, uint32_t mask) const {
-    uint32_t word = 0;
-    for (; mask != 0; mask &= mask - 1) word ^= number(d, __builtin_ctz(mask));
-    return word;
   }
 };
 
@@ -147,15 +120,19 @@ class Rounds {
 
   /// The stream stands at the first point of a round: its number is a multiple of 2^(k + 2).
   Rounds(const Sequence& s, int k)
-      : s_(s), k_(k), width_(s.dim << k), padded_((width_ + 7) & ~7), slots_(room / padded_) {
+      : s_(s),
+        k_(k),
+        width_(s.dim << k),
+        padded_((width_ + lanes - 1) & -lanes),
+        slots_(room / padded_) {
     if (slots_ > fraction_bits) slots_ = fraction_bits;
     memset(held_, -1, sizeof held_);
     for (int32_t d = 0; d < s.dim; ++d) row_[d] = Out::base | Out::place(s.x[d]);
     for (int32_t i = width_; i < padded_; ++i) row_[i] = Out::base;
     for (uint32_t point = 1; point < 1u << k; ++point) {
       Place* const next = row_ + static_cast<int32_t>(point) * s.dim;
-      const int bit = lowest_zero_bit(point - 1);
-      for (int32_t d = 0; d < s.dim; ++d) next[d] = next[d - s.dim] ^ Out::place(s.number(d, bit));
+      const auto step = s.column(lowest_zero_bit(point - 1));
+      for (int32_t d = 0; d < s.dim; ++d) next[d] = next[d - s.dim] ^ Out::place(step[d]);
     }
   }
 
@@ -178,7 +155,7 @@ class Rounds {
 
  private:
   using Place = typename Out::Place;
-  static constexpr int32_t room = 2048, lanes = 32 / sizeof(Place);
+  static constexpr int32_t room = 2048, lanes = int{32 / sizeof(Place)};
 
   static __m256i load(const Place* p) {
     return _mm256_load_si256(reinterpret_cast<const __m256i*>(p));
@@ -216,9 +193,11 @@ class Rounds {
 
   /// The Gray code of a row's number steps by one bit; its lowest goes to bit k - 1 as well.
   void gather(int bit, Place* place) const {
-    for (int32_t d = 0; d < s_.dim; ++d) {
-      const uint32_t number = s_.number(d, k_ + bit) ^ (k_ > 0 ? s_.number(d, k_ - 1) : 0);
-      place[d] = Out::place(number);
+    const auto high = s_.column(k_ + bit);
+    for (int32_t d = 0; d < s_.dim; ++d) place[d] = Out::place(high[d]);
+    if (k_ > 0) {
+      const auto low = s_.column(k_ - 1);
+      for (int32_t d = 0; d < s_.dim; ++d) place[d] ^= Out::place(low[d]);
     }
     for (int32_t i = s_.dim; i < width_; ++i) place[i] = place[i - s_.dim];
     for (int32_t i = width_; i < padded_; ++i) place[i] = 0;
@@ -261,79 +240,6 @@ void draw_all(Sequence& s, int32_t n, const Out& out) {
   const int32_t begun = n - request.i;
   put(s.x, begun, request.i, out);
   if (begun > 0) left = static_cast<uint32_t>(s.dim - begun);
-}
-
-/// n elements; the bound counts each of them as a point.
-template <class Generator, class Out>
-int32_t draw(StreamState* stream, int32_t n, const Out& out) {
-  const Progress& at = state_of<Progress>(stream);
-  if (int64_t{at.Count} + n > last_count) return RNG_QRNG_EXHAUSTED;
-  if (n < 1) return RNG_OK;
-  Sequence s;
-  const int32_t status = Generator::open(stream, &s);
-  if (status < 0) return status;
-  if (at.SelectedDim == -1) {
-    draw_all(s, n, out);
-  } else {
-    Sequence coordinate = s.coordinate(at.SelectedDim);
-    Request request = {0, n};
-    draw_points(coordinate, n, request, out);
-  }
-  return RNG_OK;
-}
-
-// ---- Moving along -------------------------------------------------------------------------------
-
-/// The number of streams that stands for a coordinate's selection.
-constexpr int32_t selection = 0x7FFFFFFF;
-
-/// From here on only coordinate k. Where another was selected before, its point is passed over.
-inline int32_t select(Sequence& s, int32_t nstreams, uint32_t k) {
-  Progress& at = *s.at;
-  if (nstreams != selection || k >= at.Dim) return RNG_LEAPFROG_UNSUPPORTED;
-  const auto d = static_cast<int32_t>(k);
-  if (d == at.SelectedDim) return RNG_OK;
-  const bool delivered = at.Pos != 0 && k < at.Dim - at.Pos;
-  if (at.SelectedDim != -1 || delivered) {
-    if (at.Count == last_count) return RNG_QRNG_EXHAUSTED;
-    s.x[d] = s.sum(d, gray(++at.Count));
-  }
-  at.Pos = 0;
-  at.SelectedDim = d;
-  return RNG_OK;
-}
-
-/// Passes over elements of whole points, also where a coordinate is selected.
-inline int32_t skip_ahead(Sequence& s, int32_t n, const uint32_t* params) {
-  if (n < 1) return RNG_SKIPAHEAD_UNSUPPORTED;
-  Progress& at = *s.at;
-  const uint64_t nskip = params[0] | (n > 1 ? uint64_t{params[1]} << 32 : 0);
-  uint64_t points = nskip / at.Dim, rest = nskip % at.Dim;
-  if (points >= last_count || at.Count + points >= last_count) return RNG_SKIPAHEAD_UNSUPPORTED;
-  if (nskip < at.Pos) {
-    at.Pos -= static_cast<uint32_t>(nskip);
-    return RNG_OK;
-  }
-  if (at.Pos > 0) {
-    points = (nskip - at.Pos) / at.Dim + 1;
-    rest = (nskip - at.Pos) % at.Dim;
-  }
-  const uint32_t before = at.Count;
-  at.Count += static_cast<uint32_t>(points);
-  s.move(before, at.Count);
-  at.Pos = static_cast<uint32_t>(rest == 0 ? 0 : at.Dim - rest);
-  return RNG_OK;
-}
-
-/// InitStream of Generator, which has `seed` and `open`.
-template <class Generator>
-int32_t begin_sequence(int32_t method, StreamState* stream, int32_t n, const uint32_t* params) {
-  if (method == seed_stream) return Generator::seed(stream, n, params);
-  if (method != leapfrog_stream && method != skip_ahead_stream) return RNG_BAD_METHOD;
-  Sequence s;
-  const int32_t status = Generator::open(stream, &s);
-  if (status < 0) return status;
-  return method == leapfrog_stream ? select(s, n, params[0]) : skip_ahead(s, n, params);
 }
 
 }  // namespace ORV_TAG

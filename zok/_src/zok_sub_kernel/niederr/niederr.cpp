@@ -1,24 +1,23 @@
 // Niederreiter's sequence of points in up to 318 dimensions, or as many as a user has polynomials
 // or direction numbers for (H. Niederreiter, Journal of Number Theory 30, 1988; the matrices as in
 // P. Bratley, B. Fox and H. Niederreiter, ACM Transactions on Modeling and Computer Simulation 2,
-// 1992). A request delivers point after point, the coordinates of each in their order. Period
-// 2^32 - 1 points.
+// 1992). A request delivers point after point, the coordinates of each in their order, 2^32 - 2
+// points at most.
 #include "../_quasi/fractions.hpp"
-#include "../_quasi/gray_code.hpp"
+#include "../_quasi/quasi_stream.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {
 namespace {
 
 constexpr int32_t most_dims = 318;
-constexpr uint32_t chunk_id = 10;
 
-struct State {
+struct Record {
   Progress at;
   uint32_t X[most_dims];                     // the current point
   uint32_t V[most_dims][fraction_bits + 1];  // direction numbers, from the first bit on
 };
-static_assert(sizeof(StreamState) + sizeof(State) == 43280);
+static_assert(sizeof(StreamState) + sizeof(Record) == 43280);
 
 // ---- What a copy of a state leaves out ----------------------------------------------------------
 
@@ -31,7 +30,7 @@ static_assert(uncopied <= whole_rows);
 
 /// Calls f(number, its second place) for each of them.
 template <class F>
-void for_uncopied(State& state, F f) {
+void for_uncopied(Record& state, F f) {
   for (int32_t i = 0; i < uncopied; ++i) {
     const int32_t place = first_uncopied + i;
     f(state.V[place / fraction_bits][place % fraction_bits], state.V[i][fraction_bits]);
@@ -95,101 +94,79 @@ void make_numbers(uint32_t polynomial, uint32_t* v) {
 }
 
 /// What direction numbers are made of.
-struct Source {
+struct Maker {
   int32_t dim;
   const uint32_t* polynomials = uNiederrIrredPoly;
   const uint32_t* numbers = nullptr;  // all direction numbers, nothing to be made
+  static constexpr bool keeps_chunk = false;
+
+  /// Takes the user's data from seed words, if they are of a form that there is, long enough, and
+  /// polynomials of degree 1 at least.
+  bool read(uint64_t nseeds, const uint32_t* seeds) {
+    const auto dims = static_cast<uint64_t>(dim);
+    if (nseeds < 3 || seeds[1] != 1) return false;
+    switch (seeds[2]) {
+      case 1:
+        polynomials = seeds + 3;
+        return dims + 3 <= nseeds && all_have_degrees();
+      case 4:
+        numbers = seeds + 3;
+        return fraction_bits * dims + 3 <= nseeds;
+      default:
+        return false;
+    }
+  }
 
   void make(int32_t d, uint32_t* v) const {
     if (numbers == nullptr) return make_numbers(polynomials[d], v);
     memcpy(v, numbers + static_cast<size_t>(d) * fraction_bits, fraction_bits * sizeof *v);
   }
-};
 
-/// Takes the user's data from seed words, if they are of a form that there is, long enough, and
-/// polynomials of degree 1 at least.
-bool read_user_form(Source* source, uint64_t nseeds, const uint32_t* seeds) {
-  const auto dim = static_cast<uint64_t>(source->dim);
-  if (nseeds < 3 || seeds[1] != 1) return false;
-  switch (seeds[2]) {
-    case 1:
-      if (dim + 3 > nseeds) return false;
-      source->polynomials = seeds + 3;
-      for (int32_t d = 0; d < source->dim; ++d) {
-        if (source->polynomials[d] < 2) return false;
-      }
-      return true;
-    case 4:
-      source->numbers = seeds + 3;
-      return fraction_bits * dim + 3 <= nseeds;
-    default:
-      return false;
+ private:
+  bool all_have_degrees() const {
+    for (int32_t d = 0; d < dim; ++d) {
+      if (polynomials[d] < 2) return false;
+    }
+    return true;
   }
-}
-
-Source read_seeds(int32_t nseeds, const uint32_t* seeds) {
-  const auto asked = nseeds < 1 ? 1 : static_cast<int32_t>(seeds[0]);
-  Source source = {.dim = asked < 1 ? 1 : asked};
-  if (nseeds > 0 && read_user_form(&source, static_cast<uint64_t>(nseeds), seeds)) return source;
-  return {.dim = source.dim > most_dims ? 1 : source.dim};
-}
+};
 
 // ---- Where tables lie ---------------------------------------------------------------------------
 
-/// The chunk of more dimensions: their direction numbers, then the current point.
-uint64_t chunk_bytes(uint64_t dim) { return 4 * (fraction_bits + 1) * dim; }
+struct Tables {
+  using State = Record;
+  using Source = Maker;
+  static constexpr int32_t most_dims = orv::most_dims;
+  static constexpr uint32_t chunk_id = 10;
 
-Sequence sequence_in(State& state, uint32_t* x, uint32_t* v, size_t row) {
-  return {&state.at, static_cast<int32_t>(state.at.Dim), x, v, row, nullptr, 0, 0};
-}
-Sequence in_record(State& state) {
-  return sequence_in(state, state.X, state.V[0], fraction_bits + 1);
-}
-Sequence in_chunk(State& state, uint32_t* words) {
-  return sequence_in(state, words + size_t{fraction_bits} * state.at.Dim, words, fraction_bits);
-}
+  /// Direction numbers, then the current point.
+  static uint64_t chunk_bytes(uint64_t dim) { return uint64_t{4} * (fraction_bits + 1) * dim; }
 
-/// Fills the tables of a sequence that stands at its first point.
-void fill(const Source& source, const Sequence& s) {
-  auto* const v = const_cast<uint32_t*>(s.v);
-  for (int32_t d = 0; d < s.dim; ++d) {
-    uint32_t* const numbers = v + static_cast<size_t>(d) * s.row;
-    source.make(d, numbers);
-    s.x[d] = numbers[0];
+  static Sequence in_record(Record& state) {
+    return sequence(state, state.X, state.V[0], fraction_bits + 1);
   }
-}
-
-struct Niederr {
-  static int32_t open(StreamState* stream, Sequence* s) {
-    auto& state = state_of<State>(stream);
-    if (!is_sound(state.at)) return RNG_BAD_FILE_FORMAT;
-    if (state.at.Dim <= most_dims) {
-      if (state.at.Dim > whole_rows) {
-        for_uncopied(state, [](uint32_t& number, uint32_t second) { number = second; });
-      }
-      *s = in_record(state);
-      return RNG_OK;
-    }
-    uint32_t* words;
-    const int32_t status = open_chunk(stream, chunk_id, chunk_bytes(state.at.Dim), &words);
-    if (status == RNG_OK) *s = in_chunk(state, words);
-    return status;
+  static Sequence in_chunk(Record& state, uint32_t* words) {
+    return sequence(state, words + size_t{fraction_bits} * state.at.Dim, words, fraction_bits);
   }
 
-  static int32_t seed(StreamState* stream, int32_t nseeds, const uint32_t* seeds) {
-    const Source source = read_seeds(nseeds, seeds);
-    auto& state = state_of<State>(stream);
-    memset(&state, 0, sizeof state);
-    state.at = at_first_point(static_cast<uint32_t>(source.dim));
-    if (source.dim <= most_dims) {
-      fill(source, in_record(state));
-      for_uncopied(state, [](uint32_t number, uint32_t& second) { second = number; });
-      return RNG_OK;
-    }
-    uint32_t* words;
-    const int32_t status = add_chunk(stream, chunk_id, chunk_bytes(state.at.Dim), &words);
-    if (status == RNG_OK) fill(source, in_chunk(state, words));
-    return status;
+  static void filled(Record& state) {
+    for_uncopied(state, [](uint32_t number, uint32_t& second) { second = number; });
+  }
+  static void opened(Record& state) {
+    if (state.at.Dim <= whole_rows) return;
+    for_uncopied(state, [](uint32_t& number, uint32_t second) { number = second; });
+  }
+
+ private:
+  static Sequence sequence(Record& state, uint32_t* x, uint32_t* v, size_t row) {
+    return {.at = &state.at,
+            .dim = static_cast<int32_t>(state.at.Dim),
+            .x = x,
+            .v = v,
+            .row = row,
+            .transposed = nullptr,
+            .transposed_row = 0,
+            .transposed_bits = 0};
   }
 };
 
@@ -201,17 +178,17 @@ using namespace orv;
 
 int32_t __zokBRngNiederrInitStream(int32_t method, StreamState* stream, int32_t n,
                                    const uint32_t* params) {
-  return begin_sequence<Niederr>(method, stream, n, params);
+  return begin_sequence<Tables>(method, stream, n, params);
 }
 
 int32_t __zoksBRngNiederr(StreamState* stream, int32_t n, float* r, float a, float b) {
-  return draw<Niederr>(stream, n, Fractions<float, Whole>(r, a, b));
+  return draw<Tables>(stream, n, Fractions<float, Whole>(r, a, b));
 }
 
 int32_t __zokdBRngNiederr(StreamState* stream, int32_t n, double* r, double a, double b) {
-  return draw<Niederr>(stream, n, Fractions<double, Whole>(r, a, b));
+  return draw<Tables>(stream, n, Fractions<double, Whole>(r, a, b));
 }
 
 int32_t __zokiBRngNiederr(StreamState* stream, int32_t n, uint32_t* r) {
-  return draw<Niederr>(stream, n, PlainWords(r));
+  return draw<Tables>(stream, n, PlainWords(r));
 }

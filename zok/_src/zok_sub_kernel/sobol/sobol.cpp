@@ -1,23 +1,22 @@
 // Sobol's sequence of points in up to 40 dimensions, or as many as a user has direction numbers for
 // (I. Sobol, USSR Computational Mathematics and Mathematical Physics 7, 1967). A request delivers
-// point after point, the coordinates of each in their order. Period 2^32 - 1 points.
+// point after point, the coordinates of each in their order, 2^32 - 2 points at most.
 #include "../_quasi/fractions.hpp"
-#include "../_quasi/gray_code.hpp"
+#include "../_quasi/quasi_stream.hpp"
 
 namespace orv {
 inline namespace ORV_TAG {
 namespace {
 
 constexpr int32_t most_dims = 40;
-constexpr uint32_t chunk_id = 9;
 
-struct State {
+struct Record {
   Progress at;
   uint32_t X[most_dims];                     // the current point
   uint32_t V[most_dims][fraction_bits + 1];  // direction numbers, from the first bit on
   uint32_t VT[fraction_bits][most_dims];     // the same, transposed
 };
-static_assert(sizeof(StreamState) + sizeof(State) == 10592);
+static_assert(sizeof(StreamState) + sizeof(Record) == 10592);
 
 /// A copy of a state leaves its last 40 words out, the row of VT for the last bit. These are taken
 /// from V.
@@ -26,7 +25,7 @@ constexpr int transposed_bits = fraction_bits - 1;
 // ---- Direction numbers --------------------------------------------------------------------------
 
 /// What direction numbers are made of.
-struct Source {
+struct Maker {
   int32_t dim;
   int32_t first = 1;                      // the first dimension that has a polynomial
   const uint32_t* polynomials = nullptr;  // null: those that are built in
@@ -34,6 +33,32 @@ struct Source {
   uint64_t initial_row = 0;
   const uint32_t* numbers = nullptr;  // all direction numbers, nothing to be made
   bool keeps_chunk = false;
+
+  /// Takes the user's data from seed words, if they are of a form that there is and long enough.
+  bool read(uint64_t nseeds, const uint32_t* seeds) {
+    if (nseeds < 4 || seeds[1] != 1) return false;
+    const uint32_t form = seeds[2];
+    const auto dims = static_cast<uint64_t>(dim);
+    const bool fits = dims <= most_dims;
+    if (form != 2) polynomials = seeds + 3;
+    keeps_chunk = form > 2;
+    switch (form) {
+      case 1:
+        return fits && dims + 2 <= nseeds;
+      case 2:
+        return fits && read_rows(dims - 1, 3, nseeds, seeds);
+      case 3:
+        return read_rows(dims - 1, dims + 2, nseeds, seeds);
+      case 11:
+        first = 0;
+        return read_rows(dims, dims + 3, nseeds, seeds);
+      case 4:
+        numbers = seeds + 3;
+        return fraction_bits * dims + 3 <= nseeds;
+      default:
+        return false;
+    }
+  }
 
   /// The direction numbers of dimension d.
   void make(int32_t d, uint32_t* v) const {
@@ -51,6 +76,14 @@ struct Source {
   }
 
  private:
+  /// Rows of initial numbers, after the word that has their length.
+  bool read_rows(uint64_t count, uint64_t length_at, uint64_t nseeds, const uint32_t* seeds) {
+    if (nseeds <= length_at) return false;
+    initial = seeds + length_at + 1;
+    initial_row = seeds[length_at];
+    return count * initial_row + length_at + 1 <= nseeds;
+  }
+
   uint32_t polynomial_of(int32_t d) const {
     return polynomials != nullptr ? polynomials[d - first] : uSobolIrredPoly[d - 1];
   }
@@ -77,49 +110,10 @@ struct Source {
   }
 };
 
-/// Takes the user's data from seed words, if they are of a form that there is and long enough.
-bool read_user_form(Source* source, uint64_t nseeds, const uint32_t* seeds) {
-  const auto dim = static_cast<uint64_t>(source->dim);
-  const bool fits = dim <= most_dims;
-  const auto rows = [&](uint64_t count, uint64_t length_at) {
-    if (nseeds <= length_at) return false;
-    source->initial = seeds + length_at + 1;
-    source->initial_row = seeds[length_at];
-    return count * source->initial_row + length_at + 1 <= nseeds;
-  };
-  if (nseeds < 4 || seeds[1] != 1) return false;
-  const uint32_t form = seeds[2];
-  if (form != 2) source->polynomials = seeds + 3;
-  source->keeps_chunk = form > 2;
-  switch (form) {
-    case 1:
-      return fits && dim + 2 <= nseeds;
-    case 2:
-      return fits && rows(dim - 1, 3);
-    case 3:
-      return rows(dim - 1, dim + 2);
-    case 11:
-      source->first = 0;
-      return rows(dim, dim + 3);
-    case 4:
-      source->numbers = seeds + 3;
-      return fraction_bits * dim + 3 <= nseeds;
-    default:
-      return false;
-  }
-}
-
-Source read_seeds(int32_t nseeds, const uint32_t* seeds) {
-  const auto asked = nseeds < 1 ? 1 : static_cast<int32_t>(seeds[0]);
-  Source source = {.dim = asked < 1 ? 1 : asked};
-  if (nseeds > 0 && read_user_form(&source, static_cast<uint64_t>(nseeds), seeds)) return source;
-  return {.dim = source.dim > most_dims ? 1 : source.dim};
-}
-
 // ---- Where tables lie ---------------------------------------------------------------------------
 
-/// The tables of a user's dimensions in a chunk: the direction numbers, then the current point and
-/// the transposed numbers in rows that may be read beyond their end.
+/// The tables of a user's dimensions in a chunk: the direction numbers, then rows of the current
+/// point and of the transposed numbers, all padded alike.
 struct ChunkLayout {
   explicit ChunkLayout(uint64_t dim)
       : point(fraction_bits * dim), row(dim + 32 - (4 * dim & 31)), transposed(point + row) {}
@@ -129,69 +123,39 @@ struct ChunkLayout {
   uint64_t point, row, transposed;  // in words
 };
 
-Sequence in_record(State& state) {
-  return {&state.at,         static_cast<int32_t>(state.at.Dim),
-          state.X,           state.V[0],
-          fraction_bits + 1, state.VT[0],
-          most_dims,         transposed_bits};
-}
+struct Tables {
+  using State = Record;
+  using Source = Maker;
+  static constexpr int32_t most_dims = orv::most_dims;
+  static constexpr uint32_t chunk_id = 9;
 
-Sequence in_chunk(State& state, uint32_t* words) {
-  const ChunkLayout layout(state.at.Dim);
-  return {&state.at,
-          static_cast<int32_t>(state.at.Dim),
-          words + layout.point,
-          words,
-          fraction_bits,
-          words + layout.transposed,
-          static_cast<size_t>(layout.row),
-          transposed_bits};
-}
+  static uint64_t chunk_bytes(uint64_t dim) { return ChunkLayout(dim).bytes(); }
 
-/// Fills the tables of a sequence that stands at its first point.
-void fill(const Source& source, const Sequence& s) {
-  auto* const v = const_cast<uint32_t*>(s.v);
-  auto* const transposed = const_cast<uint32_t*>(s.transposed);
-  for (int32_t d = 0; d < s.dim; ++d) {
-    uint32_t* const numbers = v + static_cast<size_t>(d) * s.row;
-    source.make(d, numbers);
-    for (int j = 0; j < fraction_bits; ++j) {
-      transposed[static_cast<size_t>(j) * s.transposed_row + d] = numbers[j];
-    }
-    s.x[d] = numbers[0];
-  }
-}
-
-struct Sobol {
-  /// Up to 40 dimensions the record has all that is needed, chunk or not: other uses of a stream
-  /// may delete its chunks.
-  static int32_t open(StreamState* stream, Sequence* s) {
-    auto& state = state_of<State>(stream);
-    if (!is_sound(state.at)) return RNG_BAD_FILE_FORMAT;
-    if (state.at.Dim <= most_dims) {
-      *s = in_record(state);
-      return RNG_OK;
-    }
-    uint32_t* words;
-    const uint64_t bytes = ChunkLayout(state.at.Dim).bytes();
-    const int32_t status = open_chunk(stream, chunk_id, bytes, &words);
-    if (status == RNG_OK) *s = in_chunk(state, words);
-    return status;
+  static Sequence in_record(Record& state) {
+    return {.at = &state.at,
+            .dim = static_cast<int32_t>(state.at.Dim),
+            .x = state.X,
+            .v = state.V[0],
+            .row = fraction_bits + 1,
+            .transposed = state.VT[0],
+            .transposed_row = most_dims,
+            .transposed_bits = transposed_bits};
   }
 
-  static int32_t seed(StreamState* stream, int32_t nseeds, const uint32_t* seeds) {
-    const Source source = read_seeds(nseeds, seeds);
-    auto& state = state_of<State>(stream);
-    memset(&state, 0, sizeof state);
-    state.at = at_first_point(static_cast<uint32_t>(source.dim));
-    if (source.dim <= most_dims) fill(source, in_record(state));
-    if (!source.keeps_chunk) return RNG_OK;
-    uint32_t* words;
-    const uint64_t bytes = ChunkLayout(state.at.Dim).bytes();
-    const int32_t status = add_chunk(stream, chunk_id, bytes, &words);
-    if (status == RNG_OK) fill(source, in_chunk(state, words));
-    return status;
+  static Sequence in_chunk(Record& state, uint32_t* words) {
+    const ChunkLayout layout(state.at.Dim);
+    return {.at = &state.at,
+            .dim = static_cast<int32_t>(state.at.Dim),
+            .x = words + layout.point,
+            .v = words,
+            .row = fraction_bits,
+            .transposed = words + layout.transposed,
+            .transposed_row = static_cast<size_t>(layout.row),
+            .transposed_bits = transposed_bits};
   }
+
+  static void filled(Record&) {}
+  static void opened(Record&) {}
 };
 
 }  // namespace
@@ -202,17 +166,17 @@ using namespace orv;
 
 int32_t __zokBRngSobolInitStream(int32_t method, StreamState* stream, int32_t n,
                                  const uint32_t* params) {
-  return begin_sequence<Sobol>(method, stream, n, params);
+  return begin_sequence<Tables>(method, stream, n, params);
 }
 
 int32_t __zoksBRngSobol(StreamState* stream, int32_t n, float* r, float a, float b) {
-  return draw<Sobol>(stream, n, Fractions<float, Halved>(r, a, b));
+  return draw<Tables>(stream, n, Fractions<float, Halved>(r, a, b));
 }
 
 int32_t __zokdBRngSobol(StreamState* stream, int32_t n, double* r, double a, double b) {
-  return draw<Sobol>(stream, n, Fractions<double, Halved>(r, a, b));
+  return draw<Tables>(stream, n, Fractions<double, Halved>(r, a, b));
 }
 
 int32_t __zokiBRngSobol(StreamState* stream, int32_t n, uint32_t* r) {
-  return draw<Sobol>(stream, n, PlainWords(r));
+  return draw<Tables>(stream, n, PlainWords(r));
 }
