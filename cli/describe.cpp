@@ -17,12 +17,19 @@ std::string number_or_dash(std::optional<double> x) { return x ? fmt::format("{:
 }  // namespace
 
 double Description::edge(int i) const {
-  const double x = low_ + (high_ - low_) * i / bins;
+  const double x = low_ + (high_ - low_) * i / bins_;
   return std::abs(x) < 1e-9 * (high_ - low_) ? 0 : x;
 }
 
+/// Bins of whole numbers end halfway between two, and all have as many of them.
 Description::Description(const Law& law)
-    : law_(law), low_(law.quantile(outer)), high_(law.quantile(1 - outer)) {}
+    : law_(law), low_(law.quantile(outer)), high_(law.quantile(1 - outer)) {
+  if (!law.whole) return;
+  const double count = high_ - low_ + 1, width = std::ceil(count / most_bins);
+  bins_ = static_cast<int>(std::ceil(count / width));
+  low_ -= 0.5;
+  high_ = low_ + bins_ * width;
+}
 
 void Description::add(double x) {
   const double distance = x - (low_ + high_) / 2;
@@ -31,13 +38,13 @@ void Description::add(double x) {
   ++n_;
   smallest_ = std::min(smallest_, x);
   largest_ = std::max(largest_, x);
-  const double bin = std::floor((x - low_) / (high_ - low_) * bins) + 1;
-  ++counts_[static_cast<size_t>(std::clamp(bin, 0.0, bins + 1.0))];
+  const double bin = std::floor((x - low_) / (high_ - low_) * bins_) + 1;
+  ++counts_[static_cast<size_t>(std::clamp(bin, 0.0, bins_ + 1.0))];
 }
 
 double Description::law_share(int bin) const {
   const double below = bin == 0 ? 0 : law_.cdf(edge(bin - 1));
-  return (bin == bins + 1 ? 1 : law_.cdf(edge(bin))) - below;
+  return (bin == bins_ + 1 ? 1 : law_.cdf(edge(bin))) - below;
 }
 
 /// The drawn share as a bar, and the law's as a mark in it.
@@ -50,8 +57,12 @@ std::string Description::row(int bin, double widest) const {
   std::string bar(length(drawn), '#');
   bar.resize(std::max(bar.size(), length(law) + 1), ' ');
   bar[length(law)] = '|';
-  const std::string from = bin == 0 ? "" : fmt::format("{:.5g}", edge(bin - 1));
-  const std::string to = bin == bins + 1 ? "" : fmt::format("{:.5g}", edge(bin));
+  const double inward = law_.whole ? 0.5 : 0;
+  const auto text_of = [&](double x) {
+    return fmt::format(fmt::runtime(law_.whole ? "{:.10g}" : "{:.5g}"), x);
+  };
+  const std::string from = bin == 0 ? "" : text_of(edge(bin - 1) + inward);
+  const std::string to = bin == bins_ + 1 ? "" : text_of(edge(bin) - inward);
   return fmt::format("{:>12} {:>12} {:>8.3f} {:>8.3f}  {}\n", from, to, 100 * drawn, 100 * law,
                      bar);
 }
@@ -74,8 +85,10 @@ std::string Description::text() const {
   text += fmt::format("\n{:>12} {:>12} {:>8} {:>8}  drawn: #, law: |\n", "from", "to", "drawn %",
                       "law %");
   double widest = 0;
-  for (int bin = 0; bin < bins + 2; ++bin) widest = std::max(widest, law_share(bin));
-  for (int bin = 0; bin < bins + 2; ++bin) text += row(bin, widest);
+  for (int bin = 0; bin < bins_ + 2; ++bin) widest = std::max(widest, law_share(bin));
+  for (int bin = 0; bin < bins_ + 2; ++bin) {
+    if (counts_[bin] > 0 || law_share(bin) > 0) text += row(bin, widest);
+  }
   return text;
 }
 

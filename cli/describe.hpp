@@ -19,18 +19,19 @@ class Description {
   std::string text() const;
 
  private:
-  static constexpr int bins = 20;  // between quantiles of the law; one more on either side
+  static constexpr int most_bins = 20;
 
   double edge(int i) const;
   std::string row(int bin, double widest) const;
   double law_share(int bin) const;
 
   Law law_;
-  double low_, high_;
+  double low_, high_;  // quantiles of the law, and the bins between them; one more on either side
+  int bins_ = most_bins;
   int64_t n_ = 0;
   ExactSum sum_, squares_;  // of distances from the middle of the bins
   double smallest_ = std::numeric_limits<double>::infinity(), largest_ = -smallest_;
-  std::array<int64_t, bins + 2> counts_{};
+  std::array<int64_t, most_bins + 2> counts_{};
 };
 
 }  // namespace orv_cli

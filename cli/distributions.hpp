@@ -13,7 +13,7 @@
 
 namespace orv_cli {
 
-enum class Allowed { any, above_0 };
+enum class Allowed { any, above_0, probability, probability_above_0, count, mean_of_counts };
 
 struct Parameter {
   std::string_view name;  // its option is --name
@@ -27,6 +27,9 @@ struct Method {
   std::string_view text;
 };
 
+/// A whole number of 32 bits.
+inline bool is_whole(Allowed allowed) { return allowed == Allowed::count; }
+
 /// Draws n numbers into r, a vector of what the function makes; parameters are in the row's order.
 using Draw = int32_t (*)(int32_t method, StreamState* stream, int32_t n, void* r,
                          const double* parameters);
@@ -35,8 +38,11 @@ struct Distribution {
   std::string_view name, text;
   std::vector<Parameter> parameters;
   std::vector<Method> methods;  // the first one by default; none where there is no choice
-  Draw doubles, floats;
+  Draw doubles, floats;         // or
+  Draw integers;
   Law (*law)(const double* parameters);
+  /// The name of a parameter that does not go with the others, or nothing.
+  std::string_view (*misfit)(const double* parameters) = nullptr;
 };
 
 std::span<const Distribution> distributions();

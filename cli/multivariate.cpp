@@ -105,15 +105,8 @@ Factor read_factor(const MultivariateOptions& options) {
 std::vector<double> mean_of(const std::map<std::string_view, std::string>& parameters,
                             int32_t dim) {
   const auto given = parameters.find("mean");
-  std::vector<double> mean(dim, 0.0);
-  if (given == parameters.end()) return mean;
-  mean.clear();
-  std::string_view rest = given->second;
-  for (size_t comma = 0; comma != rest.npos;) {
-    comma = rest.find(',');
-    mean.push_back(number<double>("--mean", std::string(rest.substr(0, comma))));
-    rest = comma == rest.npos ? rest : rest.substr(comma + 1);
-  }
+  if (given == parameters.end()) return std::vector<double>(dim, 0.0);
+  std::vector<double> mean = number_list("--mean", given->second);
   if (mean.size() != static_cast<size_t>(dim)) {
     throw Error("--mean {}: {} numbers for vectors of {}", in_quotes(given->second), mean.size(),
                 dim);

@@ -5,7 +5,9 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <string_view>
 #include <type_traits>
+#include <vector>
 
 #include "error.hpp"
 #include "random_streams.hpp"
@@ -28,6 +30,17 @@ T number(const std::string& what, const std::string& text) {
     }
     return value;
   }
+}
+
+/// Numbers with commas between.
+inline std::vector<double> number_list(const std::string& what, std::string_view text) {
+  std::vector<double> numbers;
+  for (size_t comma = 0; comma != text.npos;) {
+    comma = text.find(',');
+    numbers.push_back(number<double>(what, std::string(text.substr(0, comma))));
+    text.remove_prefix(comma == text.npos ? text.size() : comma + 1);
+  }
+  return numbers;
 }
 
 }  // namespace orv_cli

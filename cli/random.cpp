@@ -23,6 +23,7 @@
 #include "numbers.hpp"
 #include "output.hpp"
 #include "points.hpp"
+#include "poisson_means.hpp"
 #include "print_numbers.hpp"
 #include "random_streams.hpp"
 
@@ -37,6 +38,7 @@ struct Options {
   std::map<std::string_view, std::string> parameters;  // those given
   std::string method;
   MultivariateOptions multivariate;
+  PoissonMeansOptions means;
   bool describe = false;
   std::optional<std::string> dim, skip, leapfrog, save, load;
   std::string type = "d";
@@ -89,11 +91,19 @@ void print_uniform(const Options& options, StreamState* stream, int64_t n, Range
     return source(method, stream, count, r, range.a, range.b);
   };
   const double law_range[] = {static_cast<double>(range.a), static_cast<double>(range.b)};
-  if constexpr (std::is_integral_v<T>) {
-    print_all<T>(n, 1, format_of(options), draw);
-  } else {
-    print_or_describe<T>(options, n, uniform_law(law_range), draw);
-  }
+  const Law law = std::is_integral_v<T> ? whole_uniform_law(law_range) : uniform_law(law_range);
+  print_or_describe<T>(options, n, law, draw);
+}
+
+/// The parameter as it was given, in the type that the numbers have.
+template <class T>
+double parameter(const Parameter& p, const std::string& text) {
+  using Number = std::conditional_t<std::is_same_v<T, float>, float, double>;
+  const std::string what = fmt::format("--{}", p.name);
+  const double value =
+      is_whole(p.allowed) ? number<int32_t>(what, text) : number<Number>(what, text);
+  if (is_allowed(p.allowed, value)) return value;
+  throw Error("{} {}: allowed are {}", what, in_quotes(text), text_of(p.allowed));
 }
 
 /// Every parameter in the row's order: given, or by default.
@@ -108,12 +118,12 @@ std::vector<double> parameters_of(const Distribution& row, const Options& option
       values.push_back(*p.by_default);
       continue;
     }
-    const std::string what = fmt::format("--{}", p.name);
-    const T value = number<T>(what, given->second);
-    if (!is_allowed(p.allowed, value)) {
-      throw Error("{} {}: allowed are {}", what, in_quotes(given->second), text_of(p.allowed));
-    }
-    values.push_back(value);
+    values.push_back(parameter<T>(p, given->second));
+  }
+  const std::string_view misfit = row.misfit == nullptr ? "" : row.misfit(values.data());
+  if (!misfit.empty()) {
+    throw Error("--{} {}: it is more than the {}", misfit,
+                in_quotes(options.parameters.find(misfit)->second), row.parameters[0].name);
   }
   return values;
 }
@@ -134,7 +144,9 @@ void print_distribution(const Distribution& row, const Options& options, StreamS
                         int64_t n) {
   const std::vector<double> parameters = parameters_of<T>(row, options);
   const int32_t method = method_of(row.name, row.methods, options.method);
-  const Draw draw = sizeof(T) == sizeof(float) ? row.floats : row.doubles;
+  const Draw draw = std::is_integral_v<T>      ? row.integers
+                    : std::is_same_v<T, float> ? row.floats
+                                               : row.doubles;
   print_or_describe<T>(options, n, row.law(parameters.data()), [&](int32_t count, T* r) {
     return draw(method, stream, count, r, parameters.data());
   });
@@ -147,6 +159,18 @@ void print_vectors(const Options& options, StreamState* stream, int64_t n) {
       method_of("gaussian-mv", find_distribution("gaussian")->methods, options.method);
   print_all<T>(n, vectors.dim, format_of(options),
                [&](int32_t count, T* r) { return vectors.draw(method, stream, count, r); });
+}
+
+void print_poisson_vectors(const Options& options, StreamState* stream, int64_t n) {
+  const std::vector<double> means = poisson_means(options.means);
+  const auto dim = static_cast<int32_t>(means.size());
+  print_all<int32_t>(n, dim, format_of(options), [&](int32_t count, int32_t* r) {
+    int32_t status = RNG_OK;
+    for (int32_t i = 0; status >= 0 && i < count; ++i) {
+      status = _zokiRngPoissonV(0, stream, dim, r + size_t(i) * dim, means.data());
+    }
+    return status;
+  });
 }
 
 void print_bits(const Options& options, StreamState* stream, int64_t n) {
@@ -184,9 +208,14 @@ void print_kind(const Options& options, StreamState* stream, int64_t n) {
   if (options.kind == "uniform") {
     return print_uniform<double>(options, stream, n, {0, 1}, RNG_ACCURATE, _zokdRngUniform);
   }
+  if (options.kind == poisson_vector_kind) return print_poisson_vectors(options, stream, n);
+  const Distribution* const row = find_distribution(options.kind);
+  if (row != nullptr && row->integers != nullptr) {
+    return print_distribution<int32_t>(*row, options, stream, n);
+  }
   in_type(options, [&]<class T>(T) {
-    if (options.kind == multivariate_kind) return print_vectors<T>(options, stream, n);
-    print_distribution<T>(*find_distribution(options.kind), options, stream, n);
+    if (row == nullptr) return print_vectors<T>(options, stream, n);
+    print_distribution<T>(*row, options, stream, n);
   });
 }
 
@@ -255,6 +284,7 @@ void print_distributions() {
     }
   }
   text += multivariate_usage;
+  text += poisson_vector_usage;
   text += points_usage;
   write(text.data(), text.size());
 }
@@ -270,7 +300,8 @@ bool takes_parameter(const std::string& kind, std::string_view name) {
 
 bool takes(const std::string& kind, const std::string& option) {
   const Distribution* const row = find_distribution(kind);
-  const bool vectors = kind == multivariate_kind, real = kind == "uniform" || row != nullptr;
+  const bool vectors = kind == multivariate_kind, has_law = row != nullptr || kind == "int";
+  const bool real = kind == "uniform" || (row != nullptr && row->doubles != nullptr);
   const bool points = makes_points(kind);
   if (kind == "list") return false;
   if (option == "--dim") return points;
@@ -279,7 +310,10 @@ bool takes(const std::string& kind, const std::string& option) {
   }
   if (option == "--range") return kind == "uniform" || kind == "int";
   if (option == "--type") return real || vectors || points;
-  if (option == "--describe") return real;
+  if (option == "--describe") return real || has_law;
+  for (const char* of_means : {"--means", "--means-file", "--column"}) {
+    if (option == of_means) return kind == poisson_vector_kind;
+  }
   if (option == "--method") return vectors || (row != nullptr && !row->methods.empty());
   if (option == "--covariance" || option == "--factor" || option == "--storage") return vectors;
   const bool is_parameter = std::ranges::any_of(distributions(), [&](const Distribution& d) {
@@ -320,6 +354,7 @@ of the new is written.
 Examples:
   orv random gaussian --mean 20 --sd 0.5 -n 1e6 --describe
   orv random gamma --shape 2.5 --scale 3 -n 1000 --seed 7
+  orv random binomial --trials 100 --p 0.3 -n 1e5 --describe
   orv random uniform -n 1000 --range -1 1 --save state
   orv random uniform -n 1000 --range -1 1 --load state
   orv random sobol --dim 5 -n 1000 --shift 7 --format csv
@@ -329,7 +364,8 @@ Examples:
 std::vector<std::string> kinds() {
   std::vector<std::string> names = {"uniform", "bits", "int", "list"};
   for (const Distribution& row : distributions()) names.emplace_back(row.name);
-  for (const std::string_view name : {multivariate_kind, sobol_kind, niederreiter_kind}) {
+  for (const std::string_view name :
+       {multivariate_kind, poisson_vector_kind, sobol_kind, niederreiter_kind}) {
     names.emplace_back(name);
   }
   return names;
@@ -402,6 +438,11 @@ void add_random_command(CLI::App& app) {
   add("--storage", options->multivariate.storage,
       "How the factor is stored: full (default), packed or diagonal", "NAME")
       ->transform(one_of({"full", "packed", "diagonal"}));
+  auto* means =
+      add("--means", options->means.list, "For poisson-v: the means, with commas between", "LIST");
+  add("--means-file", options->means.file, "For poisson-v: a CSV file of them", "FILE")
+      ->excludes(means);
+  add("--column", options->means.column, "Its column; without, all its numbers", "NAME|K");
   command->footer(footer);
   command->callback([command, options] {
     refuse_options(*command, options->kind);
