@@ -53,11 +53,13 @@ void add(const Filler& filler, bool verified) {
 
 using StreamPointer = std::shared_ptr<StreamState>;
 
+using Seeds = std::vector<uint32_t>;
+
 /// Null if the generator can't be had.
-StreamPointer make_stream(int32_t brng) {
-  const uint32_t seeds[] = {4711, 815, 7, 4, 1, 3};
+StreamPointer make_stream(int32_t brng, const Seeds& seeds) {
   StreamState* stream = nullptr;
-  const int32_t status = __zokNewStreamEx(&stream, brng, 6, seeds);
+  const auto count = static_cast<int32_t>(seeds.size());
+  const int32_t status = __zokNewStreamEx(&stream, brng, count, seeds.data());
   StreamPointer owner(stream, [](StreamState* s) {
     if (s != nullptr) __zokDeleteStream(&s);
   });
@@ -75,10 +77,10 @@ bool agrees_with_single_draws(const Filler& whole, const Filler& single) {
   return memcmp(a.data(), b.data(), n * bytes) == 0;
 }
 
-void add_flavour(int32_t brng, const std::string& name, int32_t element_bytes,
+void add_flavour(int32_t brng, const Seeds& seeds, const std::string& name, int32_t element_bytes,
                  const std::function<void(StreamState*, int32_t, void*)>& draw) {
   const auto filler = [&]() -> Filler {
-    const StreamPointer stream = make_stream(brng);
+    const StreamPointer stream = make_stream(brng, seeds);
     if (stream == nullptr) return {name, element_bytes, nullptr};
     return {name, element_bytes, [stream, draw](int32_t n, void* r) { draw(stream.get(), n, r); }};
   };
@@ -86,16 +88,18 @@ void add_flavour(int32_t brng, const std::string& name, int32_t element_bytes,
   add(timed, timed.fill != nullptr && agrees_with_single_draws(whole, single));
 }
 
-void add_generator(const std::string& name, int32_t brng) {
+void add_generator(const std::string& name, int32_t brng,
+                   const Seeds& seeds = {4711, 815, 7, 4, 1, 3}) {
   BrngProperties row;
   if (__zokGetBrngProperties(brng, &row) != RNG_OK) return add({name, 0, nullptr}, false);
-  add_flavour(brng, name + "_words", row.WordSize, [row](StreamState* stream, int32_t n, void* r) {
-    row.iBRng(stream, n, static_cast<uint32_t*>(r));
-  });
-  add_flavour(brng, name + "_doubles", 8, [row](StreamState* stream, int32_t n, void* r) {
+  add_flavour(brng, seeds, name + "_words", row.WordSize,
+              [row](StreamState* stream, int32_t n, void* r) {
+                row.iBRng(stream, n, static_cast<uint32_t*>(r));
+              });
+  add_flavour(brng, seeds, name + "_doubles", 8, [row](StreamState* stream, int32_t n, void* r) {
     row.dBRng(stream, n, static_cast<double*>(r), 0, 1);
   });
-  add_flavour(brng, name + "_floats", 4, [row](StreamState* stream, int32_t n, void* r) {
+  add_flavour(brng, seeds, name + "_floats", 4, [row](StreamState* stream, int32_t n, void* r) {
     row.sBRng(stream, n, static_cast<float*>(r), 0, 1);
   });
 }
@@ -113,6 +117,10 @@ void add_all() {
   add_generator("ours/MT19937", BRNG_MT19937);
   add_generator("ours/MT2203", BRNG_MT2203);
   add_generator("ours/SFMT19937", BRNG_SFMT19937);
+  for (const uint32_t dims : {10, 40}) {
+    add_generator("ours/Sobol" + std::to_string(dims), BRNG_SOBOL, {dims});
+    add_generator("ours/Niederr" + std::to_string(dims), BRNG_NIEDERR, {dims});
+  }
 }
 
 }  // namespace

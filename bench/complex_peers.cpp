@@ -20,6 +20,17 @@ void unary(int32_t n, const C* a, C* r) {
   }
 }
 
+template <class C, class R, R (*f)(const std::complex<R>&)>
+void real_of(int32_t n, const C* a, R* r) {
+  for (int32_t i = 0; i < n; ++i) r[i] = f(number<C, R>(a[i]));
+}
+template <class C, class R>
+void quotient(int32_t n, const C* a, const C* b, C* r) {
+  for (int32_t i = 0; i < n; ++i) {
+    const std::complex<R> y = number<C, R>(a[i]) / number<C, R>(b[i]);
+    r[i] = {y.real(), y.imag()};
+  }
+}
 template <class C, class R>
 void power(int32_t n, const C* a, const C* b, C* r) {
   for (int32_t i = 0; i < n; ++i) {
@@ -41,13 +52,26 @@ std::vector<Function> functions_of(char type) {
     return Function{type, name, -3, 3, {{"libm", orv_call::of(f)}}};
   };
   return {
-      row("Acos", unary<C, R, std::acos>),   row("Acosh", unary<C, R, std::acosh>),
-      row("Asin", unary<C, R, std::asin>),   row("Asinh", unary<C, R, std::asinh>),
-      row("Atan", unary<C, R, std::atan>),   row("Atanh", unary<C, R, std::atanh>),
-      row("Cos", unary<C, R, std::cos>),     row("Cosh", unary<C, R, std::cosh>),
-      row("Log10", unary<C, R, std::log10>), row("Pow", power<C, R>),
-      row("Powx", power_of_one<C, R>),       row("Sin", unary<C, R, std::sin>),
-      row("Sinh", unary<C, R, std::sinh>),   row("Tan", unary<C, R, std::tan>),
+      row("Abs", real_of<C, R, std::abs>),
+      row("Arg", real_of<C, R, std::arg>),
+      row("Acos", unary<C, R, std::acos>),
+      row("Acosh", unary<C, R, std::acosh>),
+      row("Asin", unary<C, R, std::asin>),
+      row("Asinh", unary<C, R, std::asinh>),
+      row("Atan", unary<C, R, std::atan>),
+      row("Atanh", unary<C, R, std::atanh>),
+      row("Cos", unary<C, R, std::cos>),
+      row("Cosh", unary<C, R, std::cosh>),
+      row("Div", quotient<C, R>),
+      row("Exp", unary<C, R, std::exp>),
+      row("Ln", unary<C, R, std::log>),
+      row("Log10", unary<C, R, std::log10>),
+      row("Pow", power<C, R>),
+      row("Powx", power_of_one<C, R>),
+      row("Sin", unary<C, R, std::sin>),
+      row("Sinh", unary<C, R, std::sinh>),
+      row("Sqrt", unary<C, R, std::sqrt>),
+      row("Tan", unary<C, R, std::tan>),
       row("Tanh", unary<C, R, std::tanh>),
   };
 }

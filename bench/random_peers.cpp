@@ -1,9 +1,10 @@
 // The C++ library's twister, a plain copy, and what the build has found for this word size:
-// ORV_HAVE_DSFMT, ORV_HAVE_RANDOM123 and ORV_HAVE_GSL are 1 or 0.
+// ORV_HAVE_DSFMT, ORV_HAVE_RANDOM123, ORV_HAVE_GSL and ORV_HAVE_BOOST are 1 or 0.
 #include "random_peers.hpp"
 
 #include <string.h>
 
+#include <algorithm>
 #include <memory>
 #include <random>
 
@@ -19,8 +20,14 @@
 #include <Random123/uniform.hpp>
 #endif
 #if ORV_HAVE_GSL
+#include <gsl/gsl_qrng.h>
 #include <gsl/gsl_rng.h>
 #endif
+#if ORV_HAVE_BOOST
+#include <boost/random/niederreiter_base2.hpp>
+#include <boost/random/sobol.hpp>
+#endif
+#include <orv/zok.h>
 
 namespace orv_bench {
 namespace {
@@ -57,6 +64,23 @@ void add_standard(Peers* peers) {
                        }
                      }},
                     verified});
+}
+
+/// Whether the first dimensions of a thousand points are ours.
+template <class T, class Next>
+bool has_our_points(int32_t brng, uint32_t dims, uint32_t compared, const Next& next) {
+  StreamState* stream = nullptr;
+  bool same = __zokNewStreamEx(&stream, brng, 1, &dims) == RNG_OK;
+  std::vector<T> theirs(dims), ours(dims);
+  for (int i = 0; i < 1000 && same; ++i) {
+    next(theirs.data());
+    const auto n = static_cast<int32_t>(dims);
+    if constexpr (sizeof(T) == 4) _zokiRngUniformBits(0, stream, n, ours.data());
+    if constexpr (sizeof(T) == 8) _zokdRngUniform(0, stream, n, ours.data(), 0, 1);
+    same = std::equal(ours.begin(), ours.begin() + compared, theirs.begin());
+  }
+  __zokDeleteStream(&stream);
+  return same;
 }
 
 #if ORV_HAVE_DSFMT
@@ -132,6 +156,40 @@ void add_gsl(Peers* peers) {
                      }},
                     verified});
 }
+
+/// Whole points, as many as fit. In the first `compared` dimensions they are ours.
+void add_gsl_points(Peers* peers, const std::string& name, const gsl_qrng_type* type, int32_t brng,
+                    uint32_t dims, uint32_t compared) {
+  const std::shared_ptr<gsl_qrng> points(gsl_qrng_alloc(type, dims), gsl_qrng_free);
+  if (type == gsl_qrng_niederreiter_2) {
+    std::vector<double> zero(dims);
+    gsl_qrng_get(points.get(), zero.data());
+  }
+  const auto next = [points](double* x) { gsl_qrng_get(points.get(), x); };
+  const bool verified = has_our_points<double>(brng, dims, compared, next);
+  peers->push_back({{"gsl/" + name + std::to_string(dims) + "_doubles", 8,
+                     [next, dims](int32_t n, void* r) {
+                       auto* numbers = static_cast<double*>(r);
+                       const auto step = static_cast<int32_t>(dims);
+                       for (int32_t i = 0; i + step <= n; i += step) next(numbers + i);
+                     }},
+                    verified});
+}
+#endif
+
+#if ORV_HAVE_BOOST
+template <class Engine>
+void add_boost_points(Peers* peers, const std::string& name, int32_t brng, uint32_t dims,
+                      uint32_t compared) {
+  const auto engine = std::make_shared<Engine>(dims);
+  const auto fill = [engine](int32_t n, void* r) {
+    auto* words = static_cast<uint32_t*>(r);
+    for (int32_t i = 0; i < n; ++i) words[i] = (*engine)();
+  };
+  const auto next = [&](uint32_t* words) { fill(static_cast<int32_t>(dims), words); };
+  const bool verified = has_our_points<uint32_t>(brng, dims, compared, next);
+  peers->push_back({{"boost/" + name + std::to_string(dims) + "_words", 4, fill}, verified});
+}
 #endif
 
 }  // namespace
@@ -155,6 +213,19 @@ std::vector<RandomPeer> random_peers() {
 #endif
 #if ORV_HAVE_GSL
   add_gsl(&peers);
+  // Its numbers are those of 1988; the first that has been mended since is of dimension 21.
+  add_gsl_points(&peers, "sobol", gsl_qrng_sobol, BRNG_SOBOL, 10, 10);
+  add_gsl_points(&peers, "sobol", gsl_qrng_sobol, BRNG_SOBOL, 40, 20);
+  add_gsl_points(&peers, "niederr", gsl_qrng_niederreiter_2, BRNG_NIEDERR, 10, 10);
+#endif
+#if ORV_HAVE_BOOST
+  for (const uint32_t dims : {10, 40}) {
+    // Other initial numbers than ours, from dimension 3 on.
+    add_boost_points<boost::random::sobol_engine<uint_least32_t, 32>>(&peers, "sobol", BRNG_SOBOL,
+                                                                      dims, 2);
+    add_boost_points<boost::random::niederreiter_base2_engine<uint_least32_t, 32>>(
+        &peers, "niederr", BRNG_NIEDERR, dims, dims);
+  }
 #endif
   return peers;
 }
@@ -163,6 +234,7 @@ std::vector<std::string> missing_random_peers() {
   std::vector<std::string> missing;
   if (!ORV_HAVE_DSFMT) missing.push_back("dSFMT (libdsfmt-dev)");
   if (!ORV_HAVE_RANDOM123) missing.push_back("Random123 (librandom123-dev)");
+  if (!ORV_HAVE_BOOST) missing.push_back("Boost (libboost-dev)");
   if (!ORV_HAVE_GSL) missing.push_back("GSL (libgsl-dev)");
   return missing;
 }

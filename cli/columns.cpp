@@ -10,6 +10,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "complex_text.hpp"
 #include "error.hpp"
 #include "first_row.hpp"
 
@@ -27,7 +28,7 @@ bool has_names(const CsvRow& row) {
   const auto has_number = [](std::string_view cell) {
     double value;
     for (std::string_view word; !(word = next_word(cell)).empty();) {
-      if (parse(word, value)) return true;
+      if (parse(word, value) || is_complex_number(word)) return true;
     }
     return false;
   };

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "columns.hpp"
+#include "complex_text.hpp"
 
 namespace orv_cli {
 namespace {
@@ -17,7 +18,7 @@ enum : unsigned { text = 1, year = 2, whole = 4, other = 8, number = year | whol
 unsigned kind_of(std::string_view cell) {
   double value;
   if (is_missing(cell)) return 0;
-  if (!parse(cell, value)) return text;
+  if (!parse(cell, value)) return is_complex_number(cell) ? other : text;
   const bool is_signed = cell[0] == '-' || cell[0] == '+';
   const auto is_digit = [](unsigned char c) { return std::isdigit(c) != 0; };
   if (!std::ranges::all_of(cell.substr(is_signed ? 1 : 0), is_digit)) return other;

@@ -18,11 +18,13 @@ std::array<orv_call::Kernel, 3> table_of(const Kernel (&table)[3]) {
   return {orv_call::of(table[LA]), orv_call::of(table[HA]), orv_call::of(table[EP])};
 }
 
-#define ORV_ROW(t, F, shape, ready, table, la, ha, ep, cost_la, cost_ha, cost_ep, frames) \
-  {#t[0], #F, #shape, ready, {#la, #ha, #ep}, {cost_la, cost_ha, cost_ep}, table},
-#define ORV_READY(t, F, shape, ...) \
-  ORV_ROW(t, F, shape, true, table_of(orv_qem_kernel_##t##F##_ttab), __VA_ARGS__)
-#define ORV_PLANNED(t, F, shape, ...) ORV_ROW(t, F, shape, false, {}, __VA_ARGS__)
+#define ORV_FUNCTION(t, F, shape, la, ha, ep, cost_la, cost_ha, cost_ep, frames) \
+  {#t[0],                                                                        \
+   #F,                                                                           \
+   #shape,                                                                       \
+   {#la, #ha, #ep},                                                              \
+   {cost_la, cost_ha, cost_ep},                                                  \
+   table_of(orv_qem_kernel_##t##F##_ttab)},
 const Function all_functions[] = {
 #include "qem/_bt_gen_ia32/functions.def"
 };
@@ -84,8 +86,8 @@ std::vector<std::string_view> names_if(auto&& wanted) {
     throw Error("no function {}; did you mean {}? 'orv info' lists all", in_quotes(text),
                 fmt::join(close, ", "));
   }
-  throw Error("no function {}; ready are {}; 'orv info' lists all", in_quotes(text),
-              fmt::join(names_if([](const Function& f) { return f.ready; }), ", "));
+  throw Error("no function {}; there are {}; 'orv info' tells of them", in_quotes(text),
+              fmt::join(names_if([](const Function&) { return true; }), ", "));
 }
 
 }  // namespace
@@ -102,7 +104,7 @@ std::vector<const Function*> find_functions(std::string_view text) {
   return found;
 }
 
-const Function& find_ready_function(std::string_view text, char type) {
+const Function& find_function(std::string_view text, char type) {
   const auto found = find_functions(text);
   const auto with_type = [&](char t) { return std::ranges::find(found, t, &Function::type); };
   auto chosen = type != 0 ? with_type(type) : with_type('d');
@@ -112,10 +114,6 @@ const Function& find_ready_function(std::string_view text, char type) {
     std::string types;
     for (const Function* f : found) (types += types.empty() ? "" : ", ") += f->type;
     throw Error("--type {}: {} has type {}", type, in_quotes(text), types);
-  }
-  if (!(*chosen)->ready) {
-    throw Error("{} is planned, not built yet; ready are {}", (*chosen)->full_name(),
-                fmt::join(names_if([](const Function& f) { return f.ready; }), ", "));
   }
   return **chosen;
 }

@@ -21,10 +21,9 @@ struct Function {
   char type;  // s, d, c, z
   std::string_view name;
   std::string_view shape;  // "Unary", ...: the arguments of a kernel
-  bool ready;
   std::array<std::string_view, 3> kernels;
   std::array<float, 3> costs;
-  std::array<orv_call::Kernel, 3> table;  // orv_qem_kernel_<t><F>_ttab; empty unless ready
+  std::array<orv_call::Kernel, 3> table;  // orv_qem_kernel_<t><F>_ttab
 
   std::string full_name() const { return type + std::string(name); }  // "dExp"
   bool is_complex() const { return type == 'c' || type == 'z'; }
@@ -40,8 +39,8 @@ std::span<const Function> functions();
 /// Throws an Error that suggests names if there is none.
 std::vector<const Function*> find_functions(std::string_view text);
 
-/// The ready one of them with the given type; 0 takes d or z, else the first.
-const Function& find_ready_function(std::string_view text, char type);
+/// The one of them with the given type; 0 takes d or z, else the first.
+const Function& find_function(std::string_view text, char type);
 
 const Description* description(const Function& function);
 

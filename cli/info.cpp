@@ -15,7 +15,6 @@ namespace {
 struct Options {
   std::string function;
   std::string format = "table";
-  bool ready = false;
 };
 
 using Functions = std::vector<const Function*>;
@@ -26,29 +25,26 @@ std::string error_text(const Function& f, Level level) {
 }
 
 void print_table(const Functions& list) {
-  constexpr const char* row = "{:<13}{:<17}{:<8} {:<8} {:<8} {:>23}   {:>21}  {}\n";
-  output(row, "function", "arguments", "LA", "HA", "EP", "costs LA, HA, EP", "largest error, ulp",
-         "state");
+  constexpr const char* row = "{:<13}{:<17}{:<8} {:<8} {:<8} {:>23}   {:>21}\n";
+  output(row, "function", "arguments", "LA", "HA", "EP", "costs LA, HA, EP", "largest error, ulp");
   for (const Function* f : list) {
     const auto& [la, ha, ep] = f->costs;
     output(row, f->full_name(), f->shape, f->kernels[LA], f->kernels[HA], f->kernels[EP],
            fmt::format("{:7} {:7} {:7}", la, ha, ep),
            fmt::format("{:>5} {:>5} {:>9}", error_text(*f, LA), error_text(*f, HA),
-                       error_text(*f, EP)),
-           f->ready ? "ready" : "planned");
+                       error_text(*f, EP)));
   }
 }
 
 void print_legend() {
   output(R"(
-{} of {} functions are ready.
-Types: s float, d double, c and z complex of these. Levels: LA, HA, EP, a kernel each.
+{} functions. Types: s float, d double, c and z complex of these. Levels: LA, HA, EP, a kernel each.
 Kernels: the first two characters tell the instruction set: G9 AVX, N8 and P8 SSE4.1, V8 and T7
 SSE3, W7 SSE2, PX scalar and x87; the next two tell the level the kernel was written for.
 Costs are relative, for an element. Errors are the largest recorded, in units in the last place
-(ulp) of the result; - where none is: exact or rounded once, or not built yet.
+(ulp) of the result; - where none is: exact or rounded once.
 )",
-         std::ranges::count(functions(), true, &Function::ready), functions().size());
+         functions().size());
 }
 
 void print_details(const Function& f) {
@@ -58,7 +54,7 @@ void print_details(const Function& f) {
   } else {
     output("\n");
   }
-  output("  arguments        {}\n  state            {}\n", f.shape, f.ready ? "ready" : "planned");
+  output("  arguments        {}\n", f.shape);
   constexpr const char* row = "  {:<6} {:<28} {:<16} {:>8} {:>19}\n";
   output(row, "level", "kernel", "instruction set", "cost", "largest error, ulp");
   for (const Level level : levels) {
@@ -70,10 +66,10 @@ void print_details(const Function& f) {
 
 /// A line for each function and level.
 void print_records(const Functions& list, bool json) {
-  if (!json) output("function,type,arguments,ready,level,kernel,instruction_set,cost,ulp\n");
-  constexpr const char* csv_row = "{},{},{},{},{},{},\"{}\",{},{}\n";
+  if (!json) output("function,type,arguments,level,kernel,instruction_set,cost,ulp\n");
+  constexpr const char* csv_row = "{},{},{},{},{},\"{}\",{},{}\n";
   constexpr const char* json_row =
-      "{{\"function\": \"{}\", \"type\": \"{}\", \"arguments\": \"{}\", \"ready\": {}, "
+      "{{\"function\": \"{}\", \"type\": \"{}\", \"arguments\": \"{}\", "
       "\"level\": \"{}\", \"kernel\": \"{}\", \"instruction_set\": \"{}\", \"cost\": {}, "
       "\"ulp\": {}}}";
   std::vector<std::string> records;
@@ -81,7 +77,7 @@ void print_records(const Functions& list, bool json) {
     for (const Level level : levels) {
       const auto ulp = recorded_error(*f, level);
       records.push_back(fmt::format(fmt::runtime(json ? json_row : csv_row), f->name, f->type,
-                                    f->shape, f->ready, level_names[level], f->kernels[level],
+                                    f->shape, level_names[level], f->kernels[level],
                                     instruction_set(f->kernels[level]), f->costs[level],
                                     ulp    ? fmt::format("{}", *ulp)
                                     : json ? "null"
@@ -102,7 +98,6 @@ void info(const Options& options) {
   } else {
     list = find_functions(options.function);
   }
-  if (options.ready) std::erase_if(list, [](const Function* f) { return !f->ready; });
   if (options.format != "table") return print_records(list, options.format == "json");
   if (options.function.empty()) {
     print_table(list);
@@ -121,13 +116,12 @@ void add_info_command(CLI::App& app) {
       ->add_option("FUNCTION", options->function,
                    "Tell of this function only: Exp (of all types) or dExp")
       ->option_text(" ");
-  command->add_flag("--ready", options->ready, "Leave out functions that are planned only");
   command
       ->add_option("--format", options->format,
                    "table (default), or csv or json: a record for each function and level")
       ->transform(CLI::IsMember({"table", "csv", "json"}, CLI::ignore_case))
       ->option_text("FORMAT");
-  command->footer("Examples:\n  orv info --ready\n  orv info Exp\n  orv info --format csv");
+  command->footer("Examples:\n  orv info Exp\n  orv info --format csv");
   command->callback([options] { info(*options); });
 }
 

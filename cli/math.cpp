@@ -14,6 +14,7 @@
 
 #include "columns.hpp"
 #include "commands.hpp"
+#include "complex_text.hpp"
 #include "error.hpp"
 #include "functions.hpp"
 #include "output.hpp"
@@ -32,7 +33,7 @@ struct ScalarOption {
 constexpr ScalarOption scalar_options[] = {
     {"--arg", "ScalarSecond", nullptr,
      "The second argument of all elements, as that of Powx; for a complex\n"
-     "function both parts with a comma between them, or the real one"},
+     "function 2.5, 1+2i or 1,2"},
     {"--scalea", "FractionalLinear", "1",
      "Of LinearFrac, (scalea a + shifta)/(scaleb b + shiftb): a and b are\n"
      "--column and --second, the latter not where scaleb is 0 (default 1)"},
@@ -183,11 +184,12 @@ std::vector<double> scalars_of(const Function& f, const Options& options) {
                   f.full_name(), o.option, o.option);
     }
     if (text.empty()) text = o.otherwise;
-    const size_t comma = f.is_complex() ? text.find(',') : text.npos;
-    scalars.push_back(scalar<T>(std::string_view(text).substr(0, comma), o.option));
-    if (!f.is_complex()) continue;
-    const bool real = comma == text.npos;
-    scalars.push_back(real ? 0 : scalar<T>(std::string_view(text).substr(comma + 1), o.option));
+    if (T re, im; f.is_complex() && has_both_parts(text) && parse_complex(text, re, im)) {
+      scalars.insert(scalars.end(), {re, im});
+      continue;
+    }
+    scalars.push_back(scalar<T>(text, o.option));
+    if (f.is_complex()) scalars.push_back(0);
   }
   return scalars;
 }
@@ -212,15 +214,53 @@ void apply(const orv_call::Kernel& kernel, const std::vector<double>& scalars, C
   orv_qem_kernel_SetInterfInputVectorPointer(nullptr);
 }
 
+/// The element in a cell, as many numbers as it has parts.
+template <class T>
+void add_element(const ColumnReader& reader, const Cell& cell, int parts, std::vector<T>& numbers) {
+  T re, im;
+  if (parts == 1 || !parse_complex(cell.text, re, im)) re = reader.number<T>(cell);
+  if (std::isnan(re) && !has_both_parts(cell.text)) im = re;
+  numbers.push_back(re);
+  if (parts == 2) numbers.push_back(im);
+}
+
+/// The imaginary part that follows a real one in a list.
+template <class T>
+T following_part(ColumnReader& reader, const Cell& real) {
+  std::vector<Cell> next;
+  if (!reader.next(next) || next[0].line != real.line || has_both_parts(next[0].text)) {
+    throw Error(
+        "line {}: a real part without its imaginary part beside it; allowed are 3+4i, 3,4 "
+        "or, for a real number, 3+0i",
+        real.line);
+  }
+  return reader.number<T>(next[0]);
+}
+
+/// The element of a row: of one or two vectors, or of a complex one in parts.
+template <class T>
+void add_row(ColumnReader& reader, const std::vector<Cell>& cells,
+             const orv_call::Signature& signature, bool list, Chunk<T>& chunk) {
+  const int parts = signature.input_parts;
+  const bool in_parts = parts == 2 && signature.inputs == 1 && cells.size() == 2;
+  if (list && parts == 2 && !has_both_parts(cells[0].text)) {
+    chunk.in[0].push_back(reader.number<T>(cells[0]));
+    chunk.in[0].push_back(following_part<T>(reader, cells[0]));
+    return;
+  }
+  add_element(reader, cells[0], in_parts ? 1 : parts, chunk.in[0]);
+  if (cells.size() < 2) return;
+  add_element(reader, cells[1], in_parts ? 1 : parts, chunk.in[in_parts ? 0 : 1]);
+}
+
 /// Fills the chunk behind the one before; false if nothing is left.
 template <class T>
-bool read(ColumnReader& reader, const orv_call::Signature& signature, Chunk<T>& chunk) {
+bool read(ColumnReader& reader, const orv_call::Signature& signature, bool list, Chunk<T>& chunk) {
   chunk.start += chunk.size();
   chunk.in[0].clear(), chunk.in[1].clear(), chunk.lines.clear();
   for (std::vector<Cell> cells; chunk.size() < chunk_size && reader.next(cells);) {
     chunk.lines.push_back(cells[0].line);
-    chunk.in[0].push_back(reader.number<T>(cells[0]));
-    if (cells.size() > 1) chunk.in[signature.inputs - 1].push_back(reader.number<T>(cells[1]));
+    add_row(reader, cells, signature, list, chunk);
   }
   return chunk.size() > 0;
 }
@@ -246,31 +286,26 @@ void print(const Chunk<T>& chunk, const orv_call::Signature& signature) {
 std::vector<std::string> argument_columns(const Function& f, const Options& options,
                                           const std::vector<double>& scalars) {
   const orv_call::Signature& signature = f.table[LA].signature;
-  int columns = signature.inputs * signature.input_parts;
   if (signature.moves_elements()) {
     throw Error(
         "{} moves elements from place to place; orv math applies functions that compute each "
         "result from the arguments at its own place",
         f.full_name());
   }
-  if (columns > 2) {
-    throw Error(
-        "{} takes two complex vectors; orv math applies functions of one vector, or of "
-        "two real ones",
-        f.full_name());
-  }
-  const bool without_b = f.shape == "FractionalLinear" && scalars[2] == 0;
-  if (without_b && options.second.empty()) columns = 1;
-  const bool two = columns == 2;
+  const bool needs_b = f.shape != "FractionalLinear" || scalars[2] != 0;
+  const bool two = signature.inputs == 2 && needs_b;
   if (two && (options.column.empty() || options.second.empty())) {
-    throw Error("{} takes two columns{}; give --column and --second", f.full_name(),
-                signature.inputs == 2 ? "" : ", real and imaginary parts");
+    throw Error("{} takes two columns; give --column and --second", f.full_name());
   }
-  if (!two && !options.second.empty()) {
+  const bool may_have_second = signature.inputs == 2 || signature.input_parts == 2;
+  if (!options.second.empty() && !may_have_second) {
     throw Error("--second {}: {} takes one column", in_quotes(options.second), f.full_name());
   }
+  if (!options.second.empty() && options.column.empty()) {
+    throw Error("--second {}: give --column, too", in_quotes(options.second));
+  }
   if (options.column.empty()) return {};
-  if (!two) return {options.column};
+  if (options.second.empty()) return {options.column};
   return {options.column, options.second};
 }
 
@@ -281,12 +316,13 @@ Missing missing_of(const std::string& text) {
 template <class T>
 void run(const Function& f, int32_t slot, const Options& options) {
   const std::vector<double> scalars = scalars_of<T>(f, options);
-  ColumnReader reader(options.file, argument_columns(f, options, scalars),
-                      header_of(options.header), missing_of(options.missing));
+  const std::vector<std::string> columns = argument_columns(f, options, scalars);
+  ColumnReader reader(options.file, columns, header_of(options.header),
+                      missing_of(options.missing));
   const orv_call::Kernel& kernel = f.table[slot];
   Progress progress(reader.file().bytes_in_all());
   Chunk<T> chunk;
-  while (read(reader, kernel.signature, chunk)) {
+  while (read(reader, kernel.signature, columns.empty(), chunk)) {
     reporting = {&f, chunk.start, &chunk.lines};
     apply(kernel, scalars, chunk);
     print(chunk, kernel.signature);
@@ -297,7 +333,7 @@ void run(const Function& f, int32_t slot, const Options& options) {
 
 void math(const Options& options) {
   const Function& f =
-      find_ready_function(options.function, options.type.empty() ? '\0' : options.type[0]);
+      find_function(options.function, options.type.empty() ? '\0' : options.type[0]);
   const int32_t slot = choose_slot(options);
   if (options.errors) orv_qem_kernel_SetErrorCallBack(list_error);
   if (f.table[slot].signature.is_float) {
@@ -313,7 +349,9 @@ constexpr const char* footer =
 taken as a header, and so is one that differs in kind from the columns below it, such as
 country,2020,2021; a note tells of a doubt. Without --column every number of the input is taken in
 the order read; white space or commas part them. Blank lines are passed over. A cell is missing if
-it is empty or NA; the words nan and inf are numbers.
+it is empty or NA; the words nan and inf are numbers. Complex numbers are 3+4i or, in quotes, "3,4";
+those of a function's only argument may have a column for each part, and without --column two numbers
+of a line are the parts of one.
 
 Output: a result a line on standard output, with the fewest digits that read back as the same
 number; the two numbers of a complex result, and two results, with a comma between them.
@@ -323,7 +361,8 @@ Levels: la below 4 ulp, ha below 1 ulp, ep about half the bits. ulp: unit in the
 Examples:
   orv math Ln --column Ozone --missing skip airquality.csv
   orv math Mul --column 3 --second 4 airquality.csv
-  orv math Conj --column re --second im points.csv
+  orv math Sqrt --type z --column re --second im points.csv
+  echo 3+4i -1-0i | orv math Sqrt --type z
   orv math Modf --column Wind airquality.csv
   orv math Powx --arg 2.5 --column Wind airquality.csv
   orv math LinearFrac --scalea 5 --shifta -160 --shiftb 9 --column Temp airquality.csv
@@ -353,10 +392,11 @@ void add_math_command(CLI::App& app) {
       ->transform(one_of({"d", "s", "z", "c"}))
       ->option_text("TYPE");
   add("--column", options->column,
-      "Column of the argument, by its name or its number from 1; for a\n"
-      "complex function that of the real parts")
+      "Column of the argument, by its name or its number from 1, or of a\n"
+      "complex one's real parts")
       ->option_text("NAME|K");
-  add("--second", options->second, "Column of the second argument, or of the imaginary parts")
+  add("--second", options->second,
+      "Column of the second argument, or of the imaginary parts of an only one")
       ->option_text("NAME|K");
   for (size_t k = 0; k < std::size(scalar_options); ++k) {
     add(scalar_options[k].option, options->scalars[k], scalar_options[k].help)

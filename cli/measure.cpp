@@ -170,7 +170,7 @@ void measure_as(const Function& f, const Reference& reference, const Options& op
 }
 
 void measure(const Options& options) {
-  const Function& f = find_ready_function(options.function, '\0');
+  const Function& f = find_function(options.function, '\0');
   const Reference& reference = reference_of(f);
   orv_qem_kernel_SetMode(QEM_ERRMODE_IGNORE);
   if (f.type == 's') {

@@ -22,6 +22,7 @@
 #include "multivariate.hpp"
 #include "numbers.hpp"
 #include "output.hpp"
+#include "points.hpp"
 #include "print_numbers.hpp"
 #include "random_streams.hpp"
 
@@ -37,7 +38,7 @@ struct Options {
   std::string method;
   MultivariateOptions multivariate;
   bool describe = false;
-  std::optional<std::string> skip, leapfrog, save, load;
+  std::optional<std::string> dim, skip, leapfrog, save, load;
   std::string type = "d";
   std::string format = "text";
 };
@@ -62,12 +63,17 @@ Range<T> range_of(const Options& options, Range<T> by_default) {
   return range;
 }
 
+Format format_of(const Options& options) {
+  if (options.format == "csv") return Format::csv;
+  return options.format == "binary" ? Format::binary : Format::text;
+}
+
 // ---- Drawing ------------------------------------------------------------------------------------
 
 /// As numbers, or beside the law.
 template <class T, class Draw>
 void print_or_describe(const Options& options, int64_t n, const Law& law, Draw draw) {
-  if (!options.describe) return print_all<T>(n, 1, options.format == "binary", draw);
+  if (!options.describe) return print_all<T>(n, 1, format_of(options), draw);
   Description description(law);
   draw_all<T>(n, 1, draw, [&](std::span<const T> numbers) {
     for (const T x : numbers) description.add(static_cast<double>(x));
@@ -84,7 +90,7 @@ void print_uniform(const Options& options, StreamState* stream, int64_t n, Range
   };
   const double law_range[] = {static_cast<double>(range.a), static_cast<double>(range.b)};
   if constexpr (std::is_integral_v<T>) {
-    print_all<T>(n, 1, options.format == "binary", draw);
+    print_all<T>(n, 1, format_of(options), draw);
   } else {
     print_or_describe<T>(options, n, uniform_law(law_range), draw);
   }
@@ -139,7 +145,7 @@ void print_vectors(const Options& options, StreamState* stream, int64_t n) {
   const auto vectors = multivariate<T>(options.multivariate, options.parameters);
   const int32_t method =
       method_of("gaussian-mv", find_distribution("gaussian")->methods, options.method);
-  print_all<T>(n, vectors.dim, options.format == "binary",
+  print_all<T>(n, vectors.dim, format_of(options),
                [&](int32_t count, T* r) { return vectors.draw(method, stream, count, r); });
 }
 
@@ -147,7 +153,7 @@ void print_bits(const Options& options, StreamState* stream, int64_t n) {
   BrngProperties properties;
   check(__zokGetBrngProperties(__zokGetStreamStateBrng(stream), &properties), "drawing");
   const auto words = properties.WordSize / static_cast<int32_t>(sizeof(uint32_t));
-  print_all<uint32_t>(n, words, options.format == "binary", [&](int32_t count, uint32_t* r) {
+  print_all<uint32_t>(n, words, format_of(options), [&](int32_t count, uint32_t* r) {
     return _zokiRngUniformBits(0, stream, count, r);
   });
 }
@@ -184,8 +190,19 @@ void print_kind(const Options& options, StreamState* stream, int64_t n) {
   });
 }
 
+void print_points(const Options& options, int64_t n) {
+  const auto given = options.parameters.find("shift");
+  const Points::Option shift = given == options.parameters.end() ? Points::Option() : given->second;
+  Points points(options.kind, options.dim, shift, options.skip);
+  in_type(options, [&]<class T>(T) {
+    print_all<T>(n, points.dim(), format_of(options),
+                 [&](int32_t count, T* r) { return points.draw(count, r); });
+  });
+}
+
 void print_numbers(const Options& options) {
   const auto n = whole_number("-n", options.count, 0, std::numeric_limits<int64_t>::max());
+  if (makes_points(options.kind)) return print_points(options, n);
   const Stream stream =
       options.load ? load_stream(*options.load) : new_stream(options.brng, options.seed);
   if (options.skip) skip_ahead(stream.get(), *options.skip);
@@ -198,24 +215,23 @@ void print_numbers(const Options& options) {
 // ---- The list -----------------------------------------------------------------------------------
 
 void print_generators() {
-  constexpr const char* row = "{:<10}{:>8}  {:<26}{:>10}{:>6}   {:<9} {:<5} {}\n";
+  constexpr const char* row = "{:<10}{:>8}  {:<26}{:>10}{:>6}   {:<9} {}\n";
   fmt::memory_buffer text;
   const auto out = std::back_inserter(text);
-  fmt::format_to(out, row, "name", "members", "period", "word size", "bits", "leapfrog", "skip",
-                 "state");
+  fmt::format_to(out, row, "name", "members", "period", "word size", "bits", "leapfrog", "skip");
   const auto yes_if = [](int32_t status) { return status >= 0 ? "yes" : "no"; };
   for (const Generator& g : generators()) {
     const BrngProperties p = g.properties();
     const Stream stream = first_stream(g);  // asked itself what it can do
     fmt::format_to(out, row, g.name, g.members(), g.period, p.WordSize, p.NumBits,
-                   stream ? yes_if(__zokLeapfrogStream(stream.get(), 0, 1)) : "-",
-                   stream ? yes_if(__zokSkipAheadStream(stream.get(), 0)) : "-",
-                   stream ? "ready" : "planned");
+                   yes_if(__zokLeapfrogStream(stream.get(), 0, 1)),
+                   yes_if(__zokSkipAheadStream(stream.get(), 0)));
   }
   fmt::format_to(out, R"(
 Members of a family are chosen with --brng NAME:OFFSET, OFFSET from 0 on.
 Word size: bytes of an element that 'orv random bits' prints; bits: the significant
-ones of an element, for WH of each of its words.
+ones of an element, for WH of each of its words. The first seed word of Sobol and Niederr is
+their number of dimensions.
 )");
   write(text.data(), text.size());
 }
@@ -239,6 +255,7 @@ void print_distributions() {
     }
   }
   text += multivariate_usage;
+  text += points_usage;
   write(text.data(), text.size());
 }
 
@@ -247,15 +264,21 @@ void print_distributions() {
 bool takes_parameter(const std::string& kind, std::string_view name) {
   const Distribution* const row = find_distribution(kind);
   if (kind == multivariate_kind) return name == "mean";
+  if (makes_points(kind)) return name == "shift";
   return row != nullptr && std::ranges::count(row->parameters, name, &Parameter::name) != 0;
 }
 
 bool takes(const std::string& kind, const std::string& option) {
   const Distribution* const row = find_distribution(kind);
   const bool vectors = kind == multivariate_kind, real = kind == "uniform" || row != nullptr;
+  const bool points = makes_points(kind);
   if (kind == "list") return false;
+  if (option == "--dim") return points;
+  for (const char* stream_option : {"--brng", "--seed", "--leapfrog", "--save", "--load"}) {
+    if (option == stream_option) return !points;
+  }
   if (option == "--range") return kind == "uniform" || kind == "int";
-  if (option == "--type") return real || vectors;
+  if (option == "--type") return real || vectors || points;
   if (option == "--describe") return real;
   if (option == "--method") return vectors || (row != nullptr && !row->methods.empty());
   if (option == "--covariance" || option == "--factor" || option == "--storage") return vectors;
@@ -281,10 +304,12 @@ constexpr const char* footer =
 3 floats in 10^8, and for a double of MCG59 only, once in 2^54; oftener where B is large beside
 B - A. int prints whole numbers from A to B - 1; bits prints elements as the generator makes them,
 one of several words with spaces between; list tells of the generators, and of the distributions,
-their parameters and methods.
+their parameters and methods. sobol and niederreiter print points of low discrepancy, for which -n
+and --skip count points.
 
 Numbers are printed one a line with the fewest digits that read back as the same number, or with
 --format binary as they are in memory: doubles, floats, 32-bit integers or words, little-endian.
+--format csv has commas between the numbers of a line.
 --describe prints their moments and a histogram in place of them, beside the law's own.
 
 How a sequence is cut up makes no difference: what follows --load continues it exactly, for either
@@ -297,13 +322,16 @@ Examples:
   orv random gamma --shape 2.5 --scale 3 -n 1000 --seed 7
   orv random uniform -n 1000 --range -1 1 --save state
   orv random uniform -n 1000 --range -1 1 --load state
+  orv random sobol --dim 5 -n 1000 --shift 7 --format csv
   orv random bits --brng MT19937 --seed 0x123,0x234,0x345,0x456
   orv random int --brng WH:7 --leapfrog 0/4 --range 1 7)";
 
 std::vector<std::string> kinds() {
   std::vector<std::string> names = {"uniform", "bits", "int", "list"};
   for (const Distribution& row : distributions()) names.emplace_back(row.name);
-  names.emplace_back(multivariate_kind);
+  for (const std::string_view name : {multivariate_kind, sobol_kind, niederreiter_kind}) {
+    names.emplace_back(name);
+  }
   return names;
 }
 
@@ -318,7 +346,8 @@ void add_parameters(CLI::App& command, Options& options) {
         .add_option_function<std::string>(
             fmt::format("--{}", name),
             [&options, name = name](const std::string& text) { options.parameters[name] = text; },
-            fmt::format("For {}", fmt::join(kinds, ", ")))
+            fmt::format("For {}{}", fmt::join(kinds, ", "),
+                        name == "shift" ? "; a seed for sobol, niederreiter" : ""))
         ->option_text("X")
         ->group("Parameters of distributions, see 'orv random list'");
   }
@@ -358,8 +387,8 @@ void add_random_command(CLI::App& app) {
       ->excludes(seed);
   add("--type", options->type, "d double (default) or s float", "d|s")
       ->transform(one_of({"d", "s"}));
-  auto* format = add("--format", options->format, "text (default) or binary", "FORMAT")
-                     ->transform(one_of({"text", "binary"}));
+  auto* format = add("--format", options->format, "text (default), csv or binary", "FORMAT")
+                     ->transform(one_of({"text", "csv", "binary"}));
   command->add_flag("--describe", options->describe, "Moments and a histogram, beside the law's")
       ->excludes(format);
   add("--method", options->method, "How a distribution's numbers are made", "NAME");
@@ -369,6 +398,7 @@ void add_random_command(CLI::App& app) {
   add("--factor", options->multivariate.factor,
       "For gaussian-mv: a CSV file of a lower factor of the covariance", "FILE")
       ->excludes(covariance);
+  add("--dim", options->dim, "For sobol, niederreiter: the dimensions (default: 2)", "N");
   add("--storage", options->multivariate.storage,
       "How the factor is stored: full (default), packed or diagonal", "NAME")
       ->transform(one_of({"full", "packed", "diagonal"}));

@@ -27,7 +27,7 @@ struct DeleteStream {
 };
 using Stream = std::unique_ptr<StreamState, DeleteStream>;
 
-/// Null if the generator is planned only.
+/// Of the family's first member.
 Stream first_stream(const Generator& generator);
 
 /// `generator` is NAME or NAME:OFFSET, `seed` words with commas between.

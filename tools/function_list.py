@@ -9,7 +9,6 @@ LEVELS = ("LA", "HA", "EP")
 
 
 class Function(NamedTuple):
-    ready: bool
     type: str
     name: str
     shape: str
@@ -25,15 +24,15 @@ class Function(NamedTuple):
 
 def _rows(file, macro):
     for line in (LISTS / file).read_text().splitlines():
-        match = re.match(rf"({macro})\s*\((.*)\)\s*$", line)
+        match = re.match(rf"{macro}\s*\((.*)\)\s*$", line)
         if match:
-            yield match[1], [cell.strip() for cell in re.split(r',(?=(?:[^"]*"[^"]*")*[^"]*$)', match[2])]
+            yield [cell.strip() for cell in re.split(r',(?=(?:[^"]*"[^"]*")*[^"]*$)', match[1])]
 
 
 def functions():
     return [
-        Function(macro == "ORV_READY", t, f, shape, tuple(rest[:3]), tuple(rest[3:6]), rest[6])
-        for macro, (t, f, shape, *rest) in _rows("functions.def", "ORV_READY|ORV_PLANNED")
+        Function(t, f, shape, tuple(rest[:3]), tuple(rest[3:6]), rest[6])
+        for t, f, shape, *rest in _rows("functions.def", "ORV_FUNCTION")
     ]
 
 
@@ -54,9 +53,9 @@ def parameters(text, element, part):
 def descriptions():
     """(type, name) -> (what it computes, status codes)"""
     return {(t, row[1]): (row[2].strip('"'), row[3].strip('"'))
-            for _, row in _rows("descriptions.def", "ORV_DESCRIPTION") for t in row[0]}
+            for row in _rows("descriptions.def", "ORV_DESCRIPTION") for t in row[0]}
 
 
 def accuracy():
     """(type, name, level) -> largest error in ulp, as text"""
-    return {tuple(row[:3]): row[3] for _, row in _rows("accuracy.def", "ORV_ACCURACY")}
+    return {tuple(row[:3]): row[3] for row in _rows("accuracy.def", "ORV_ACCURACY")}

@@ -41,8 +41,8 @@ CONTINUOUS = [
 ]
 
 
-def draw(orv, arguments):
-    command = [orv, "random", *arguments.split(), "-n", str(NUMBERS), "--format", "binary"]
+def draw(orv, arguments, count=NUMBERS):
+    command = [orv, "random", *arguments.split(), "-n", str(count), "--format", "binary"]
     return numpy.frombuffer(subprocess.run(command, check=True, capture_output=True).stdout)
 
 
@@ -60,6 +60,13 @@ def panel(axes, orv, arguments, law):
     axes.set_yticks([])
 
 
+def save(figure, path):
+    text = io.StringIO()
+    figure.savefig(text, metadata={"Date": None, "Creator": None})
+    shorter = re.sub(r"\d+\.\d{2,}", lambda x: f"{float(x[0]):.1f}", text.getvalue())
+    pathlib.Path(path).write_text(shorter)
+
+
 def picture(orv, rows, path):
     columns = 3
     lines = -(-len(rows) // columns)
@@ -68,10 +75,7 @@ def picture(orv, rows, path):
         axes.set_visible(False)
     for axes, (arguments, law) in zip(grid.flat, rows):
         panel(axes, orv, arguments, law)
-    text = io.StringIO()
-    figure.savefig(text, metadata={"Date": None, "Creator": None})
-    shorter = re.sub(r"\d+\.\d{2,}", lambda x: f"{float(x[0]):.1f}", text.getvalue())
-    pathlib.Path(path).write_text(shorter)
+    save(figure, path)
 
 
 def main():

@@ -42,8 +42,6 @@ for name, (what, kernel, _) in SHAPES.items():
 TEXTS = descriptions()
 ERRORS = accuracy()
 for f in functions():
-    if not f.ready:
-        continue
     full = f.type + f.name
     _, kernel_parameters, stub_parameters = (
         parameters(text, ELEMENT[f.type], PART[f.type]) for text in SHAPES[f.shape])

@@ -17,6 +17,14 @@ PAIRS = (
     ("ours/MRG32K3A_doubles", "random123/threefry4x32_doubles"),
     ("ours/R250_words", "memcpy/copy_words"),
 )
+# Ours and a peer, a number each, be they words or doubles.
+POINTS = tuple(
+    (f"ours/{ours}{dims}_{flavour}", peer)
+    for ours, dims, peer in (
+        ("Sobol", 10, "gsl/sobol10_doubles"), ("Sobol", 40, "gsl/sobol40_doubles"),
+        ("Sobol", 10, "boost/sobol10_words"), ("Sobol", 40, "boost/sobol40_words"),
+        ("Niederr", 10, "gsl/niederr10_doubles"), ("Niederr", 40, "boost/niederr40_words"))
+    for flavour in ("words", "doubles"))
 
 
 def names(runs):
@@ -46,11 +54,12 @@ def times(runs):
     return table(heads, rows)
 
 
-def comparison(runs):
+def comparison(runs, pairs, figures):
+    """Ratios of what figures(run) holds."""
     heads = ["ours", "beside"] + [f"{preset} {n:,}" for preset in runs for n in SIZES]
     rows = [[ours.removeprefix("ours/"), peer.removeprefix("ours/")] +
-            [ratio(run.bytes_a_second.get(f"{ours}/{n}"), run.bytes_a_second.get(f"{peer}/{n}"))
-             for run in runs.values() for n in SIZES] for ours, peer in PAIRS]
+            [ratio(figures(run).get(f"{ours}/{n}"), figures(run).get(f"{peer}/{n}"))
+             for run in runs.values() for n in SIZES] for ours, peer in pairs]
     return table(heads, rows, texts=2)
 
 
@@ -66,4 +75,9 @@ slash are peers. An element of WH and SFMT19937 words has 16 bytes, of MCG59's 8
 
 Our bytes a second over those of the peer, or of our own words: above 1 we are faster.
 
-{comparison(runs)}"""
+{comparison(runs, PAIRS, lambda run: run.bytes_a_second)}
+
+Points of low discrepancy in 10 and 40 dimensions, our time a number over the peer's: below 1 we are
+faster.
+
+{comparison(runs, POINTS, lambda run: run.ns)}"""

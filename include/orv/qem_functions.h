@@ -854,7 +854,7 @@ ORV_API void orv_qem_kernel_dCbrt_W7LAynn(int32_t n, const double* a, double* r)
 ORV_API void orv_qem_kernel_dCbrt_W7HAynn(int32_t n, const double* a, double* r);
 
 /** dCdfNorm: distribution function of the normal law, erfc(-x/sqrt(2))/2; double.
- *  Largest error: LA 2, HA 0.6, EP 3.6e+05 ulp.
+ *  Largest error: LA 2, HA 0.61, EP 3.6e+05 ulp.
  *  Status codes: 4 zero result of a finite argument. */
 extern ORV_API const QemUnary_d orv_qem_kernel_dCdfNorm_ttab[3];
 extern ORV_API const float orv_qem_kernel_dCdfNorm_ctab[3];
@@ -1375,6 +1375,17 @@ ORV_API void _qemdUnpackV(int64_t n, const double* a, double* y, const int32_t* 
 ORV_API void _qemdUnpackV_26(int64_t n, const double* a, double* y, const int32_t* iy);
 ORV_API void orv_qem_kernel_dUnpackV_PXHAynn(int64_t n, const double* a, double* y, const void* iy, int32_t narrow);
 
+/** cAbs: size of a complex number, without intermediate overflow or underflow; complex float.
+ *  Largest error: LA 0.501, HA 0.501, EP 0.501 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemComplexToReal_c orv_qem_kernel_cAbs_ttab[3];
+extern ORV_API const float orv_qem_kernel_cAbs_ctab[3];
+ORV_API void _qemcAbs_21(int32_t n, const QemComplexFloat* a, float* r);
+ORV_API void _qemcAbs_HA(int32_t n, const QemComplexFloat* a, float* r);
+ORV_API void _qemcAbs(int32_t n, const QemComplexFloat* a, float* r);
+ORV_API void _qemcAbs_11(int32_t n, const QemComplexFloat* a, float* r);
+ORV_API void orv_qem_kernel_cAbs_W7HAynn(int32_t n, const QemComplexFloat* a, float* r);
+
 /** cAcos: arc cosine, Re from 0 to pi; cuts from -inf to -1 and from 1 to inf; complex float.
  *  Largest error: LA 0.501, HA 0.501, EP 0.501 ulp.
  *  Status codes: none. */
@@ -1406,6 +1417,19 @@ ORV_API void _qemcAdd_HA(int32_t n, const QemComplexFloat* a, const QemComplexFl
 ORV_API void _qemcAdd(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
 ORV_API void _qemcAdd_11(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
 ORV_API void orv_qem_kernel_cAdd_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+
+/** cArg: angle of a complex number, from -pi to pi, zeros by their signs; complex float.
+ *  Largest error: LA 2.14, HA 0.55, EP 298 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemComplexToReal_c orv_qem_kernel_cArg_ttab[3];
+extern ORV_API const float orv_qem_kernel_cArg_ctab[3];
+ORV_API void _qemcArg_21(int32_t n, const QemComplexFloat* a, float* r);
+ORV_API void _qemcArg_HA(int32_t n, const QemComplexFloat* a, float* r);
+ORV_API void _qemcArg(int32_t n, const QemComplexFloat* a, float* r);
+ORV_API void _qemcArg_11(int32_t n, const QemComplexFloat* a, float* r);
+ORV_API void orv_qem_kernel_cArg_W7LAynn(int32_t n, const QemComplexFloat* a, float* r);
+ORV_API void orv_qem_kernel_cArg_W7HAynn(int32_t n, const QemComplexFloat* a, float* r);
+ORV_API void orv_qem_kernel_cArg_W7EPnnn(int32_t n, const QemComplexFloat* a, float* r);
 
 /** cAsin: arc sine; cuts from -inf to -1 and from 1 to inf; complex float.
  *  Largest error: LA 0.501, HA 0.501, EP 0.501 ulp.
@@ -1494,6 +1518,43 @@ ORV_API void _qemcCosh(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 ORV_API void _qemcCosh_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 ORV_API void orv_qem_kernel_cCosh_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 
+/** cDiv: complex quotient; of zero divisors and infinities as C99, annex G, tells; complex float.
+ *  Largest error: LA 0.501, HA 0.501, EP 2.15 ulp.
+ *  Status codes: 3 overflow of finite arguments without a zero part, not at EP. */
+extern ORV_API const QemBinary_c orv_qem_kernel_cDiv_ttab[3];
+extern ORV_API const float orv_qem_kernel_cDiv_ctab[3];
+ORV_API void _qemcDiv_21(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcDiv_HA(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcDiv(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void _qemcDiv_11(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cDiv_W7HAynn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cDiv_W7EPnnn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b, QemComplexFloat* r);
+
+/** cExp: complex exponential; complex float.
+ *  Largest error: LA 2.12, HA 0.56, EP 2.12 ulp.
+ *  Status codes: 3 overflow of a finite argument. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cExp_ttab[3];
+extern ORV_API const float orv_qem_kernel_cExp_ctab[3];
+ORV_API void _qemcExp_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcExp_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcExp(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcExp_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cExp_W7LAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cExp_W7HAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
+/** cLn: complex natural logarithm; cut from -inf to 0; complex float.
+ *  Largest error: LA 2.02, HA 0.55, EP 620 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cLn_ttab[3];
+extern ORV_API const float orv_qem_kernel_cLn_ctab[3];
+ORV_API void _qemcLn_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcLn_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcLn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcLn_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cLn_W7LAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cLn_W7HAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cLn_W7EPnnn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
 /** cLog10: complex decimal logarithm; cut from -inf to 0; complex float.
  *  Largest error: LA 0.501, HA 0.501, EP 0.501 ulp.
  *  Status codes: none. */
@@ -1573,6 +1634,18 @@ ORV_API void _qemcSinh(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 ORV_API void _qemcSinh_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 ORV_API void orv_qem_kernel_cSinh_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 
+/** cSqrt: complex square root, Re not negative; cut from -inf to 0; complex float.
+ *  Largest error: LA 1.25, HA 0.501, EP 1.25 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_c orv_qem_kernel_cSqrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_cSqrt_ctab[3];
+ORV_API void _qemcSqrt_21(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcSqrt_HA(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcSqrt(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void _qemcSqrt_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cSqrt_N8LAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+ORV_API void orv_qem_kernel_cSqrt_W7HAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
+
 /** cSub: complex difference; complex float.
  *  Status codes: 3 overflow of finite arguments without a zero part. */
 extern ORV_API const QemBinary_c orv_qem_kernel_cSub_ttab[3];
@@ -1605,8 +1678,19 @@ ORV_API void _qemcTanh(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 ORV_API void _qemcTanh_11(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 ORV_API void orv_qem_kernel_cTanh_PXHAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r);
 
+/** zAbs: size of a complex number, without intermediate overflow or underflow; complex double.
+ *  Largest error: LA 0.501, HA 0.501, EP 0.501 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemComplexToReal_z orv_qem_kernel_zAbs_ttab[3];
+extern ORV_API const float orv_qem_kernel_zAbs_ctab[3];
+ORV_API void _qemzAbs_50(int32_t n, const QemComplexDouble* a, double* r);
+ORV_API void _qemzAbs_HA(int32_t n, const QemComplexDouble* a, double* r);
+ORV_API void _qemzAbs(int32_t n, const QemComplexDouble* a, double* r);
+ORV_API void _qemzAbs_26(int32_t n, const QemComplexDouble* a, double* r);
+ORV_API void orv_qem_kernel_zAbs_W7HAynn(int32_t n, const QemComplexDouble* a, double* r);
+
 /** zAcos: arc cosine, Re from 0 to pi; cuts from -inf to -1 and from 1 to inf; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.503, HA 0.503, EP 0.503 ulp.
  *  Status codes: none. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zAcos_ttab[3];
 extern ORV_API const float orv_qem_kernel_zAcos_ctab[3];
@@ -1617,7 +1701,7 @@ ORV_API void _qemzAcos_26(int32_t n, const QemComplexDouble* a, QemComplexDouble
 ORV_API void orv_qem_kernel_zAcos_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 /** zAcosh: inverse hyperbolic cosine, Re not negative; cut from -inf to 1; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.503, HA 0.503, EP 0.503 ulp.
  *  Status codes: none. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zAcosh_ttab[3];
 extern ORV_API const float orv_qem_kernel_zAcosh_ctab[3];
@@ -1637,8 +1721,20 @@ ORV_API void _qemzAdd(int32_t n, const QemComplexDouble* a, const QemComplexDoub
 ORV_API void _qemzAdd_26(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
 ORV_API void orv_qem_kernel_zAdd_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
 
+/** zArg: angle of a complex number, from -pi to pi, zeros by their signs; complex double.
+ *  Largest error: LA 2.27, HA 0.541, EP 2.27 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemComplexToReal_z orv_qem_kernel_zArg_ttab[3];
+extern ORV_API const float orv_qem_kernel_zArg_ctab[3];
+ORV_API void _qemzArg_50(int32_t n, const QemComplexDouble* a, double* r);
+ORV_API void _qemzArg_HA(int32_t n, const QemComplexDouble* a, double* r);
+ORV_API void _qemzArg(int32_t n, const QemComplexDouble* a, double* r);
+ORV_API void _qemzArg_26(int32_t n, const QemComplexDouble* a, double* r);
+ORV_API void orv_qem_kernel_zArg_W7LAynn(int32_t n, const QemComplexDouble* a, double* r);
+ORV_API void orv_qem_kernel_zArg_W7HAynn(int32_t n, const QemComplexDouble* a, double* r);
+
 /** zAsin: arc sine; cuts from -inf to -1 and from 1 to inf; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.503, HA 0.503, EP 0.503 ulp.
  *  Status codes: none. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zAsin_ttab[3];
 extern ORV_API const float orv_qem_kernel_zAsin_ctab[3];
@@ -1649,7 +1745,7 @@ ORV_API void _qemzAsin_26(int32_t n, const QemComplexDouble* a, QemComplexDouble
 ORV_API void orv_qem_kernel_zAsin_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 /** zAsinh: inverse hyperbolic sine; cuts along the imaginary axis beyond i and -i; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.503, HA 0.503, EP 0.503 ulp.
  *  Status codes: none. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zAsinh_ttab[3];
 extern ORV_API const float orv_qem_kernel_zAsinh_ctab[3];
@@ -1714,7 +1810,7 @@ ORV_API void _qemzCos_26(int32_t n, const QemComplexDouble* a, QemComplexDouble*
 ORV_API void orv_qem_kernel_zCos_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 /** zCosh: complex hyperbolic cosine; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.503, HA 0.503, EP 0.503 ulp.
  *  Status codes: 3 overflow of a finite argument. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zCosh_ttab[3];
 extern ORV_API const float orv_qem_kernel_zCosh_ctab[3];
@@ -1724,8 +1820,44 @@ ORV_API void _qemzCosh(int32_t n, const QemComplexDouble* a, QemComplexDouble* r
 ORV_API void _qemzCosh_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 ORV_API void orv_qem_kernel_zCosh_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
+/** zDiv: complex quotient; of zero divisors and infinities as C99, annex G, tells; complex double.
+ *  Largest error: LA 0.503, HA 0.503, EP 2.23 ulp.
+ *  Status codes: 3 overflow of finite arguments without a zero part, not at EP. */
+extern ORV_API const QemBinary_z orv_qem_kernel_zDiv_ttab[3];
+extern ORV_API const float orv_qem_kernel_zDiv_ctab[3];
+ORV_API void _qemzDiv_50(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzDiv_HA(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzDiv(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void _qemzDiv_26(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zDiv_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zDiv_W7EPnnn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b, QemComplexDouble* r);
+
+/** zExp: complex exponential; complex double.
+ *  Largest error: LA 0.525, HA 0.525, EP 0.525 ulp.
+ *  Status codes: 3 overflow of a finite argument. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zExp_ttab[3];
+extern ORV_API const float orv_qem_kernel_zExp_ctab[3];
+ORV_API void _qemzExp_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzExp_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzExp(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzExp_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zExp_W7HAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** zLn: complex natural logarithm; cut from -inf to 0; complex double.
+ *  Largest error: LA 2.27, HA 0.55, EP 9.5e+07 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zLn_ttab[3];
+extern ORV_API const float orv_qem_kernel_zLn_ctab[3];
+ORV_API void _qemzLn_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzLn_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzLn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzLn_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zLn_W7LAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zLn_V8HAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zLn_W7EPnnn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
 /** zLog10: complex decimal logarithm; cut from -inf to 0; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.506, HA 0.506, EP 0.506 ulp.
  *  Status codes: none. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zLog10_ttab[3];
 extern ORV_API const float orv_qem_kernel_zLog10_ctab[3];
@@ -1793,7 +1925,7 @@ ORV_API void _qemzSin_26(int32_t n, const QemComplexDouble* a, QemComplexDouble*
 ORV_API void orv_qem_kernel_zSin_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 /** zSinh: complex hyperbolic sine; complex double.
- *  Largest error: LA 0.502, HA 0.502, EP 0.502 ulp.
+ *  Largest error: LA 0.503, HA 0.503, EP 0.503 ulp.
  *  Status codes: 3 overflow of a finite argument. */
 extern ORV_API const QemUnary_z orv_qem_kernel_zSinh_ttab[3];
 extern ORV_API const float orv_qem_kernel_zSinh_ctab[3];
@@ -1802,6 +1934,17 @@ ORV_API void _qemzSinh_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble
 ORV_API void _qemzSinh(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 ORV_API void _qemzSinh_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 ORV_API void orv_qem_kernel_zSinh_PXHAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+
+/** zSqrt: complex square root, Re not negative; cut from -inf to 0; complex double.
+ *  Largest error: LA 0.501, HA 0.501, EP 0.501 ulp.
+ *  Status codes: none. */
+extern ORV_API const QemUnary_z orv_qem_kernel_zSqrt_ttab[3];
+extern ORV_API const float orv_qem_kernel_zSqrt_ctab[3];
+ORV_API void _qemzSqrt_50(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzSqrt_HA(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzSqrt(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void _qemzSqrt_26(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
+ORV_API void orv_qem_kernel_zSqrt_V8HAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r);
 
 /** zSub: complex difference; complex double.
  *  Status codes: 3 overflow of finite arguments without a zero part. */

@@ -61,8 +61,8 @@ enum {
   BRNG_MRG32K3A = 0x300000, /**< combined multiple recursive (L'Ecuyer 1999) */
   BRNG_MCG59 = 0x400000,    /**< multiplicative, modulus 2^59 */
   BRNG_WH = 0x500000,    /**< four combined congruential (Wichmann and Hill 1982; Maclaren 1989) */
-  BRNG_SOBOL = 0x600000, /**< low discrepancy (Sobol 1967); planned */
-  BRNG_NIEDERR = 0x700000, /**< low discrepancy (Niederreiter 1988); planned */
+  BRNG_SOBOL = 0x600000, /**< low discrepancy, 40 dimensions (Sobol 1967) */
+  BRNG_NIEDERR = 0x700000, /**< low discrepancy, 318 dimensions (Niederreiter 1988) */
   BRNG_MT19937 = 0x800000, /**< Mersenne Twister (Matsumoto and Nishimura 1998) */
   BRNG_MT2203 =
       0x900000, /**< Mersenne Twisters made for independence (Matsumoto, Nishimura 2000) */
@@ -224,6 +224,8 @@ ORV_ZOK_GENERATOR(R250)
 ORV_ZOK_GENERATOR(MRG32K3A)
 ORV_ZOK_GENERATOR(MCG59)
 ORV_ZOK_GENERATOR(WH)
+ORV_ZOK_GENERATOR(Sobol)
+ORV_ZOK_GENERATOR(Niederr)
 ORV_ZOK_GENERATOR(MT19937)
 ORV_ZOK_GENERATOR(MT2203)
 ORV_ZOK_GENERATOR(SFMT19937)
@@ -240,6 +242,47 @@ extern ORV_API const double _zokdWH_IM_Tab[273][4];
 /** Twist constant and two tempering masks of the 1024 MT2203 generators. */
 extern ORV_API const uint32_t _zok_mt2203_table[1024][3];
 
+/* ---- Quasi-random streams ---------------------------------------------------------------------
+ *
+ * BRNG_SOBOL and BRNG_NIEDERR deliver points of low discrepancy, the coordinates of each in their
+ * order, in the order of the Gray code and without the point 0: in one dimension 0.5, 0.75, 0.25.
+ * The first seed word is the number of dimensions, 1 to 40 or 1 to 318; anything else makes it 1.
+ * The second, if it is 1, says that data of the user's own follow, whose form the third tells.
+ * `dim` is the first word, bit i of a polynomial the coefficient of x^i, and a direction number the
+ * word that a bit of the Gray code adds, a dimension's 32 from the lowest bit on.
+ *
+ *   Sobol    1   polynomials of dimensions 2 to dim, from word 3 on; dim at most 40
+ *            2   the length of a row of initial numbers, from word 4 on the rows of dimensions 2 to
+ *                dim; dim at most 40
+ *            3   polynomials as in 1, then a length and rows as in 2
+ *            11  as 3, but of all dimensions
+ *            4   direction numbers of all dimensions, from word 3 on
+ *   Niederr  1   polynomials of all dimensions, from word 3 on; none below 2
+ *            4   direction numbers of all dimensions, from word 3 on
+ *
+ * Initial numbers that a row is too short for are 1, and so are all where a polynomial has no x.
+ * Data of no such form, or incomplete, are passed over: the tables built in are used for dim
+ * dimensions, or for 1 if that is too many. Dimensions above 40 and 318 live in the stream's chunks
+ * (with Sobol's forms 3, 4 and 11 there is one in any case): where these are deleted draws return
+ * RNG_NULL_ENTRY. A state that no generator made, as from a damaged file, returns
+ * RNG_BAD_FILE_FORMAT.
+ *
+ * __zokLeapfrogStream(stream, k, 0x7FFFFFFF) makes the stream deliver coordinate k alone, from 0,
+ * of every point whose coordinate k has not been delivered; where another was selected before, one
+ * point is passed over. Other leapfrogs are refused. __zokSkipAheadStream counts the elements of
+ * whole points even so. A request for n elements at point c returns RNG_QRNG_EXHAUSTED, with
+ * nothing done, if c + n is above 2^32 - 1. A copy of the state goes on as its source does.
+ */
+
+/** Of Sobol's dimensions 2 to 40: primitive polynomials, their degrees, as many initial numbers
+ *  (Bratley and Fox 1988, mended after Joe and Kuo 2003). */
+extern ORV_API const uint32_t uSobolIrredPoly[39];
+extern ORV_API const int32_t iSobolIrredPolyDeg[39];
+extern ORV_API const uint32_t uSobolMInit[39][8];
+/** The first 318 irreducible polynomials and their degrees. */
+extern ORV_API const uint32_t uNiederrIrredPoly[318];
+extern ORV_API const int32_t iNiederrIrredPolyDeg[318];
+
 /** a^n modulo 2^31 - 1, 2^59 and m; the exponent's low word comes first (no status). */
 ORV_API uint32_t __zokiPowMod2P31M1(uint32_t a, uint32_t n_low, uint32_t n_high);
 ORV_API uint64_t __zokiPowMod2P59(uint32_t a_low, uint32_t a_high, uint32_t n_low, uint32_t n_high);
@@ -251,15 +294,15 @@ ORV_API void __zokiVect3PowMod(uint32_t* v, const uint32_t* c, uint32_t m, uint3
 /* ---- Uniform distributions --------------------------------------------------------------------
  *
  * A number is a + u (b - a), u being a fraction below 1 in the steps of the generator's word: 2^-31
- * for MCG31M1, about 2^-51 for WH, 2^-59 for MCG59, 2^-32 for the others. It is rounded, and so b
- * itself can come out: where the numbers below b lie d apart, with a probability of about
+ * for MCG31M1 and Sobol, about 2^-51 for WH, 2^-59 for MCG59, 2^-32 for the others. It is rounded,
+ * and so b itself can come out: where the numbers below b lie d apart, with a probability of about
  * d / (2 (b - a)), or never where this is less than the generator's step. So on [0, 1)
  *
  *   a float is 1 with probability 2^-25, 3 times in 10^8, for every generator (half as often again
- *   for SFMT19937, which computes floats in single precision);
+ *   for SFMT19937, which computes floats in single precision, as Sobol and Niederr do);
  *   a double is never 1, but for MCG59, with probability 2^-54.
  *
- * Where b - a is not a double, and for SFMT19937's floats, rounding may also step over an end. */
+ * Where b - a is not a double, and for floats of these three, rounding may also step over an end. */
 
 /** Asks the continuous uniforms to keep each result in [a, b], b included. */
 enum { RNG_ACCURATE = 0x40000000 };

@@ -1,4 +1,4 @@
-// The four entry stubs of every function that is ready: each calls through one slot of the table.
+// The four entry stubs of every function: each calls through one slot of the table.
 #include <orv/qem.h>
 #include <orv/qem_functions.h>
 
@@ -25,10 +25,9 @@
 #define ORV_STUB(name, slot, t, F, shape) \
   void name(ORV_STUB_##t(shape)) { orv_qem_kernel_##t##F##_ttab[slot](ORV_PASS_##shape); }
 
-#define ORV_READY(t, F, shape, ...)                                 \
+#define ORV_FUNCTION(t, F, shape, ...)                              \
   ORV_STUB(ORV_JOIN(_qem##t##F, ORV_LA_SUFFIX_##t), 0, t, F, shape) \
   ORV_STUB(_qem##t##F##_HA, 1, t, F, shape)                         \
   ORV_STUB(_qem##t##F, 1, t, F, shape)                              \
   ORV_STUB(ORV_JOIN(_qem##t##F, ORV_EP_SUFFIX_##t), 2, t, F, shape)
-#define ORV_PLANNED(...)
 #include "functions.def"

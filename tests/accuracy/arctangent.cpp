@@ -79,12 +79,21 @@ void angle_of_point_inputs(Inputs<R>& in) {
   }
 }
 
+/// The same of the points that complex numbers are.
+template <class R>
+void angle_of_number_inputs(Inputs<R>& in) {
+  angle_of_point_inputs(in);
+  for (auto& [y, x] : in.pairs) std::swap(y, x);
+}
+void angle_of_number(mpfr_t* y, mpfr_t* x) { mpfr_atan2(y[0], x[1], x[0], MPFR_RNDN); }
+
 }  // namespace
 
 std::vector<Function> arctangent_functions() {
   return {
       {"sd", "Atan", Approximate, unary<mpfr_atan>, ::atan, ORV_INPUTS(arctangent_inputs)},
       {"sd", "Atan2", Approximate, binary<mpfr_atan2>, nullptr, ORV_INPUTS(angle_of_point_inputs)},
+      {"cz", "Arg", Approximate, angle_of_number, nullptr, ORV_INPUTS(angle_of_number_inputs)},
   };
 }
 

@@ -111,6 +111,13 @@ void complex_power(mpfr_t* y, mpfr_t* x) {
   put(y, exp(BigComplex{Big(x[2]), Big(x[3])} * log({Big(x[0]), Big(x[1])})));
 }
 
+void size_of(mpfr_t* y, mpfr_t* x) { mpfr_hypot(y[0], x[0], x[1], MPFR_RNDN); }
+void complex_quotient(mpfr_t* y, mpfr_t* x) {
+  const BigComplex a{Big(x[0]), Big(x[1])}, b{Big(x[2]), Big(x[3])}, product = a * conj(b);
+  const Big divisor = b.re * b.re + b.im * b.im;
+  put(y, {product.re / divisor, product.im / divisor});
+}
+
 bool finite_point(const double* x, int numbers) {
   for (int k = 0; k < numbers; ++k) {
     if (!std::isfinite(x[k])) return false;
@@ -126,6 +133,15 @@ bool usual_power(const double* x, int numbers) {
 bool not_zero(const double* x, int numbers) {
   return finite_point(x, numbers) && !(x[0] == 0 && x[1] == 0);
 }
+bool not_by_zero(const double* x, int numbers) {
+  return finite_point(x, numbers) && !(x[2] == 0 && x[3] == 0);
+}
+/// In doubles the norm of a denormal quotient is not what its parts are rounded to.
+bool normal_quotient(const double* x, int numbers) {
+  if (!not_by_zero(x, numbers)) return false;
+  const auto exponent = [](const double* z) { return std::ilogb(std::hypot(z[0], z[1])); };
+  return std::hypot(x[0], x[1]) == 0 || exponent(x) - exponent(x + 2) > -1020;
+}
 /// Without the poles 1 and -1, or i and -i.
 bool off_poles(const double* x, int numbers) {
   return finite_point(x, numbers) && !(std::hypot(x[0], x[1]) == 1 && x[0] * x[1] == 0);
@@ -140,9 +156,8 @@ void complex_inputs(Inputs<R>& in) {
   in.linear(0.2, -4, 4);
   in.patterns_of_both_signs(0.2, 1e-6, 1e6);
   const auto add = [&](double re, double im) {
-    in.values.push_back(static_cast<R>(re)), in.values.push_back(static_cast<R>(im));
+    in.pairs.push_back({static_cast<R>(re), static_cast<R>(im)});
   };
-  if (in.values.size() % 2 != 0) in.values.push_back(0);
   for (int i = 0; i < in.amount(0.1); ++i) {
     const auto tiny = [&] {
       const double unit = in.random.unit();
@@ -163,6 +178,19 @@ void growing_inputs(Inputs<R>& in) {
   in.linear(0.2, is_float<R> ? -110 : -760, is_float<R> ? 110 : 760);
 }
 
+/// Of small logarithms, in the table rows next to 1, where angles are small, too.
+template <class R>
+void log_inputs(Inputs<R>& in) {
+  complex_inputs(in);
+  for (int i = 0; i < in.amount(0.4); ++i) {
+    const double near = 1 + 0.1 * (in.random.unit() - 0.5);
+    const int exponent = -6 - static_cast<int>(in.random.below(60));
+    const double far = std::ldexp(in.random.unit(), exponent);
+    in.pairs.push_back({static_cast<R>(near), static_cast<R>(far)});
+    in.pairs.push_back({static_cast<R>(far), static_cast<R>(-near)});
+  }
+}
+
 }  // namespace
 
 std::vector<Function> complex_functions() {
@@ -176,8 +204,17 @@ std::vector<Function> complex_functions() {
   Function pow{"cz", "Pow", Approximate, complex_power, nullptr, ORV_INPUTS(complex_inputs)};
   Function powx{"cz", "Powx", Approximate, complex_power, nullptr, ORV_INPUTS(complex_inputs)};
   pow.covers = powx.covers = usual_power;
+  const auto div = [](const char* type, bool by_norm, auto covers) {
+    Function f{type, "Div", Approximate, complex_quotient, nullptr, ORV_INPUTS(complex_inputs)};
+    f.ep_in_middle = true, f.by_norm = by_norm, f.covers = covers;
+    return f;
+  };
   pow.by_norm = powx.by_norm = true;  // next to a multiple of pi the phase leaves one part few bits
+  const Function abs{"cz", "Abs", Approximate, size_of, nullptr, ORV_INPUTS(complex_inputs)};
+  Function ln = unary("Ln", complex_unary<log>, false, not_zero);
+  ln.inputs_s = log_inputs<float>, ln.inputs_d = log_inputs<double>;
   return {
+      abs,
       unary("Acos", complex_unary<acos>, false, finite_point),
       unary("Acosh", complex_unary<acosh>, false, finite_point),
       unary("Asin", complex_unary<asin>, false, finite_point),
@@ -186,11 +223,16 @@ std::vector<Function> complex_functions() {
       unary("Atanh", complex_unary<atanh>, false, off_poles),
       unary("Cos", complex_unary<cos>, true, finite_point),
       unary("Cosh", complex_unary<cosh>, true, finite_point),
+      unary("Exp", complex_unary<exp>, true, finite_point),
+      ln,
       unary("Log10", complex_unary<log10>, false, not_zero),
       unary("Sin", complex_unary<turned<sinh>>, true, finite_point),
       unary("Sinh", complex_unary<sinh>, true, finite_point),
+      unary("Sqrt", complex_unary<sqrt>, false, finite_point),
       unary("Tan", complex_unary<turned<tanh>>, false, finite_point),
       unary("Tanh", complex_unary<tanh>, false, finite_point),
+      div("c", false, not_by_zero),
+      div("z", true, normal_quotient),
       pow,
       powx,
   };

@@ -55,7 +55,7 @@ class Inputs {
   void seams(double share, double step, double lo, double hi);
 
   std::vector<R> values;
-  /// Of a function with two operands: pairs that are to stay together.
+  /// Pairs that are to stay together: two operands, or the parts of a complex one.
   std::vector<std::pair<R, R>> pairs;
   Random random;
 

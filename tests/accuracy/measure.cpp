@@ -104,8 +104,9 @@ void compare(const Kernel& kernel, const Function& function, const std::vector<R
              const std::vector<Reference<R>>& f, const Points<R>& points, Worst& worst) {
   constexpr double epsilon = std::numeric_limits<R>::epsilon();
   const size_t numbers = numbers_of(kernel);
-  const bool ep = kernel.kernel.substr(2, 2) == "EP";
-  const bool by_norm = (ep || function.by_norm) && kernel.signature().result_parts == 2;
+  const std::string level = kernel.kernel.substr(2, 2);
+  const bool ep = level == "EP";
+  const bool by_norm = (level != "HA" || function.by_norm) && kernel.signature().result_parts == 2;
   for (size_t i = 0; i < y.size(); ++i) {
     const auto point = static_cast<int32_t>(i / numbers);
     const auto text = [&] { return points.text(point); };
@@ -248,10 +249,16 @@ Points<R> make_points(const Function& f, const Kernel& shape, uint64_t seed, int
   points.operands = points.scalar_second ? 2 : shape.signature().inputs;
   shuffle(in.values, in.random);
   points.operand[0] = std::move(in.values);
+  const bool of_parts = points.width == 2;
+  if (of_parts && points.operand[0].size() % 2 != 0) points.operand[0].push_back(0);
+  for (const auto& [x, y] : in.pairs) {
+    if (of_parts) points.operand[0].insert(points.operand[0].end(), {x, y});
+  }
   if (points.operands == 2) pair_up(points, in.random);
   if (points.scalar_second) make_runs(points);
-  for (const auto& [x, y] : in.pairs)
-    points.operand[0].push_back(x), points.operand[1].push_back(y);
+  for (const auto& [x, y] : in.pairs) {
+    if (!of_parts) points.operand[0].push_back(x), points.operand[1].push_back(y);
+  }
   points.n = static_cast<int32_t>(points.operand[0].size() / points.width);
   for (int j = 0; j < points.operands; ++j) points.operand[j].resize(points.n * points.width);
   return points;

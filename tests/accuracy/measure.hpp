@@ -38,8 +38,8 @@ std::vector<R> results(const Kernel& kernel, const Points<R>& points);
 /// Error routes off and denormals kept, whatever the environment says.
 void quiet_mode();
 
-/// The largest error seen, and where. At EP that of a complex number is judged by its norm, in
-/// units of the norm's epsilon, since parts may cancel; elsewhere each part stands for itself.
+/// The largest error seen, and where. At LA and EP that of a complex number is judged by its
+/// norm, in units of the norm's epsilon, since parts may cancel; at HA each part stands for itself.
 struct Worst {
   double ulp = -1;
   double relative = 0;

@@ -119,13 +119,12 @@ void orv_serv_orv_print(int channel, int key, int arguments, ...) {
   errno = EBADF;  // as if nobody could be told
 }
 
-#define ORV_READY(t, F, shape, ...)                                                 \
+#define ORV_FUNCTION(t, F, shape, ...)                                              \
   const Qem##shape##_##t orv_qem_kernel_##t##F##_ttab[3] = {                        \
       Recorder<Qem##shape##_##t>::kernel<0>, Recorder<Qem##shape##_##t>::kernel<1>, \
       Recorder<Qem##shape##_##t>::kernel<2>};
-#define ORV_PLANNED(...)
 #include "qem/_bt_gen_ia32/functions.def"
-#undef ORV_READY
+#undef ORV_FUNCTION
 }
 
 namespace {
@@ -182,9 +181,9 @@ void check_stubs(const std::string& function, Stub* stub) {
 }
 
 TEST(Entries, StubsCallTheirSlotOfTheTable) {
-#define ORV_READY(t, F, shape, ...) check_stubs<Qem##shape##_##t>(#t #F, _qem##t##F);
+#define ORV_FUNCTION(t, F, shape, ...) check_stubs<Qem##shape##_##t>(#t #F, _qem##t##F);
 #include "qem/_bt_gen_ia32/functions.def"
-#undef ORV_READY
+#undef ORV_FUNCTION
 }
 
 TEST(Entries, AFrameReadsTheModeOnce) {

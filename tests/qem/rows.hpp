@@ -18,6 +18,9 @@ struct Row {
   SpecialValue value;
 };
 
+/// Of functions of two arguments, of two results, of complex arithmetic; results that must be exact.
+const std::vector<Row>& real_rows();
+
 /// Of complex functions (C99, annex G).
 const std::vector<Row>& complex_rows();
 

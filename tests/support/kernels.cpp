@@ -50,10 +50,9 @@ orv_call::Arguments usual_arguments(const Kernel& kernel, int64_t n) {
 
 std::vector<Kernel> all_slots() {
   std::vector<Kernel> list;
-#define ORV_READY(t, F, shape, la, ha, ep, cost_la, cost_ha, cost_ep, frames) \
-  add(list, #t[0], #F, {#la, #ha, #ep}, orv_qem_kernel_##t##F##_ttab,         \
+#define ORV_FUNCTION(t, F, shape, la, ha, ep, cost_la, cost_ha, cost_ep, frames) \
+  add(list, #t[0], #F, {#la, #ha, #ep}, orv_qem_kernel_##t##F##_ttab,            \
       orv_qem_kernel_##t##F##_ctab, #frames);
-#define ORV_PLANNED(...)
 #include "qem/_bt_gen_ia32/functions.def"
   return list;
 }

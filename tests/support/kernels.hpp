@@ -1,4 +1,4 @@
-// Every kernel of the functions that are ready, as data.
+// Every kernel of the functions, as data.
 #pragma once
 
 #include <orv/qem.h>
@@ -45,7 +45,7 @@ inline constexpr double usual_scalars[] = {0.75, -1.5, 2.25, 3.5};
 /// leave every element where it is. It lasts until the thread's next such call.
 orv_call::Arguments usual_arguments(const Kernel& kernel, int64_t n);
 
-/// All slots of all ready functions.
+/// All slots of all functions.
 std::vector<Kernel> all_slots();
 /// Each kernel once.
 std::vector<Kernel> distinct_kernels(std::vector<Kernel> slots = all_slots());

@@ -31,9 +31,14 @@ std::vector<T> diagonal(T x) {
   return c;
 }
 
-TEST(CovarianceHelpers, AMatrixWithoutAFactorIsReleased) {
-  std::vector<double> unit = diagonal(1.0);  // LAPACK keeps memory from its first call on
+/// LAPACK keeps memory from its first call on.
+void wake_lapack() {
+  std::vector<double> unit = diagonal(1.0);
   EXPECT_EQ(__zokdInvCov(4, unit.data()), SS_OK);
+}
+
+TEST(CovarianceHelpers, AMatrixWithoutAFactorIsReleased) {
+  wake_lapack();
   const auto expect_released = [](auto invert, auto negative) {
     const std::vector c = diagonal(negative);
     watch_allocations();
@@ -49,6 +54,7 @@ TEST(CovarianceHelpers, AMatrixWithoutAFactorIsReleased) {
 }
 
 TEST(CovarianceHelpers, ScratchIsReleasedOnEveryWay) {
+  wake_lapack();
   const auto expect_released = [](auto repair, auto c00, int failing, int32_t status) {
     const std::vector<decltype(c00)> before = {c00, 0.5f, 0.5f, 1};
     auto c = before;

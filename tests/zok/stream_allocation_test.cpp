@@ -156,4 +156,35 @@ TEST(Distributions, WithoutMemoryDrawNothing) {
   expect_standard_vectors_without_memory<float>();
 }
 
+TEST(Streams, MoreQuasiRandomDimensionsNeedAChunk) {
+  using Outcomes = decltype(outcomes([](auto) { return 0; }));
+  for (const int32_t brng : {BRNG_SOBOL, BRNG_NIEDERR}) {
+    const uint32_t dims = brng == BRNG_SOBOL ? 41 : 319;
+    std::vector<uint32_t> seeds(3 + 32 * dims, 0x80000000);
+    seeds[0] = dims, seeds[1] = 1, seeds[2] = 4;
+    const auto count = static_cast<int32_t>(seeds.size());
+    const auto create = [&](StreamState** stream) {
+      const int32_t status = __zokNewStreamEx(stream, brng, count, seeds.data());
+      uint32_t word;
+      if (*stream != nullptr) {
+        EXPECT_EQ(_zokiRngUniformBits(0, *stream, 1, &word),
+                  status == RNG_OK ? RNG_OK : RNG_NULL_ENTRY);
+      }
+      return status;
+    };
+    // The block, then data and record of the chunk.
+    EXPECT_EQ(
+        outcomes(create),
+        (Outcomes{{{RNG_NO_MEMORY, false}, 1}, {{RNG_NO_MEMORY, true}, 2}, {{RNG_OK, true}, 9}}));
+    // What a chunk cannot be: its size has 31 bits. Rows of no numbers need one seed a dimension.
+    if (brng == BRNG_NIEDERR) continue;
+    const uint32_t most = 8'300'000;
+    seeds.assign(most + 4, 7);
+    seeds[0] = most, seeds[1] = 1, seeds[2] = 3, seeds[most + 2] = 0;
+    StreamState* stream = nullptr;
+    EXPECT_EQ(__zokNewStreamEx(&stream, brng, most + 4, seeds.data()), RNG_NO_MEMORY);
+    __zokDeleteStream(&stream);
+  }
+}
+
 }  // namespace

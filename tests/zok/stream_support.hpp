@@ -20,6 +20,9 @@ inline constexpr int32_t generators[] = {
     BRNG_WH + 5,  BRNG_MT19937, BRNG_MT2203 + 700, BRNG_SFMT19937,
 };
 
+/// Those of low discrepancy, in one dimension with the seeds below.
+inline constexpr int32_t quasi_generators[] = {BRNG_SOBOL, BRNG_NIEDERR};
+
 inline BrngProperties properties_of(int32_t brng) {
   BrngProperties properties = {};
   EXPECT_EQ(__zokGetBrngProperties(brng, &properties), RNG_OK) << brng;

@@ -11,15 +11,12 @@ namespace {
 TEST(Streams, AFailedInitialisationLeavesTheBlock) {
   const uint32_t seed = 1;
   Spy::answer = -77;
-  for (const int32_t brng : {int32_t{BRNG_SOBOL}, int32_t{BRNG_NIEDERR}, 278, Spy::brng()}) {
-    const int32_t status = brng == Spy::brng() ? -77 : RNG_INVALID_BRNG;
-    Stream stream;
-    EXPECT_EQ(__zokNewStreamEx(&stream, brng, 1, &seed), status);
-    ASSERT_NE(stream, nullptr);
-    EXPECT_EQ(stream->Brng, brng);
-    double r;
-    EXPECT_EQ(_zokdRngUniform(0, stream, 1, &r, 0, 1), status);
-  }
+  Stream stream;
+  EXPECT_EQ(__zokNewStreamEx(&stream, Spy::brng(), 1, &seed), -77);
+  ASSERT_NE(stream, nullptr);
+  EXPECT_EQ(stream->Brng, Spy::brng());
+  double r;
+  EXPECT_EQ(_zokdRngUniform(0, stream, 1, &r, 0, 1), -77);
   Spy::answer = RNG_OK;
 }
 

@@ -53,10 +53,16 @@ TEST(UniformEnds, AreReachedWhereTheHeaderSaysSo) {
       {BRNG_R250, {0xFFFFFE00}, 1 - 0x1p-23, 1 - 0x1p-23f, 99, INT32_MAX},
       {BRNG_R250, {0xFFFFFDFF}, 1 - 0x201p-32, 1 - 0x1p-23f, 99, INT32_MAX - 1},
       {BRNG_MCG31M1, {0x7FFFFFFE}, 0x7FFFFFFE / 2147483647.0, 1, 99, INT32_MAX},
+      // The first direction number of a user's own is the first word.
+      {BRNG_SOBOL, {1, 1, 4, 0xFFFFFF80}, 1 - 0x1p-25, 1, 99, INT32_MAX},
+      {BRNG_SOBOL, {1, 1, 4, 0xFFFFFF7F}, 1 - 0x82p-32, 1 - 0x1p-24f, 99, INT32_MAX},
+      {BRNG_NIEDERR, {1, 1, 4, 0xFFFFFF80}, 1 - 0x1p-25, 1, 99, INT32_MAX},
+      {BRNG_NIEDERR, {1, 1, 4, 0xFFFFFF7F}, 1 - 0x81p-32, 1 - 0x1p-24f, 99, INT32_MAX},
   };
   for (const auto& row : rows) {
     std::vector<uint32_t> seeds = row.seeds;
     if (row.brng == BRNG_R250) seeds.resize(250);  // the first word is the sum of two of them
+    if (row.brng == BRNG_SOBOL || row.brng == BRNG_NIEDERR) seeds.resize(3 + 32);
     const auto first = [&]<class T>(auto draw, T a, T b) {
       T r = 0;
       EXPECT_EQ(draw(0, Stream(row.brng, seeds), 1, &r, a, b), RNG_OK);

@@ -3,7 +3,7 @@ from mpmath import sqrt
 
 from . import (
     arcsine, arctangent, cube_root, error_function, exp, exported, extended, hyperbolic,
-    inverse_error, inverse_hyperbolic, ln, poisson, power, scalar, sincos)
+    inverse_error, inverse_hyperbolic, ln, poisson, power, quasi, scalar, sincos)
 from .common import CORE, ROOT  # noqa: F401
 
 FILES = {
@@ -50,6 +50,7 @@ FILES = {
     CORE / "pow/tables/pow_slow_tables.hpp": power.pow_slow_tables,
     CORE / "pow/tables/vdpow_tables.hpp": power.vdpow_tables,
     CORE / "pow/tables/vspow_tables.hpp": power.vspow_tables,
+    quasi.FILE: quasi.niederr_tables,
     scalar.FOLDER / "log_gamma_tables.hpp": scalar.log_gamma_tables,
     scalar.FOLDER / "scalar_ln_table.hpp": scalar.scalar_ln_table,
     CORE / "_heap/real/tables/two_over_pi.hpp": sincos.two_over_pi,

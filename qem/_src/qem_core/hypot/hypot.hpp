@@ -75,7 +75,7 @@ struct Hypot {
   }
   template <class V>
   static int rare(V a, V b) {
-    return outside(a * a + b * b, smallest, largest);
+    return outside(a * a + b * b, Lane<V>(smallest), Lane<V>(largest));
   }
 
   static int slow(const double* a, const double* b, double* y) {

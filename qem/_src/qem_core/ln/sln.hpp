@@ -35,14 +35,15 @@ struct SLn {
 
   static int slow(const float* x, float* y) { return vsln_cout_rare(x, y); }
 
-  template <class V>
-  static V lane(V x) {
+  /// ln x, or ln(x + tail), where the tail is too small for x to hold it.
+  template <class V, class... Tail>
+  static V lane(V x, Tail... tail) {
     const auto two_thirds = bits_of(splat<V>(from_bits(D::two_thirds)));
     const auto offset = subtract<V>(bits_of(x), two_thirds);
     const V k = to_float(shift_right<V, 23>(offset));
     const V fraction = and_bits(as_vector<V>(offset), D::fraction);
     const V m = as_vector<V>(add<V>(bits_of(fraction), two_thirds));
-    const V r = m - 1.0f;
+    const V r = ((m - 1.0f) + ... + (tail * scale_of<V>(offset)));
     const V r2 = r * r;
 
     if constexpr (level == Level::HA) {
@@ -61,6 +62,14 @@ struct SLn {
     } else {
       return (horner(vsln_ep_series, r) * r2 + r) + k * D::ln2;
     }
+  }
+
+ private:
+  /// m/x
+  template <class V>
+  static V scale_of(Int<V> offset) {
+    const V exponent = and_bits(as_vector<V>(offset), ~D::fraction);
+    return as_vector<V>(subtract<V>(bits_of(splat<V>(1)), bits_of(exponent)));
   }
 };
 

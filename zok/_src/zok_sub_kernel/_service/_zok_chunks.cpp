@@ -12,10 +12,8 @@ int32_t __zokAddChunk(StreamState* stream, uint32_t id, void* data, int32_t size
 }
 
 void* __zokSearchChunk(StreamState* stream, int32_t id) {
-  for (const Chunk* chunk = first_chunk(stream); chunk != nullptr; chunk = chunk->Next) {
-    if (chunk->Id == static_cast<uint32_t>(id)) return chunk->Data;
-  }
-  return nullptr;
+  const Chunk* const chunk = find_chunk(stream, static_cast<uint32_t>(id));
+  return chunk == nullptr ? nullptr : chunk->Data;
 }
 
 int32_t __zokGetNumChunks(StreamState* stream) {

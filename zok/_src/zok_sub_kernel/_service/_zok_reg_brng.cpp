@@ -6,19 +6,6 @@ using namespace orv;
 
 namespace {
 
-// What an entry of a generator that is still to come answers.
-int32_t planned_init_stream(int32_t, StreamState*, int32_t, const uint32_t*) {
-  return RNG_INVALID_BRNG;
-}
-int32_t planned_floats(StreamState*, int32_t, float*, float, float) { return RNG_INVALID_BRNG; }
-int32_t planned_doubles(StreamState*, int32_t, double*, double, double) { return RNG_INVALID_BRNG; }
-int32_t planned_words(StreamState*, int32_t, uint32_t*) { return RNG_INVALID_BRNG; }
-
-constexpr BrngProperties planned(int32_t state_size, int32_t num_seeds) {
-  return {state_size,      num_seeds,    0, 4, 32, planned_init_stream, planned_floats,
-          planned_doubles, planned_words};
-}
-
 template <class T>
 constexpr int32_t abstract_size = sizeof(StreamState) + sizeof(AbstractState<T>);
 
@@ -31,8 +18,8 @@ constexpr BrngProperties r250 = {1024, 252, 1, 4, 32, ENTRIES(R250)};
 constexpr BrngProperties mrg32k3a = {40, 6, 1, 4, 32, ENTRIES(MRG32K3A)};
 constexpr BrngProperties mcg59 = {32, 1, 0, 8, 59, ENTRIES(MCG59)};
 constexpr BrngProperties wh = {48, 4, 1, 16, 24, ENTRIES(WH)};
-constexpr BrngProperties sobol = planned(10592, 2604);
-constexpr BrngProperties niederr = planned(43280, 10498);
+constexpr BrngProperties sobol = {10592, 2604, 0, 4, 32, ENTRIES(Sobol)};
+constexpr BrngProperties niederr = {43280, 10498, 0, 4, 32, ENTRIES(Niederr)};
 constexpr BrngProperties mt19937 = {2516, 625, 1, 4, 32, ENTRIES(MT19937)};
 constexpr BrngProperties mt2203 = {308, 70, 1, 4, 32, ENTRIES(MT2203)};
 constexpr BrngProperties iabstract = {abstract_size<uint32_t>, 0, 1, 4, 32, ENTRIES(iAbstract)};

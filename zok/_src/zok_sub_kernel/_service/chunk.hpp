@@ -24,6 +24,13 @@ inline Chunk* first_chunk(const StreamState* stream) {
   return reinterpret_cast<Chunk*>(static_cast<intptr_t>(stream->Chunks));
 }
 
+/// The newest chunk with an identifier, or null.
+inline const Chunk* find_chunk(const StreamState* stream, uint32_t id) {
+  const Chunk* chunk = first_chunk(stream);
+  while (chunk != nullptr && chunk->Id != id) chunk = chunk->Next;
+  return chunk;
+}
+
 /// The newest record under an identifier, or null. Data of another size, which a file may have
 /// brought, is no such record.
 template <class Record>

@@ -9,16 +9,15 @@ using namespace orv;
 namespace {
 
 /// Beyond, e^x is out of a double's range whatever it is multiplied by.
-Extended within_range(Extended x) {
-  constexpr Extended limit = 11000;
+double within_range(double x) {
+  constexpr double limit = 1500;
   return x > limit ? limit : x < -limit ? -limit : x;
 }
 
 /// e^re (cos im, sin im), re not NaN.
-ExtendedComplex turned_exp(Extended re, const SinCos& turn) {
-  const ExtendedPower power = exp_in_parts(within_range(re));
-  return {scaled(power.value * turn.cosine, power.exponent),
-          scaled(power.value * turn.sine, power.exponent)};
+ExtendedComplex turned_exp(double re, const SinCos& turn) {
+  const Extended power = exp_in_parts(within_range(re));
+  return {power * turn.cosine, power * turn.sine};
 }
 
 /// NaN, with the invalid flag for an infinite angle.
@@ -81,7 +80,7 @@ void orv_qem_kernel_ctanh_scalar(QemComplexDouble* result, double re, double im)
   const SinCos turn = sincos_of(im);
   const Extended product = turn.sine * turn.cosine;
   if (size > level) {
-    const Extended decay = exp_of(-2 * within_range(size < 5000 ? size : 5000));
+    const Extended decay = exp_of(-2 * (size < 5000 ? size : 5000));
     return store(result, {sign, 4 * (product * decay)});
   }
   const HyperbolicPair h = hyperbolic_pair(re);

@@ -47,6 +47,28 @@ inline int low_word(double x) { return _mm_cvtsi128_si32(_mm_castpd_si128(_mm_se
 /// 1 if the sign of x is set, denormal beyond a double's range or not.
 inline int sign_of(Extended x) { return _mm_movemask_pd(_mm_set_sd(static_cast<double>(x))); }
 
+/// -1 if that bit of an integer is set, else 1.
+inline double sign_from_bit(int bits, int place) { return 1 - (bits >> place << 1 & 2); }
+
+/// x < y ? a : 0 and x < y ? a : b, without a jump.
+inline double if_less(double x, double y, double a) {
+  return _mm_cvtsd_f64(_mm_and_pd(_mm_cmplt_sd(_mm_set_sd(x), _mm_set_sd(y)), _mm_set_sd(a)));
+}
+inline double if_less(double x, double y, double a, double b) {
+  const __m128d mask = _mm_cmplt_sd(_mm_set_sd(x), _mm_set_sd(y));
+  return _mm_cvtsd_f64(
+      _mm_or_pd(_mm_and_pd(mask, _mm_set_sd(a)), _mm_andnot_pd(mask, _mm_set_sd(b))));
+}
+inline double greater(double x, double y) {
+  return _mm_cvtsd_f64(_mm_max_sd(_mm_set_sd(x), _mm_set_sd(y)));
+}
+inline double lesser(double x, double y) {
+  return _mm_cvtsd_f64(_mm_min_sd(_mm_set_sd(x), _mm_set_sd(y)));
+}
+
+inline double absolute(double x) { return __builtin_fabs(x); }
+inline Extended absolute(Extended x) { return __builtin_fabsl(x); }
+
 /// A double cut to 32 significant bits.
 inline double first_32_bits(double x) {
   const __m128d mask = _mm_castsi128_pd(_mm_set_epi32(0, 0, -1, -(1 << 21)));
@@ -70,6 +92,16 @@ inline Extended scaled(Extended x, int n) {
   // The greater part first: what is denormal at the end is rounded there.
   return x * power(first) * power(second);
 }
+
+/// A number and a double near it, which is at hand sooner than if it were rounded.
+struct Approached {
+  Extended value;
+  double near;
+
+  Approached(double x) : value(x), near(x) {}
+  Approached(Extended x) : value(x), near(static_cast<double>(x)) {}
+  Approached(Extended x, double rounded) : value(x), near(rounded) {}
+};
 
 inline bool is_nan(Extended x) { return x != x; }
 inline bool is_infinite(Extended x) { return __builtin_fabsl(x) == __builtin_infl(); }

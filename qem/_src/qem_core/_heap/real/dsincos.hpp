@@ -135,8 +135,15 @@ class SinCosOfAngle<Level::HA, V> {
     c_ = v * horner(D::cosine, v);
   }
 
-  V sine() const { return turned<1>(sine_, cosine_); }
-  V cosine() const { return turned<-1>(cosine_, sine_); }
+  /// A function to some bits more than a number has: hi - less.
+  struct Parts {
+    V hi, less;
+    V whole() const { return hi - less; }
+  };
+  Parts sine_in_parts() const { return turned<1>(sine_, cosine_); }
+  Parts cosine_in_parts() const { return turned<-1>(cosine_, sine_); }
+  V sine() const { return sine_in_parts().whole(); }
+  V cosine() const { return cosine_in_parts().whole(); }
 
  private:
   struct Value {
@@ -144,12 +151,12 @@ class SinCosOfAngle<Level::HA, V> {
   };
   /// f of the angle, of which `sign` times g is the derivative.
   template <int sign>
-  V turned(const Value& f, const Value& g) const {
+  Parts turned(const Value& f, const Value& g) const {
     const auto plus = [](V a, V b) { return sign > 0 ? a + b : a - b; };
     const auto minus = [](V a, V b) { return sign > 0 ? a - b : a + b; };
     const V p = g.hi * r_, h = plus(f.hi, p), error = minus(h - f.hi, p);
     const V rest = g.lo * r_ + (g.hi + g.lo) * s_;
-    return h - (error - (plus(f.lo, rest) + (f.hi + f.lo) * c_));
+    return {h, error - (plus(f.lo, rest) + (f.hi + f.lo) * c_)};
   }
 
   Value sine_, cosine_;  // of the row

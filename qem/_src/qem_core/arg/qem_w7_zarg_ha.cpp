@@ -1,0 +1,5 @@
+#include "arg.hpp"
+
+void orv_qem_kernel_zArg_W7HAynn(int32_t n, const QemComplexDouble* a, double* r) {
+  orv::guarded(orv::Arg<QemComplexDouble, orv::Level::HA>{}, n, a, r);
+}

@@ -1,0 +1,6 @@
+#include "complex_div.hpp"
+
+void orv_qem_kernel_zDiv_W7HAynn(int32_t n, const QemComplexDouble* a, const QemComplexDouble* b,
+                                 QemComplexDouble* r) {
+  orv::guarded(orv::ZDiv{}, n, a, b, r);
+}

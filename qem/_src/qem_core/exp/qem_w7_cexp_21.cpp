@@ -1,0 +1,5 @@
+#include "complex_exp.hpp"
+
+void orv_qem_kernel_cExp_W7LAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r) {
+  orv::guarded(orv::CExp<orv::Level::LA>{}, n, a, r);
+}

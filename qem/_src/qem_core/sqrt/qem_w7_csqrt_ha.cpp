@@ -1,0 +1,5 @@
+#include "complex_sqrt.hpp"
+
+void orv_qem_kernel_cSqrt_W7HAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r) {
+  orv::guarded(orv::CSqrt<orv::Level::HA>{}, n, a, r);
+}
