@@ -153,12 +153,9 @@ struct Hat {
     middle.propose(n, c);
     propose_tails(c);
     decide(c);
-    int32_t made = 0;
-    for (int32_t k = 0; k < n; ++k) {
-      r[made] = image(to_result(c.y[k]));
-      made += c.accepted[k];
-    }
-    return made;
+    return append_accepted(
+        n, r, [&](int32_t k) { return image(to_result(c.y[k])); },
+        [&](int32_t k) { return c.accepted[k]; });
   }
 
  private:

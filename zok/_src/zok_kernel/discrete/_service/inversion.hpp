@@ -1,8 +1,6 @@
 // Inversion by a table of cumulative probabilities: the smallest k with at(k) > u.
 #pragma once
 
-#include <string.h>
-
 #include "results.hpp"
 
 namespace orv {

@@ -91,12 +91,8 @@ class FallingHat {
       count += !(u[k] < in_table_);
     }
     decide(count, beyond, u, w, y, accepted);
-    int32_t made = 0;
-    for (int32_t k = 0; k < n; ++k) {
-      r[made] = to_result(y[k]);
-      made += accepted[k];
-    }
-    return made;
+    return append_accepted(
+        n, r, [&](int32_t k) { return to_result(y[k]); }, [&](int32_t k) { return accepted[k]; });
   }
 
  private:
