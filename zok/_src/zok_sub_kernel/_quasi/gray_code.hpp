@@ -113,9 +113,13 @@ class Rounds {
   static constexpr int32_t most_dims = 512;
   static constexpr int rows_log2 = 2;
 
-  /// Many dimensions are not repeated; vectors then reach beyond a row, and are overwritten.
+  /// Few dimensions make rows of whole vectors; of many, vectors reach beyond a row, and what they
+  /// write there is overwritten.
   static int row_log2(int32_t dim) {
-    return dim >= 16 ? 0 : 3 - __builtin_ctz(static_cast<uint32_t>(dim) | 8);
+    constexpr int32_t least_words = 8, many = 16;
+    int k = 0;
+    while (dim << k < least_words || (dim < many && (dim << k) % lanes != 0)) ++k;
+    return k;
   }
 
   /// The stream stands at the first point of a round: its number is a multiple of 2^(k + 2).
