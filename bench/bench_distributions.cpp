@@ -203,40 +203,51 @@ void add_all() {
   }
 }
 
-/// An integer distribution, with and without a record of its parameters.
+/// An integer distribution.
 template <class Entry, class... Parameters>
-void add_integers(const std::string& name, bool keeps, Entry entry, Parameters... parameters) {
-  const auto stream = make_stream();
-  const auto draw = [=](int32_t n, int32_t* r) { entry(0, stream.get(), n, r, parameters...); };
-  add<int32_t>({"ours/" + name, draw}, moments_of(name));
-  if (!keeps) return;
+Contender<int32_t> of_integers(const std::string& name, Entry entry, int32_t method,
+                               Parameters... parameters) {
+  return {"ours/" + name, [=, stream = make_stream()](int32_t n, int32_t* r) {
+            entry(method, stream.get(), n, r, parameters...);
+          }};
+}
+
+/// One that keeps what it has made of its parameters; and without that.
+template <class Entry, class... Parameters>
+void add_integers(const std::string& name, Entry entry, Parameters... parameters) {
+  add(of_integers(name, entry, 0, parameters...), moments_of(name));
   add<int32_t>({"anew/" + name,
-                [=](int32_t n, int32_t* r) {
+                [=, stream = make_stream()](int32_t n, int32_t* r) {
                   __zokDeleteChunks(stream.get());
-                  draw(n, r);
+                  entry(0, stream.get(), n, r, parameters...);
                 }},
                nullptr);
 }
 
 void add_all_integers() {
-  add_integers("bernoulli", false, _zokiRngBernoulli, bernoulli_chance);
-  add_integers("integers", false, _zokiRngUniform, 0, integers_below);
+  const auto add_simple = [](const std::string& name, auto entry, auto... parameters) {
+    add(of_integers(name, entry, parameters...), moments_of(name));
+  };
+  add_simple("bernoulli", _zokiRngBernoulli, 0, bernoulli_chance);
+  add_simple("integers", _zokiRngUniform, 0, 0, integers_below);
   for (const double p : geometric_chances) {
-    add_integers(name_of("geometric", {p}), false, _zokiRngGeometric, p);
+    add_simple(name_of("geometric", {p}), _zokiRngGeometric, 0, p);
   }
   for (const double lambda : poisson_means) {
-    add_integers(name_of("poisson", {lambda}), true, _zokiRngPoisson, lambda);
+    add_integers(name_of("poisson", {lambda}), _zokiRngPoisson, lambda);
+    add_simple(name_of("poisson_by_gaussians", {lambda}), _zokiRngPoisson, RNG_POISSON_POISNORM,
+               lambda);
   }
   for (const auto& [n, p] : binomial_trials) {
-    add_integers(name_of("binomial", {n, p}), true, _zokiRngBinomial, static_cast<int32_t>(n), p);
+    add_integers(name_of("binomial", {n, p}), _zokiRngBinomial, static_cast<int32_t>(n), p);
   }
   for (const auto& [lot, sample, marked] : hypergeometric_lots) {
-    add_integers(name_of("hypergeometric", {lot, sample, marked}), true, _zokiRngHypergeometric,
+    add_integers(name_of("hypergeometric", {lot, sample, marked}), _zokiRngHypergeometric,
                  static_cast<int32_t>(lot), static_cast<int32_t>(sample),
                  static_cast<int32_t>(marked));
   }
   for (const auto& [a, p] : negbinomial_shapes) {
-    add_integers(name_of("negbinomial", {a, p}), true, _zokiRngNegbinomial, a, p);
+    add_integers(name_of("negbinomial", {a, p}), _zokiRngNegbinomial, a, p);
   }
   for (const NamedContender<int32_t>& peer : distribution_peers<int32_t>()) {
     add(peer.contender, moments_of(peer.law));

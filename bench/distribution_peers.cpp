@@ -41,8 +41,11 @@ std::map<std::string, Moments> all_moments() {
   for (const auto& [p, q] : beta_shapes) {
     all[name_of("beta", {p, q})] = {p / (p + q), sqrt(p * q / (p + q + 1)) / (p + q)};
   }
-  for (const double lambda : poisson_means)
-    all[name_of("poisson", {lambda})] = {lambda, sqrt(lambda)};
+  for (const double lambda : poisson_means) {
+    for (const char* const way : {"poisson", "poisson_by_gaussians"}) {
+      all[name_of(way, {lambda})] = {lambda, sqrt(lambda)};
+    }
+  }
   for (const auto& [n, p] : binomial_trials) {
     all[name_of("binomial", {n, p})] = {n * p, sqrt(n * p * (1 - p))};
   }
@@ -148,7 +151,9 @@ std::vector<NamedContender<int32_t>> distribution_peers() {
     peers.push_back(one_by_one<I, std::mt19937>("std", law, distribution));
   };
   for (const double lambda : poisson_means) {
-    standard(name_of("poisson", {lambda}), std::poisson_distribution<I>(lambda));
+    for (const char* const way : {"poisson", "poisson_by_gaussians"}) {
+      standard(name_of(way, {lambda}), std::poisson_distribution<I>(lambda));
+    }
   }
   for (const auto& [n, p] : binomial_trials) {
     standard(name_of("binomial", {n, p}), std::binomial_distribution<I>(static_cast<I>(n), p));

@@ -54,7 +54,8 @@ def laws(g):
     for p in GEOMETRIC:
         yield f"geometric_{p:g}", "int", lambda n, p=p: g.geometric(p, n)
     for mean in POISSON:
-        yield f"poisson_{mean:g}", "int", lambda n, mean=mean: g.poisson(mean, n)
+        for way in ("poisson", "poisson_by_gaussians"):
+            yield f"{way}_{mean:g}", "int", lambda n, mean=mean: g.poisson(mean, n)
     for trials, p in BINOMIAL:
         yield (f"binomial_{trials:g}_{p:g}", "int",
                lambda n, trials=trials, p=p: g.binomial(trials, p, n))

@@ -172,13 +172,14 @@ struct Hat {
     int32_t far[hat_block], count = 0;
     for (int32_t j = 0; j < c.open_count; ++j) {
       const int32_t k = c.open[j];
-      const double y = c.y[k], d = y - mode;
-      const bool is_near = d >= -near && d < near;
-      const int32_t place = is_near ? static_cast<int32_t>(d) + near : 0;
-      const bool possible = y >= least && y <= most && c.v[k] <= 1;
-      c.accepted[k] = possible && is_near && c.v[k] <= ratio_near[place];
+      const double y = c.y[k], v = c.v[k], d = y - mode;
+      // Without branches, which no processor would foresee. What fits no integer is not near.
+      const auto place = static_cast<uint32_t>(_mm_cvttsd_si32(_mm_set_sd(d + near)));
+      const bool is_near = place < 2 * near;
+      const bool possible = (y >= least) & (y <= most) & (v <= 1);
+      c.accepted[k] = possible & is_near & (v <= ratio_near[place % (2 * near)]);
       far[count] = k;
-      count += possible && !is_near;
+      count += possible & !is_near;
     }
     alignas(32) double ln_v[hat_block], ratio[hat_block], d[hat_block];
     for (int32_t j = 0; j < count; ++j) {
