@@ -333,7 +333,7 @@ ORV_API int32_t _zokiRngUniformBits(int32_t method, StreamState* stream, int32_t
  * and -103.28 for floats.
  *
  * Functions are computed at EP for doubles and LA for floats, relative errors of 2^-25 and 2^-22:
- * numbers that follow the law as far as anybody can tell, but whose last bits are not those of the
+ * numbers that tests of 10^6 do not tell from the law, but whose last bits are not those of the
  * formula's exact value.
  *
  * The status is RNG_OK or what the generator answered when it failed; numbers made until then stay.
