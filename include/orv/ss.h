@@ -297,7 +297,7 @@ struct SSTask {
   void* simulated_values;
   const void* estimates_count;
   void* estimates;
-  void* mahalanobis_block[8]; /**< the library's own */
+  void* mahalanobis_block[8]; /**< what _zokdSSMahDistance reads */
   int32_t cleanup_count;
   void (*cleanup_hooks[1])(SSTask* task); /**< called when the task is deleted */
 };
@@ -497,6 +497,19 @@ ORV_API int32_t _zokdSSPartialCovariance(SSTask* task, uint64_t estimates, uint6
                                          const SSThreadServices* services);
 ORV_API int32_t _zoksSSPartialCovariance(SSTask* task, uint64_t estimates, uint64_t method,
                                          const SSThreadServices* services);
+
+/** Mahalanobis distances (1936): roots of (x - m)' A (x - m). Besides the data it reads the eight
+ *  words of mahalanobis_block, which no editor sets: addresses of the first observation's number
+ * and of the end of the range (integers), of the mean m, of the inverse covariance A (p by p, of
+ * which the upper triangle by columns is read, the way __zokdInvCov leaves it) and of the place for
+ * a distance of each observation in the range; one that is not read; and 0 or a buffer and the
+ * number of its elements (integer). A buffer for some tens of observations and as much again makes
+ * it several times as fast for many variables, by a matrix routine whose last bits are not
+ * promised. A NaN in an observation is one in its distance. Returns SS_OK, or SS_NO_MEMORY for more
+ * than 1024 variables without a buffer. Nothing is kept: threads may call with records of their
+ * own. */
+ORV_API int32_t _zokdSSMahDistance(SSTask* task);
+ORV_API int32_t _zoksSSMahDistance(SSTask* task);
 
 #ifdef __cplusplus
 }
