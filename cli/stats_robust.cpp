@@ -59,15 +59,16 @@ std::vector<Unit> units_of(const Sample<T>& sample, const std::vector<std::strin
   const std::vector<double> quartiles = sample.quantiles(orders, services);
   std::vector<Unit> units;
   for (size_t j = 0; j < sample.variables(); ++j) {
+    if (!std::isfinite(sample.minimum(j)) || !std::isfinite(sample.maximum(j))) {
+      throw Error("{}: a value of {} is infinite; finite numbers are needed", at_option(options),
+                  in_quotes(names[j]));
+    }
     const double* const q = &quartiles[3 * j];
     Unit unit = {q[1], deviation_of_normal * (q[2] - q[0])};
     if (!(unit.scale > 0)) unit.scale = sample.standard_deviation(j);
     if (unit.scale == 0) {
       throw Error("{}: all values of {} are the same; leave it out with --select",
                   at_option(options), in_quotes(names[j]));
-    }
-    if (!std::isfinite(unit.origin) || !std::isfinite(unit.scale)) {
-      throw Error("{}: the values of {} are not finite", at_option(options), in_quotes(names[j]));
     }
     units.push_back(unit);
   }
@@ -79,7 +80,7 @@ std::vector<Unit> units_of(const Sample<T>& sample, const std::vector<std::strin
     case SS_NO_MEMORY:
       throw std::bad_alloc();
     case SS_OGK_FAILED:
-      throw Error("{}: a value is infinite, or too far from the others", at_option(options));
+      throw Error("{}: values are too far from each other", at_option(options));
     default:
       throw Error(
           "{}: columns depend on each other in the rows that are no outliers (status {}); --select "

@@ -400,6 +400,21 @@ TEST(RobustCovariance, UnmasksTheOutliersOfHawkinsBraduAndKass) {
   }
 }
 
+// The stopping rule has the unit of the data; figures of a program written apart.
+TEST(RobustCovariance, AccuracyIsInTheUnitOfTheData) {
+  const std::vector<double> iris = read("iris.csv", 5);
+  struct Case {
+    double unit, accuracy, variance;
+  };
+  for (const Case& c : {Case{1, 0.001, 0.678}, {0.001, 0.001, 0.723}, {1, 1e-20, 0.663}}) {
+    std::vector<double> x;
+    for (const double v : iris) x.push_back(v * c.unit);
+    const Robust<double> found = robust<double>(5, x, {0.5, 0.01, c.accuracy, 100});
+    ASSERT_EQ(found.status, SS_OK);
+    EXPECT_NEAR(found.cov[0] / (c.unit * c.unit), c.variance, 0.0005);
+  }
+}
+
 // Rows and variables in another order, other units, another origin.
 TEST(RobustCovariance, IsEquivariant) {
   const size_t p = 6, n = 500;
