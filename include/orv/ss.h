@@ -500,8 +500,8 @@ ORV_API int32_t _zokdSSPartialCovariance(SSTask* task, uint64_t estimates, uint6
 ORV_API int32_t _zoksSSPartialCovariance(SSTask* task, uint64_t estimates, uint64_t method,
                                          const SSThreadServices* services);
 
-/** Mean and covariance of data of which up to half may be outliers: more than 2 p observations, in
- *  `robust_mean` and `robust_cov`. Weights and mask are not looked at; data must be finite.
+/** Mean and covariance of data that hold outliers, in `robust_mean` and `robust_cov`: of more than
+ *  2 p observations, p at most 40000. Weights and mask are not looked at; data must be finite.
  *
  *  The start is the orthogonalised Gnanadesikan-Kettenring estimate (Gnanadesikan and Kettenring
  *  1972; R. A. Maronna and R. H. Zamar 2002) with the scale of V. J. Yohai and R. H. Zamar (1988),

@@ -533,6 +533,12 @@ TYPED_TEST(EachPrecision, RobustCovarianceOfDegenerateData) {
   EXPECT_NEAR(constant.mean[0], two.mean[0], 0.1);
   EXPECT_NEAR(constant.cov[0], two.cov[0], 0.3);
 
+  const Robust<T> iterated = robust(3, x);
+  ASSERT_EQ(iterated.status, SS_OK);
+  EXPECT_EQ(iterated.mean[1], 7);
+  EXPECT_EQ(iterated.cov[4], 0);
+  EXPECT_NEAR(iterated.mean[0], 0, 0.2);
+
   const std::vector<T> all_constant(600, T(2.5));
   EXPECT_EQ(robust(3, all_constant).status, SS_NO_POSITIVE_EIGENVALUE);
   const Robust<T> point = robust(3, all_constant, start_only);
