@@ -71,8 +71,8 @@ others come from updates about the mean. No digit depends on --threads.
 What is not defined, such as the deviation of one value, is shown as -, in CSV as an empty cell,
 in JSON as null. Infinities are inf and -inf, in JSON the strings "inf" and "-inf".
 
-The file is read once, in blocks, and may be larger than memory. Quantiles and --by need all
-values: beyond --memory quartiles are left out, and --quantiles and --by stop.
+The file is read once, in blocks, and may be larger than memory. Quantiles, --by and --robust need
+all values: beyond --memory quartiles are left out, and --quantiles, --by and --robust stop.
 
 CSV output: a table of the columns; groups and matrices follow, each after a blank line and with
 its title as the head of its first column. CSV and JSON have all digits.
