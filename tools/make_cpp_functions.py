@@ -1,15 +1,12 @@
 #!/usr/bin/env python3
-"""Prints include/orv/detail/functions.hpp from the function lists; with --check, tells whether the
-file is what it would print:
+"""Prints include/orv/detail/functions.hpp from the function lists:
 
     tools/make_cpp_functions.py > include/orv/detail/functions.hpp
 """
 import re
-import sys
 
-from function_list import LEVELS, ROOT, accuracy, descriptions, functions
+from function_list import LEVELS, accuracy, descriptions, functions
 
-FILE = ROOT / "include" / "orv" / "detail" / "functions.hpp"
 # What a function takes decides its form; a form's name is that of its template.
 FORMS = {
     "Unary": "one_argument", "ComplexToReal": "one_argument", "RealToComplex": "one_argument",
@@ -67,12 +64,10 @@ def text():
             lines.append(f"  static constexpr function_facts facts_of(const {argument(f)}*) "
                          f"{{ return {facts(f, *descriptions_of[f.type, name], errors)}; }}")
         lines.append(f"}} {lower};")
+    lines += ["", "/// Calls f with each of these objects.", "template <class F>",
+              "void for_each_function(F f) {",
+              *(f"  f({name.lower()});" for name in sorted(by_name)), "}"]
     return "\n".join(lines) + "\n\n}  // namespace orv\n"
 
 
-if __name__ == "__main__":
-    if sys.argv[1:] == ["--check"]:
-        if FILE.read_text() != text():
-            sys.exit(f"{FILE.relative_to(ROOT)} is not current: run tools/make_cpp_functions.py")
-    else:
-        print(text(), end="")
+print(text(), end="")

@@ -71,13 +71,12 @@ class scoped_mode {
   QemMode saved_;
 };
 
-/// An element that a function reported. Parts that a function does not have are those of its first
-/// argument or result, or 0.
+/// An element that a function reported. Without a second result that is the first one.
 struct report {
   int32_t code;          ///< QEM_STATUS_DOMAIN, _SINGULARITY, _OVERFLOW or _UNDERFLOW
   size_t index;          ///< in the whole vector
   std::string function;  ///< "vdLn"
-  std::complex<double> argument, second_argument;
+  std::complex<double> argument;  ///< the first one
   std::complex<double> result, second_result;  ///< a callback may change them
 };
 
@@ -107,7 +106,6 @@ inline int32_t call_innermost(QemErrorContext* context) {
                       before + static_cast<uint32_t>(c.index),
                       {c.func_name, static_cast<size_t>(c.func_name_len)},
                       {c.arg1, c.arg1_im},
-                      {c.arg2, c.arg2_im},
                       {c.res1, c.res1_im},
                       {c.res2, c.res2_im}};
     done = frame->call(*frame, element) ? 1 : 0;

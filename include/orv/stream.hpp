@@ -63,6 +63,7 @@ class stream {
   stream(generator g, std::initializer_list<uint32_t> seeds)
       : stream(g, std::span(seeds.begin(), seeds.size())) {}
   stream(generator g, std::span<const uint32_t> seeds) {
+    if (g.brng < 0) detail::check_stream(RNG_INVALID_BRNG, "stream");
     const int32_t status =
         __zokNewStreamEx(&state_, g.brng, static_cast<int32_t>(seeds.size()), seeds.data());
     if (status != RNG_OK) __zokDeleteStream(&state_);

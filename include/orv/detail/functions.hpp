@@ -655,4 +655,68 @@ inline constexpr struct unpackv_function : detail::indexed_unpack<unpackv_functi
   static constexpr function_facts facts_of(const double*) { return {"a dense vector to elements at places told by indices", {{}}, {{0, 0, 0}}}; }
 } unpackv;
 
+/// Calls f with each of these objects.
+template <class F>
+void for_each_function(F f) {
+  f(abs);
+  f(acos);
+  f(acosh);
+  f(add);
+  f(arg);
+  f(asin);
+  f(asinh);
+  f(atan);
+  f(atan2);
+  f(atanh);
+  f(cis);
+  f(cbrt);
+  f(cdfnorm);
+  f(cdfnorminv);
+  f(ceil);
+  f(conj);
+  f(cos);
+  f(cosh);
+  f(div);
+  f(erf);
+  f(erfinv);
+  f(erfc);
+  f(erfcinv);
+  f(exp);
+  f(expm1);
+  f(floor);
+  f(hypot);
+  f(inv);
+  f(invcbrt);
+  f(invsqrt);
+  f(linearfrac);
+  f(ln);
+  f(log10);
+  f(log1p);
+  f(modf);
+  f(mul);
+  f(mulbyconj);
+  f(nearbyint);
+  f(packi);
+  f(packm);
+  f(packv);
+  f(pow);
+  f(pow2o3);
+  f(pow3o2);
+  f(powx);
+  f(rint);
+  f(round);
+  f(sin);
+  f(sincos);
+  f(sinh);
+  f(sqr);
+  f(sqrt);
+  f(sub);
+  f(tan);
+  f(tanh);
+  f(trunc);
+  f(unpacki);
+  f(unpackm);
+  f(unpackv);
+}
+
 }  // namespace orv
