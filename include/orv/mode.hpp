@@ -73,9 +73,9 @@ class scoped_mode {
 
 /// An element that a function reported. Without a second result that is the first one.
 struct report {
-  int32_t code;          ///< QEM_STATUS_DOMAIN, _SINGULARITY, _OVERFLOW or _UNDERFLOW
-  size_t index;          ///< in the whole vector
-  std::string function;  ///< "vdLn"
+  int32_t code;                   ///< QEM_STATUS_DOMAIN, _SINGULARITY, _OVERFLOW or _UNDERFLOW
+  size_t index;                   ///< in the whole vector
+  std::string function;           ///< "vdLn"
   std::complex<double> argument;  ///< the first one
   std::complex<double> result, second_result;  ///< a callback may change them
 };

@@ -1,8 +1,8 @@
 // Every function of the C++ face against the kernel that it stands for, and what is refused.
 #include <gtest/gtest.h>
-#include <orv/math.hpp>
 #include <sys/mman.h>
 #include <unistd.h>
+#include <orv/math.hpp>
 
 #include <algorithm>
 #include <cctype>
@@ -212,7 +212,8 @@ TEST(CppMath, RefusesWhatDoesNotFitAndWritesNothing) {
     std::function<void()> call;
   } rows[] = {
       {"orv::exp: the result has 3 elements; it needs 4", [&] { orv::exp(x, y3); }},
-      {"orv::pow: the second argument has 3 elements; it needs 4", [&] { orv::pow(x, shorter, y); }},
+      {"orv::pow: the second argument has 3 elements; it needs 4",
+       [&] { orv::pow(x, shorter, y); }},
       {"orv::pow: the second argument has 3 elements; it needs 4", [&] { orv::pow(x, shorter); }},
       {"orv::sincos: the second result has 3 elements; it needs 4", [&] { orv::sincos(x, y, y3); }},
       {"orv::packi: 4 elements at steps of 2 don't fit into 4", [&] { orv::packi(x, 2, y); }},
@@ -251,8 +252,8 @@ class Repeated {
   explicit Repeated(size_t size) : bytes_(size * sizeof(T)) {
     const int file = memfd_create("repeated", 0);
     EXPECT_EQ(ftruncate(file, part), 0);
-    base_ = static_cast<char*>(
-        mmap(nullptr, bytes_ + part, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0));
+    base_ = static_cast<char*>(mmap(nullptr, bytes_ + part, PROT_NONE,
+                                    MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0));
     for (size_t at = 0; at < bytes_; at += part) {
       EXPECT_NE(mmap(base_ + at, part, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_FIXED, file, 0),
                 MAP_FAILED);

@@ -1,7 +1,7 @@
 // What lasts for a scope: modes, callbacks, collected reports. And what a throwing callback does.
 #include <gtest/gtest.h>
-#include <orv/math.hpp>
 #include <stdlib.h>
+#include <orv/math.hpp>
 
 #include <cerrno>
 #include <cfenv>

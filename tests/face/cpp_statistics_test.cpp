@@ -1,8 +1,8 @@
 // Data sets and accumulators of the C++ face against plain sums in extended precision.
 #include <gtest/gtest.h>
+#include <unistd.h>
 #include <orv/dataset.hpp>
 #include <orv/distributions.hpp>
-#include <unistd.h>
 
 #include <cmath>
 #include <functional>
@@ -193,7 +193,9 @@ TEST(CppData, TakesViewsOfEitherOrder) {
   const orv::dataset down(View{d.x.data(), {50, 3}, {3, 1}});
   const orv::dataset across(View{d.rows.data(), {50, 3}, {1, 50}});
   EXPECT_EQ(down.mean(), across.mean());
-  EXPECT_EQ(refusal([&] { orv::dataset(View{d.x.data(), {25, 3}, {6, 1}}); }),
+  EXPECT_EQ(refusal([&] {
+              orv::dataset(View{d.x.data(), {25, 3}, {6, 1}});
+            }),
             "orv::table: strides of 6 and 1; the data have to lie densely");
 }
 
@@ -206,22 +208,36 @@ TEST(CppData, RefusesWhatIsNoData) {
   } rows[] = {
       {"orv::table: 6 elements are no observations of 4 variables", [&] { orv::table(x, 4); }},
       {"orv::table: 6 elements are no observations of 0 variables", [&] { orv::table(x, 0); }},
-      {"orv::dataset::dataset: no observations",
-       [&] { orv::dataset(orv::table(x.data(), 0, 2)); }},
+      {"orv::dataset::dataset: no observations", [&] { orv::dataset(orv::table(x.data(), 0, 2)); }},
       {"orv::dataset::weights: the weights has 2 elements; it needs 3",
-       [&] { d.weights(std::vector<double>{1, 1}); }},
+       [&] {
+         d.weights(std::vector<double>{1, 1});
+       }},
       {"orv::dataset::weights: weight -1 at 1; weights are finite and not below 0",
-       [&] { d.weights(std::vector<double>{1, -1, 1}); }},
+       [&] {
+         d.weights(std::vector<double>{1, -1, 1});
+       }},
       {"orv::dataset::weights: all weights are 0", [&] { d.weights(std::vector<double>(3)); }},
-      {"orv::dataset::mask: no variable is left", [&] { d.mask(std::vector<int>{0, 0}); }},
+      {"orv::dataset::mask: no variable is left",
+       [&] {
+         d.mask(std::vector<int>{0, 0});
+       }},
       {"orv::dataset::mask: the mask has 3 elements; it needs 2",
-       [&] { d.mask(std::vector<int>{0, 0, 1}); }},
+       [&] {
+         d.mask(std::vector<int>{0, 0, 1});
+       }},
       {"orv::dataset::quantiles: order 1.5; orders lie from 0 to 1",
-       [&] { d.quantiles({0.5, 1.5}); }},
+       [&] {
+         d.quantiles({0.5, 1.5});
+       }},
       {"orv::dataset::groups: group 3; groups are counted from 0 without a gap",
-       [&] { d.groups(std::vector<int64_t>{0, 3, 0}); }},
+       [&] {
+         d.groups(std::vector<int64_t>{0, 3, 0});
+       }},
       {"orv::dataset::groups: group 1 has no observation",
-       [&] { d.groups(std::vector<int64_t>{0, 2, 0}); }},
+       [&] {
+         d.groups(std::vector<int64_t>{0, 2, 0});
+       }},
   };
   for (const auto& row : rows) EXPECT_EQ(refusal(row.call), row.text);
 }
@@ -251,10 +267,10 @@ TEST(CppAccumulator, JoinsBlocksAndOtherAccumulators) {
         EXPECT_EQ(a->count(), d.n);
         EXPECT_NEAR(a->covariance()(0, 1), truth.covariance[0][1], relative * 10);
         EXPECT_NEAR(a->covariance()(1, 0), truth.covariance[0][1], relative * 10);
-        EXPECT_NEAR(a->correlation()(1, 0),
-                    truth.covariance[0][1] /
-                        std::sqrt(truth.covariance[0][0] * truth.covariance[1][1]),
-                    relative * 10);
+        EXPECT_NEAR(
+            a->correlation()(1, 0),
+            truth.covariance[0][1] / std::sqrt(truth.covariance[0][0] * truth.covariance[1][1]),
+            relative * 10);
         EXPECT_EQ(a->minimum(), orv::dataset(d.by_observation()).minimum());
         EXPECT_EQ(a->maximum(), orv::dataset(d.by_observation()).maximum());
       }

@@ -1,8 +1,8 @@
 // Streams and distributions of the C++ face against the C interface, and as what the C++ library
 // expects of a generator.
 #include <gtest/gtest.h>
-#include <orv/distributions.hpp>
 #include <unistd.h>
+#include <orv/distributions.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -16,11 +16,11 @@ static_assert(std::uniform_random_bit_generator<orv::stream>);
 static_assert(std::uniform_random_bit_generator<orv::words>);
 static_assert(std::is_nothrow_move_constructible_v<orv::stream>);
 
-const orv::generator generators[] = {orv::mcg31m1, orv::r250,       orv::mrg32k3a, orv::mcg59,
-                                     orv::wh(5),   orv::mt19937,    orv::sobol,    orv::niederr,
+const orv::generator generators[] = {orv::mcg31m1,   orv::r250,       orv::mrg32k3a, orv::mcg59,
+                                     orv::wh(5),     orv::mt19937,    orv::sobol,    orv::niederr,
                                      orv::sfmt19937, orv::mt2203(700)};
-const orv::generator random_generators[] = {orv::mcg31m1, orv::r250,    orv::mrg32k3a,
-                                            orv::mcg59,   orv::wh(5),   orv::mt19937,
+const orv::generator random_generators[] = {orv::mcg31m1,   orv::r250,       orv::mrg32k3a,
+                                            orv::mcg59,     orv::wh(5),      orv::mt19937,
                                             orv::sfmt19937, orv::mt2203(700)};
 
 std::vector<uint32_t> words_of(orv::stream& s, size_t n) {
@@ -210,8 +210,8 @@ void expect_same(const Law& law, int32_t (*entry)(int32_t, StreamState*, int32_t
 }
 
 TEST(CppDistribution, EachIsItsEntryWithItsParameters) {
-#define ORV_BOTH(law, Entry, method, ...)                            \
-  expect_same<double>(law, _zokdRng##Entry, method, __VA_ARGS__);    \
+#define ORV_BOTH(law, Entry, method, ...)                         \
+  expect_same<double>(law, _zokdRng##Entry, method, __VA_ARGS__); \
   expect_same<float>(law, _zoksRng##Entry, method, __VA_ARGS__)
   using M = orv::normal_method;
   ORV_BOTH((orv::uniform{-1, 3}), Uniform, 0, -1, 3);
@@ -267,31 +267,47 @@ TEST(CppDistribution, ParametersAreCheckedAndNothingIsDrawn) {
     std::function<void()> call;
   } rows[] = {
       {"orv::normal: sd is -1; it has to be finite and above 0",
-       [&] { orv::sample(s, orv::normal{0, -1}, y); }},
+       [&] {
+         orv::sample(s, orv::normal{0, -1}, y);
+       }},
       {"orv::normal: sd is 1e-60; it has to be finite and above 0",  // as a float
-       [&] { orv::sample(s, orv::normal{0, 1e-60}, y); }},
+       [&] {
+         orv::sample(s, orv::normal{0, 1e-60}, y);
+       }},
       {"orv::gamma: shape is nan; it has to be finite and above 0",
        [&] { orv::sample(s, orv::gamma{.shape = std::nan("")}, 1); }},
       {"orv::cauchy: location is inf; it has to be finite",
-       [&] { orv::sample(s, orv::cauchy{HUGE_VAL, 1}, y); }},
+       [&] {
+         orv::sample(s, orv::cauchy{HUGE_VAL, 1}, y);
+       }},
       {"orv::uniform: high is 1; it has to be above low",
-       [&] { orv::sample(s, orv::uniform{1, 1}, y); }},
+       [&] {
+         orv::sample(s, orv::uniform{1, 1}, y);
+       }},
       {"orv::uniform_int: high is -5; it has to be above low",
-       [&] { orv::sample(s, orv::uniform_int{3, -5}); }},
+       [&] {
+         orv::sample(s, orv::uniform_int{3, -5});
+       }},
       {"orv::bernoulli: p is 1.5; it has to be from 0 to 1",
        [&] { orv::sample(s, orv::bernoulli{1.5}, k); }},
       {"orv::geometric: p is 0; it has to be above 0, to 1",
        [&] { orv::sample(s, orv::geometric{0}, k); }},
       {"orv::hypergeometric: sample is 6; it has to be from 0 to 5",
-       [&] { orv::sample(s, orv::hypergeometric{5, 6, 1}, k); }},
+       [&] {
+         orv::sample(s, orv::hypergeometric{5, 6, 1}, k);
+       }},
       {"orv::poisson: mean is 3000000000; it has to be above 0, to 2000000000",
        [&] { orv::sample(s, orv::poisson{3e9}, k); }},
       {"orv::poisson_each: a mean is 0; it has to be above 0, to 2000000000",
        [&] { orv::sample(s, orv::poisson_each{means}, k); }},
       {"orv::multivariate_normal: the factor has 3 elements; it needs 4",
-       [&] { orv::sample(s, orv::multivariate_normal<float>{mean, factor}, y); }},
+       [&] {
+         orv::sample(s, orv::multivariate_normal<float>{mean, factor}, y);
+       }},
       {"orv::multivariate_normal: the result has 3 elements; it needs a multiple of 2",
-       [&] { orv::sample(s, orv::multivariate_normal<float>{mean, std::vector<float>(4)}, y); }},
+       [&] {
+         orv::sample(s, orv::multivariate_normal<float>{mean, std::vector<float>(4)}, y);
+       }},
   };
   for (const auto& row : rows) EXPECT_EQ(refusal(row.call), row.text);
   EXPECT_EQ(s(), next);
