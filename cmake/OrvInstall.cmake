@@ -3,7 +3,7 @@
 include(CMakePackageConfigHelpers)
 
 set_target_properties(orv_qem PROPERTIES INSTALL_RPATH "\$ORIGIN")
-install(TARGETS orv_qem orv_serv orv_threads EXPORT orv-targets
+install(TARGETS orv_qem orv_serv orv_threads orv_cpp EXPORT orv-targets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY include/orv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES LICENSE README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})

@@ -164,7 +164,7 @@ std::vector<Case> all_cases() {
       {E::quantiles, orders, fast, {layout, quantiles, sortable}},
       {E::quantiles, sorted_data, fast, {layout, sorted, sortable}},
       {E::quantiles, orders | sorted_data, fast, {layout, quantiles, sorted, sortable}},
-      {E::weighted_median, 0, 0, {{dimension, count, observed}, unchecked}},
+      {E::weighted_quantile, 0, 0, {{dimension, count, observed}, unchecked}},
       {stream_and_end<T>, 0, SS_METHOD_STREAM_QUERY | SS_METHOD_STREAM_ADD, {streaming}},
       {E::pooled_covariance, pool, one_pass, {grouped, pooled, data, too_many_groups, bad_groups}},
       {E::pooled_covariance, groups, one_pass, {grouped, single, data, bad_groups, bad_choice}},
