@@ -47,8 +47,8 @@ if [ -e "$root/usr/bin/orv" ]; then
     stats "$data/iris.csv" | grep Sepal.Length >/dev/null || fail "orv does not read $data"
 fi
 
-in_root --purge $(for package; do dpkg-deb -f "$package" Package; done | sort -u |
-  while read -r name; do "${as_root[@]}" dpkg-query --admindir="$root/var/lib/dpkg" -W \
-    -f '${binary:Package}\n' "$name"; done)
+mapfile -t installed < <("${as_root[@]}" dpkg-query --admindir="$root/var/lib/dpkg" -W \
+  -f '${binary:Package}\n')
+in_root --purge "${installed[@]}"
 left=$(find "$root/usr" ! -type d 2>/dev/null || true)
 [ -z "$left" ] || fail "left behind: $left"
