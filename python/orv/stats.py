@@ -205,6 +205,8 @@ def _sums_of(table, moments=True, scatter=False):
     far = centre**2 * sums.weight > (1 if single else 100) * sums.m2
     if not moments or not np.any(far & np.isfinite(centre)):
         return sums
+    first = table.values[0].astype(np.float64)  # of a variable that doesn't vary exactly
+    centre = np.where(np.abs(first - centre) <= 1e-5 * np.abs(centre), first, centre)
     block = max(1, _BLOCK // table.p)
     parameters = None
     for i in range(0, table.n, block):
@@ -494,7 +496,8 @@ def _quantiles(table, orders, nan):
 
 def quantile(x, q, weights=None, nan_policy="propagate"):
     """Quantiles of each variable, of the shape q.shape + (p,), or q.shape for a vector: at (n - 1) q of the
-    sorted data, between its neighbours in proportion, as NumPy's default. With weights, one of the data."""
+    sorted data, between its neighbours in proportion, as NumPy's default; with weights where those of the
+    sorted data reach q of their sum, in proportion likewise."""
     table = _Table(x, weights, nan_policy)
     q = np.asarray(q, np.float64)
     orders = _orders("q", q.ravel())
