@@ -37,6 +37,9 @@ struct Entries;
     static constexpr auto weighted_median = _zok##t##SSWMedian;              \
     static constexpr auto pooled_covariance = _zok##t##SSPooledCovariance;   \
     static constexpr auto partial_covariance = _zok##t##SSPartialCovariance; \
+    static constexpr auto mahalanobis = _zok##t##SSMahDistance;              \
+    static constexpr auto outliers = _zok##t##SSOutliersDetection;           \
+    static constexpr auto parametrize = _zok##t##SSCorParametrization;       \
     static constexpr auto sort = __zok##t##QSort;                            \
     static constexpr auto sort_step = __zok##t##QSortStep;                   \
     static constexpr auto select = __zok##t##QSortSelect;                    \
