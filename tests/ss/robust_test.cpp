@@ -238,11 +238,6 @@ struct Robust {
   std::vector<T> mean, cov;  // the latter as it is stored
 };
 
-template <class T>
-constexpr auto entry = _zokdSSRobustCovariance;
-template <>
-constexpr auto entry<float> = _zoksSSRobustCovariance;
-
 /// Of data with observations one after another.
 template <class T>
 Robust<T> robust(size_t p, const std::vector<T>& x, const std::vector<T>& parameters = {},
@@ -259,7 +254,7 @@ Robust<T> robust(size_t p, const std::vector<T>& x, const std::vector<T>& parame
     task.set(SS_PARAM_ROBUST_PARAM_COUNT, {static_cast<int64_t>(parameters.size())});
     task.set(SS_PARAM_ROBUST_PARAMS, parameters);
   }
-  r.status = entry<T>(task, 0, SS_METHOD_TBS, services);
+  r.status = Entries<T>::robust_covariance(task, 0, SS_METHOD_TBS, services);
   return r;
 }
 

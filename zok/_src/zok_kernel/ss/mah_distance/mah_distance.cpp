@@ -2,61 +2,21 @@
 // mean and A the inverse of the covariance.
 #include "mah_distance.hpp"
 
-#include <math.h>
-
 #include "../../../zok_sub_kernel/_service/blas.hpp"
-#include "../../../zok_sub_kernel/_service/lanes.hpp"
+#include "centered.hpp"
 
 using namespace orv;
 
 namespace {
-
-double root(double x) { return sqrt(x); }
-float root(float x) { return sqrtf(x); }
-
-/// a . b; the order of the sums depends on n alone.
-template <class T>
-T dot(const T* a, const T* b, intptr_t n) {
-  using L = Lanes<T>;
-  auto sum = L::all(0);
-  intptr_t i = 0;
-  for (; i + L::count <= n; i += L::count) sum += L::load(a + i) * L::load(b + i);
-  if (i < n) {
-    const __m256i rest = L::first(n - i);
-    sum += L::load(a + i, rest) * L::load(b + i, rest);
-  }
-  T total = sum[0];
-  for (int k = 1; k < L::count; ++k) total += sum[k];
-  return total;
-}
 
 template <class T>
 struct Arguments {
   intptr_t p, n, first, end;
   const T *observations, *mean, *inverse_cov;
   T* output;
-  T* buffer;  // null: one observation at a time
+  T* buffer;  // or null
   int64_t buffer_size;
 };
-
-/// Brings `count` observations from i on, less the mean, one after another.
-template <class T, int layout>
-void center(const Arguments<T>& a, intptr_t i, intptr_t count, T* centered) {
-  const T *from = a.observations + i * a.p, *mean = a.mean;
-  const intptr_t p = a.p;
-  if (layout == SS_ROWS) {
-    gather_rows(a.observations + i, a.n, p, count, centered, p);
-    from = centered;
-  }
-  using L = Lanes<T>;
-  for (intptr_t k = 0; k < count; ++k, from += p, centered += p) {
-    intptr_t j = 0;
-    for (; j + L::count <= p; j += L::count) {
-      L::store(centered + j, L::load(from + j) - L::load(mean + j));
-    }
-    for (; j < p; ++j) centered[j] = from[j] - mean[j];
-  }
-}
 
 /// One variable.
 template <class T>
@@ -67,17 +27,20 @@ void scaled_deviations(const Arguments<T>& a) {
   }
 }
 
-/// One observation at a time, with room for it: by the columns of the upper triangle.
+/// By the columns of the upper triangle, with room for a block of observations.
 template <class T, int layout>
-void by_observation(const Arguments<T>& a, T* u) {
-  for (intptr_t i = a.first; i < a.end; ++i) {
-    center<T, layout>(a, i, 1, u);
-    T sum = 0;
-    const T* column = a.inverse_cov;
-    for (intptr_t j = 0; j < a.p; ++j, column += a.p) {
-      sum += u[j] * (2 * dot(column, u, j) + column[j] * u[j]);
+void by_observation(const Arguments<T>& a, intptr_t block, T* centered) {
+  for (intptr_t i = a.first; i < a.end; i += block) {
+    const intptr_t count = a.end - i < block ? a.end - i : block;
+    center<T>({a.observations, a.p, a.n, layout == SS_ROWS}, a.mean, i, count, centered);
+    for (intptr_t k = 0; k < count; ++k) {
+      const T *const u = centered + k * a.p, *column = a.inverse_cov;
+      T sum = 0;
+      for (intptr_t j = 0; j < a.p; ++j, column += a.p) {
+        sum += u[j] * (2 * dot(column, u, j) + column[j] * u[j]);
+      }
+      a.output[i - a.first + k] = root(sum);
     }
-    a.output[i - a.first] = root(sum);
   }
 }
 
@@ -99,7 +62,7 @@ void by_blocks(const Arguments<T>& a, intptr_t block) {
   T *const centered = a.buffer, *const products = centered + block * a.p;
   for (intptr_t i = a.first; i < a.end; i += block) {
     const intptr_t count = a.end - i < block ? a.end - i : block;
-    center<T, layout>(a, i, count, centered);
+    center<T>({a.observations, a.p, a.n, layout == SS_ROWS}, a.mean, i, count, centered);
     symm('l', 'u', p, static_cast<int32_t>(count), T{1}, a.inverse_cov, p, centered, p, T{0},
          products, p);
     for (intptr_t k = 0; k < count; ++k) {
@@ -121,12 +84,12 @@ int32_t kernel_method(const Arguments<T>& a) {
   }
   alignas(32) T scratch[on_stack];
   if (a.p <= on_stack) {
-    by_observation<T, layout>(a, scratch);
+    by_observation<T, layout>(a, on_stack / a.p, scratch);
     return SS_OK;
   }
   T* const allocated = allocate<T>(a.p);
   if (allocated == nullptr) return SS_NO_MEMORY;
-  by_observation<T, layout>(a, allocated);
+  by_observation<T, layout>(a, 1, allocated);
   orv_serv_deallocate(allocated);
   return SS_OK;
 }
