@@ -362,6 +362,23 @@ TYPED_TEST(EachPrecision, RobustCovarianceIsAsDefined) {
   EXPECT_GE(rejecting, 4);
 }
 
+// Every 16th observation is an outlier, just those that are looked at first; values that are equal.
+TYPED_TEST(EachPrecision, MediansOfUnevenData) {
+  using T = TypeParam;
+  const size_t p = 3, n = 4099;
+  const std::vector<T> smooth = contaminated<T>(p, n, 0);
+  for (const T grain : {T(0), T(0.5)}) {
+    std::vector<T> x = smooth;
+    for (size_t k = 0; k < x.size(); ++k) {
+      if (grain > 0) x[k] = grain * std::round(x[k] / grain);
+      if (k / p % 16 == 0) x[k] = T(20) + T(0.01) * x[k];
+    }
+    const Robust<T> found = robust<T>(p, x, {T(0.5), T(0.001), T(0.001), 0});
+    expect_near(found, start({p, {x.begin(), x.end()}}), SS_MATRIX_FULL,
+                sizeof(T) == 8 ? 1e-10L : 1e-4L);
+  }
+}
+
 // What robustbase 0.95 gives, covOGK(x, n.iter = 1, sigmamu = scaleTau2), as wcenter and wcov.
 TEST(RobustCovariance, StartIsThatOfR) {
   struct Case {
