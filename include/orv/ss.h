@@ -668,6 +668,11 @@ ORV_API int32_t _zokdSSMissingValues(SSTask* task, uint64_t estimates, uint64_t 
 ORV_API int32_t _zoksSSMissingValues(SSTask* task, uint64_t estimates, uint64_t method,
                                      const SSThreadServices* services);
 
+/** The same with numbers from a stream of the caller's (orv/zok.h), which moves on. */
+struct StreamState;
+ORV_API int32_t _zokdSSMissingValuesFrom(SSTask* task, struct StreamState* stream);
+ORV_API int32_t _zoksSSMissingValuesFrom(SSTask* task, struct StreamState* stream);
+
 /** The EM estimate alone: p means and the packed covariance, of divisor n, in `moments`;
  *  *iterations tells how many there were. Takes observations, init_estimates and the first and
  *  third of missing_params, and needs no value to be missing. */

@@ -309,9 +309,17 @@ TYPED_TEST(EachPrecision, ValuesAreDrawnInTheOrderToldAndDeliveredInThatOfStorag
     ASSERT_EQ(task.run(), SS_OK);
     EXPECT_EQ(task.simulated, values);
 
-    const double m1 = g[0], m2 = g[1], s11 = g[2], s12 = g[3], s22 = g[4];
     const uint32_t seeds[] = {1, 0x40000};
     StreamState* stream;
+    ASSERT_EQ(__zokNewStreamEx(&stream, BRNG_MCG59, 2, seeds), RNG_OK);
+    for (const bool same : {true, false}) {  // the stream has moved on
+      const auto from = sizeof(T) == 8 ? _zokdSSMissingValuesFrom : _zoksSSMissingValuesFrom;
+      ASSERT_EQ(from(task.task, stream), SS_OK);
+      EXPECT_EQ(task.simulated == values, same);
+    }
+    __zokDeleteStream(&stream);
+
+    const double m1 = g[0], m2 = g[1], s11 = g[2], s12 = g[3], s22 = g[4];
     ASSERT_EQ(__zokNewStreamEx(&stream, BRNG_MCG59, 2, seeds), RNG_OK);
     const auto normal = [&] {
       T z;

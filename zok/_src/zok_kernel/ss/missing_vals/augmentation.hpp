@@ -51,21 +51,17 @@ struct Prior {
 template <class T>
 class DataAugmentation {
  public:
-  DataAugmentation(const Rows& rows, Regression* regression, const Prior<T>& prior)
-      : rows_(rows), regression_(*regression), prior_(prior) {}
+  DataAugmentation(const Rows& rows, Regression* regression, const Prior<T>& prior,
+                   StreamState* stream)
+      : rows_(rows), regression_(*regression), prior_(prior), stream_(stream) {}
   DataAugmentation(const DataAugmentation&) = delete;
   DataAugmentation& operator=(const DataAugmentation&) = delete;
   ~DataAugmentation() {
     orv_serv_deallocate(work_);
     orv_serv_deallocate(draws_);
-    if (stream_ != nullptr) __zokDeleteStream(&stream_);
   }
 
   int32_t _vSSInitDAMethod() {
-    // An odd first word: from an even one the generator's period is that much shorter.
-    static constexpr uint32_t seeds[] = {1, 0x40000};
-    const int32_t status = __zokNewStreamEx(&stream_, BRNG_MCG59, 2, seeds);
-    if (status != RNG_OK) return status;
     const intptr_t p = rows_.p;
     const Count matrix = Count(p + 1) * rows_.stride, square = Count(p) * p;
     work_ = allocate_zeros<double>(3 * matrix + 3 * square + Count(p) * (block + 1));
@@ -258,7 +254,7 @@ class DataAugmentation {
   const Rows& rows_;
   Regression& regression_;
   Prior<T> prior_;
-  StreamState* stream_ = nullptr;
+  StreamState* stream_;
   double *work_ = nullptr, *estimate_ = nullptr, *sums_ = nullptr, *complete_ = nullptr;
   double *scatter_ = nullptr, *bartlett_ = nullptr, *covariance_ = nullptr;
   double *conditional_ = nullptr, *normal_ = nullptr;

@@ -115,18 +115,14 @@ T* deliver(const Data<T>& data, const Rows& rows, T* to) {
 }
 
 template <class T>
-int32_t _vSSMIMethod(const SSTask& task, Request<T> request) {
-  const Data<T> data = data_of<T>(task);
-  const Settings settings = settings_of<T>(task);
-  int32_t status = check_counts(task, data, settings, &request);
-  if (status != SS_OK) return status;
-
+int32_t impute(const SSTask& task, const Data<T>& data, const Settings& settings,
+               Request<T> request, StreamState* stream) {
   Rows rows;
   Regression regression;
   int32_t iterations;
-  status = estimate(task, data, settings, &rows, &regression, &iterations);
+  int32_t status = estimate(task, data, settings, &rows, &regression, &iterations);
   if (status != SS_OK) return status;
-  DataAugmentation<T> augmentation(rows, &regression, Prior<T>::of(task, data.p));
+  DataAugmentation<T> augmentation(rows, &regression, Prior<T>::of(task, data.p), stream);
   status = augmentation._vSSInitDAMethod();
   if (status != SS_OK) return status;
 
@@ -143,6 +139,22 @@ int32_t _vSSMIMethod(const SSTask& task, Request<T> request) {
     if (request.simulated != nullptr) request.simulated = deliver(data, rows, request.simulated);
   }
   return SS_OK;
+}
+
+/// Draws from the stream, or where there is none from one of its own.
+template <class T>
+int32_t _vSSMIMethod(const SSTask& task, Request<T> request, StreamState* stream) {
+  // An odd first word: from an even one the generator's period is that much shorter.
+  static constexpr uint32_t seeds[] = {1, 0x40000};
+  const Data<T> data = data_of<T>(task);
+  const Settings settings = settings_of<T>(task);
+  int32_t status = check_counts(task, data, settings, &request);
+  if (status != SS_OK) return status;
+  if (stream != nullptr) return impute(task, data, settings, request, stream);
+  status = __zokNewStreamEx(&stream, BRNG_MCG59, 2, seeds);
+  if (status == RNG_OK) status = impute(task, data, settings, request, stream);
+  if (stream != nullptr) __zokDeleteStream(&stream);
+  return status;
 }
 
 int32_t check_setup(const SSTask& task) {
@@ -162,7 +174,7 @@ int32_t check_sizes(const SSTask& task) {
 }
 
 template <class T>
-int32_t missing_values(const SSTask& task, uint64_t method) {
+int32_t missing_values(const SSTask& task, uint64_t method, StreamState* stream = nullptr) {
   const int32_t status = check_setup(task);
   if (status != SS_OK) return status;
   const bool values = task.simulated_values != nullptr, count = task.simulated_count != nullptr;
@@ -172,7 +184,7 @@ int32_t missing_values(const SSTask& task, uint64_t method) {
   if (request.simulated == nullptr && request.estimates == nullptr) return SS_NOTHING_ASKED;
   if ((method & SS_METHOD_MULTIPLE_IMPUTATION) == 0) return SS_BAD_METHOD;
   const int32_t sizes = check_sizes(task);
-  return sizes == SS_OK ? _vSSMIMethod(task, request) : sizes;
+  return sizes == SS_OK ? _vSSMIMethod(task, request, stream) : sizes;
 }
 
 template <class T>
@@ -196,6 +208,14 @@ int32_t _zokdSSMissingValues(SSTask* task, uint64_t, uint64_t method, const SSTh
 
 int32_t _zoksSSMissingValues(SSTask* task, uint64_t, uint64_t method, const SSThreadServices*) {
   return missing_values<float>(*task, method);
+}
+
+int32_t _zokdSSMissingValuesFrom(SSTask* task, StreamState* stream) {
+  return missing_values<double>(*task, SS_METHOD_MULTIPLE_IMPUTATION, stream);
+}
+
+int32_t _zoksSSMissingValuesFrom(SSTask* task, StreamState* stream) {
+  return missing_values<float>(*task, SS_METHOD_MULTIPLE_IMPUTATION, stream);
 }
 
 int32_t _zokdSSMissingMoments(SSTask* task, double* moments, int32_t* iterations) {
