@@ -3,6 +3,7 @@
 #include <fmt/ranges.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -143,11 +144,13 @@ PooledMean pool(const std::vector<double>& means, const std::vector<double>& var
   const auto m = static_cast<double>(means.size());
   PooledMean r = {0, 0, 0, undefined, undefined, undefined};
   for (size_t i = 0; i < means.size(); ++i) r.mean += means[i] / m, r.within += variances[i] / m;
-  for (const double mean : means) r.between += (mean - r.mean) * (mean - r.mean) / (m - 1);
   if (m < 2) {
     r.between = undefined;
     return r;
   }
+  const auto [least, largest] = std::ranges::minmax(means);
+  if (least == largest) r.mean = least;  // nothing is missing
+  for (const double mean : means) r.between += (mean - r.mean) * (mean - r.mean) / (m - 1);
   const double added = (1 + 1 / m) * r.between;
   r.variance = r.within + added;
   r.missing_information = r.variance > 0 ? added / r.variance : 0;
