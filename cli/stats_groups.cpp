@@ -1,9 +1,11 @@
 #include "stats_groups.hpp"
 
+#include <fmt/format.h>
 #include <orv/sort.h>
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <numeric>
 
@@ -61,17 +63,40 @@ void set_moments(Summary& s, std::span<const T> values, std::span<const T> weigh
 
 uint32_t GroupNumbers::number(std::span<const std::string_view> cells) {
   key_.clear();
-  for (const std::string_view cell : cells) {
-    const auto size = static_cast<uint32_t>(cell.size());
-    if (cells.size() > 1) key_.append(reinterpret_cast<const char*>(&size), sizeof size);
-    key_ += cell;
+  for (size_t k = 0; k < cells.size() && cells.size() > 1; ++k) {
+    key_ += fmt::format_int(cells[k].size()).c_str();  // tells ab, c from a, bc
+    key_ += ' ';
+    key_ += cells[k];
   }
-  const auto [at, is_new] = numbers_.try_emplace(key_, static_cast<uint32_t>(labels_.size()));
-  if (is_new) {
-    labels_.emplace_back(cells.begin(), cells.end());
-    bytes_ += static_cast<int64_t>(2 * key_.size() + 128);
+  const std::string_view key = cells.size() == 1 ? cells[0] : key_;
+  const auto hash = static_cast<uint32_t>(std::hash<std::string_view>()(key));
+  Place& place = find(key, hash);
+  if (place.number != nobody) return place.number;
+  const auto number = static_cast<uint32_t>(size());
+  place = {hash, number};
+  keys_ += key;
+  key_begins_.push_back(keys_.size());
+  labels_.emplace_back(cells.begin(), cells.end());
+  bytes_ += static_cast<int64_t>(2 * key.size() + 128);
+  if (2 * size() > places_.size()) grow();
+  return number;
+}
+
+/// The group's place, or the free one that is to be its.
+GroupNumbers::Place& GroupNumbers::find(std::string_view wanted, uint32_t hash) {
+  for (size_t at = hash;; ++at) {
+    Place& place = places_[at & (places_.size() - 1)];
+    if (place.number == nobody) return place;
+    if (place.hash == hash && key(place.number) == wanted) return place;
   }
-  return at->second;
+}
+
+void GroupNumbers::grow() {
+  std::vector<Place> old(4 * places_.size(), Place{0, nobody});
+  old.swap(places_);
+  for (const Place& place : old) {
+    if (place.number != nobody) find(key(place.number), place.hash) = place;
+  }
 }
 
 std::vector<uint32_t> GroupNumbers::sorted() const {
