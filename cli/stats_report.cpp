@@ -13,6 +13,7 @@
 #include <nlohmann/json.hpp>
 #include <span>
 
+#include "csv.hpp"
 #include "error.hpp"
 #include "output.hpp"
 
@@ -236,13 +237,6 @@ std::string as_table(const Report& report, bool markdown) {
 }
 
 // ---- CSV ----------------------------------------------------------------------------------------
-
-std::string csv_cell(const std::string& text) {
-  if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-  std::string cell = "\"";
-  for (const char c : text) cell += c == '"' ? "\"\"" : std::string(1, c);
-  return cell + '"';
-}
 
 /// What is not defined is left empty.
 void append_number(fmt::memory_buffer& text, double x, bool single) {
