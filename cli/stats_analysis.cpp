@@ -17,6 +17,7 @@
 #include "progress.hpp"
 #include "stats_choice.hpp"
 #include "stats_groups.hpp"
+#include "stats_robust.hpp"
 
 namespace orv_cli {
 namespace {
@@ -50,7 +51,8 @@ class Analysis {
         table_(input_of(options.input), column_limit()),
         choice_(table_, options),
         pairwise_(options.missing == "pairwise"),
-        matrix_(options.covariance || options.correlation || !options.partial.empty()),
+        matrix_(options.covariance || options.correlation || !options.partial.empty() ||
+                !options.robust.empty()),
         values_(choice_.columns.size()),
         missing_(choice_.columns.size()),
         groups_(choice_.by.empty() ? 0 : choice_.columns.size()) {
@@ -126,6 +128,7 @@ class Analysis {
   std::vector<int64_t> group_rows_;            // of each group
   std::vector<std::vector<uint32_t>> groups_;  // of the values of each column
   std::vector<uint32_t> whole_groups_;         // of the complete rows
+  std::vector<int64_t> whole_rows_;            // their numbers, from 1
   int64_t rows_ = 0, dropped_ = 0, weightless_ = 0, complete_ = 0;
   double weight_sum_ = 0;
   int64_t waiting_ = 0, block_rows_ = 0;
@@ -180,14 +183,18 @@ void Analysis<T>::make_samples() {
     throw Error("--missing pairwise: matrices of {} columns; allowed are {}, choose with --select",
                 p, most_pairwise);
   }
+  if (!options_.robust.empty()) check_robust(options_);
   if (matrix_ && !pairwise_) expect_room();
   columns_.assign(p, Values(1, weighted, true));
   if (matrix_ && pairwise_) {
     pairs_.assign(p * (p - 1) / 2, Values(2, weighted, false, Values::Wanted::covariance));
   } else if (matrix_) {
-    whole_.emplace_back(p, weighted, !choice_.by.empty());
+    whole_.emplace_back(p, weighted, !choice_.by.empty() || !options_.robust.empty());
   }
-  if (!figures_.need_values() && !options_.histogram && choice_.by.empty()) drop_values();
+  if (!figures_.need_values() && !options_.histogram && choice_.by.empty() &&
+      options_.robust.empty()) {
+    drop_values();
+  }
   const auto width_in_all = static_cast<int64_t>(p * (1 + whole_.size()) + 2 * pairs_.size());
   const int64_t room = memory() / 8 / (width_in_all * static_cast<int64_t>(sizeof(T)));  // rows
   block_rows_ =
@@ -303,6 +310,7 @@ void Analysis<T>::take(const CsvRow& row) {
   if (complete && !whole_.empty()) {
     whole_[0].add(values_, weight_);
     if (by_group) whole_groups_.push_back(group_);
+    if (!options_.robust.empty()) whole_rows_.push_back(rows_);
   }
   if (!pairs_.empty()) take_pairs();
 }
@@ -351,7 +359,8 @@ void Analysis<T>::leave_values_out() {
   const bool by_default = figures_.leave_values_out();
   for (const auto& [given, option] :
        {std::pair(!by_default, options_.quantiles.empty() ? "--figures" : "--quantiles"),
-        std::pair(!choice_.by.empty(), "--by"), std::pair(options_.histogram, "--histogram")}) {
+        std::pair(!choice_.by.empty(), "--by"), std::pair(!options_.robust.empty(), "--robust"),
+        std::pair(options_.histogram, "--histogram")}) {
     if (given) {
       throw Error("{}: the values, which it needs, take more than {} MiB; --memory MIB allows more",
                   option, options_.memory);
@@ -570,6 +579,9 @@ Report Analysis<T>::report() {
   try {
     report_columns(report);
     if (!choice_.by.empty()) report_groups(report);
+    if (!options_.robust.empty()) {
+      report_robust<T>(whole_[0], names(0), whole_rows_, options_, services_, report);
+    }
     report_matrices(report);
   } catch (const std::bad_alloc&) {
     throw Error("out of memory; --memory MIB below {} keeps fewer values", options_.memory);

@@ -20,6 +20,9 @@ struct StatsOptions {
   bool histogram = false;
   int32_t bins = 0;  // of a histogram; 0: as many as suit
   bool covariance = false, correlation = false;
+  std::string robust;      // ogk or tbs
+  bool distances = false;  // a table of them
+  std::string plot;        // file for a picture of them, or -
   std::string missing = "available";
   std::string format = "table";
   std::string precision = "d";

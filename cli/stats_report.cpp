@@ -182,11 +182,11 @@ Grid group_grid(const Report& report, size_t column) {
 
 Grid matrix_grid(const MatrixReport& matrix) {
   const bool correlation = matrix.title.find("orrelation") != std::string::npos;
-  Grid grid = {"", label_texts(matrix.names), label_texts(matrix.names), {}};
-  const size_t p = matrix.names.size();
+  Grid grid = {"", label_texts(matrix.names), label_texts(matrix.heads()), {}};
+  const size_t p = grid.heads.size();
   for (size_t j = 0; j < p; ++j) {
     Strings& cells = grid.cells.emplace_back();
-    for (size_t i = 0; i < p; ++i) {
+    for (size_t i = 0; i < grid.labels.size(); ++i) {
       const double value = matrix.values[i * p + j];
       cells.push_back(correlation || std::isnan(value) ? ratio_text(value)
                                                        : fmt::format("{:.6g}", value));
@@ -232,6 +232,7 @@ std::string as_table(const Report& report, bool markdown) {
   for (const MatrixReport& matrix : report.matrices) {
     append_title(one_line(matrix.title));
     append(matrix_grid(matrix));
+    if (!matrix.note.empty()) text += matrix.note + '\n';
   }
   return text;
 }
@@ -291,10 +292,10 @@ void append_groups(fmt::memory_buffer& text, const Report& report) {
 void append_matrix(fmt::memory_buffer& text, const MatrixReport& matrix, bool single) {
   text.push_back('\n');
   Strings heads = {matrix.title};
-  heads.insert(heads.end(), matrix.names.begin(), matrix.names.end());
+  heads.insert(heads.end(), matrix.heads().begin(), matrix.heads().end());
   append_line(text, heads, {}, false);
-  const size_t p = matrix.names.size();
-  for (size_t i = 0; i < p; ++i) {
+  const size_t p = matrix.heads().size();
+  for (size_t i = 0; i < matrix.names.size(); ++i) {
     append_line(text, {matrix.names[i]}, std::span(matrix.values).subspan(i * p, p), single);
   }
 }
@@ -383,9 +384,11 @@ Json json_of_group(const Report& report, size_t group, size_t column) {
 }
 
 Json json_of(const MatrixReport& matrix, bool single) {
-  return {{"title", matrix.title},
-          {"names", matrix.names},
-          {"values", json_rows(matrix.values, matrix.names.size(), single)}};
+  Json json = {{"title", matrix.title}, {"names", matrix.names}};
+  if (!matrix.columns.empty()) json["columns"] = matrix.columns;
+  json["values"] = json_rows(matrix.values, matrix.names.size(), single);
+  if (!matrix.note.empty()) json["note"] = matrix.note;
+  return json;
 }
 
 /// Calls use("columns" or so, record) for each column, group and matrix.
@@ -429,6 +432,9 @@ void print_report(const Report& report, const std::string& format) {
                                                : as_table(report, format == "markdown");
   write(text.data(), text.size());
   for (const std::string& note : report.notes) fmt::print(stderr, "orv: note: {}\n", note);
+  for (const MatrixReport& matrix : report.matrices) {
+    if (format == "csv" && !matrix.note.empty()) fmt::print(stderr, "orv: note: {}\n", matrix.note);
+  }
   if ((format == "csv" || format == "jsonl") && report.dropped + report.weightless > 0) {
     fmt::print(stderr, "orv: note: {}\n", rows_text(report));
   }
