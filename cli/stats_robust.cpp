@@ -56,7 +56,8 @@ std::vector<Unit> units_of(const Sample<T>& sample, const std::vector<std::strin
                            const StatsOptions& options, const SSThreadServices* services) {
   constexpr double deviation_of_normal = 1 / 1.3489795003921635;  // of its interquartile range
   const double orders[] = {0.25, 0.5, 0.75};
-  const std::vector<double> quartiles = sample.quantiles(orders, services);
+  const std::vector<double> quartiles =
+      quantiles_of(static_cast<int64_t>(sample.variables()), sample.values(), {}, orders, services);
   std::vector<Unit> units;
   for (size_t j = 0; j < sample.variables(); ++j) {
     if (!std::isfinite(sample.minimum(j)) || !std::isfinite(sample.maximum(j))) {
@@ -200,7 +201,7 @@ std::string beyond_text(const DistancePlot& plot) {
 
 void check_robust(const StatsOptions& options) {
   if (options.missing == "pairwise") {
-    throw Error("--missing pairwise: {} needs complete rows; allowed are drop and fail",
+    throw Error("--missing pairwise: {} needs complete rows; allowed are available, drop and fail",
                 at_option(options));
   }
   if (!options.weights.empty()) {
