@@ -8,20 +8,14 @@
 #include <functional>
 #include <numeric>
 
+#include "cpp_support.hpp"
+
 namespace {
+
+using orv_test::refusal;
 
 using L = long double;
 const double none = std::numeric_limits<double>::quiet_NaN();
-
-/// The text of what a call throws.
-std::string refusal(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const orv::error& e) {
-    return e.what();
-  }
-  return "nothing thrown";
-}
 
 /// n observations of p variables that depend on each other, skew, far from 0.
 template <class T>
