@@ -29,6 +29,11 @@ struct entries;
     static constexpr auto weighted_quantile = _zok##t##SSWMedian;            \
     static constexpr auto pooled_covariance = _zok##t##SSPooledCovariance;   \
     static constexpr auto partial_covariance = _zok##t##SSPartialCovariance; \
+    static constexpr auto robust_covariance = _zok##t##SSRobustCovariance;   \
+    static constexpr auto outliers = _zok##t##SSOutliersDetection;           \
+    static constexpr auto parametrize = _zok##t##SSCorParametrization;       \
+    static constexpr auto mahalanobis = _zok##t##SSMahDistance;              \
+    static constexpr auto stream_quantiles = _zok##t##SSStreamQuantiles;     \
     static constexpr auto sort = __zok##t##QSort;                            \
     static constexpr auto sort_step = __zok##t##QSortStep;                   \
     static constexpr auto select = __zok##t##QSortSelect;                    \
