@@ -76,6 +76,8 @@ inline constexpr status_text statistics_texts[] = {
     {SS_NOT_CONVERGED, "the iteration did not end within its limit"},
     {SS_NO_POSITIVE_EIGENVALUE, "the covariance has no positive eigenvalue"},
     {SS_BAD_GROUP_INDICES, "groups are counted from 0 without a gap"},
+    {SS_NULL_OBSERVATIONS, "there are too few observations for so many variables"},
+    {SS_OGK_FAILED, "the values are too far from each other"},
     {SS_FACTOR_FAILED, "the given variables depend on each other linearly, or one is constant"},
     {SS_INVERSE_FAILED, "the given variables depend on each other linearly, or one is constant"},
     {SS_EIGENVALUES_FAILED, "the eigenvalues of a covariance did not converge"},

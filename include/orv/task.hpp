@@ -2,6 +2,7 @@
 // what a template needs of the C interface.
 #pragma once
 
+#include <orv/scalar.h>
 #include <orv/sort.h>
 #include <orv/ss.h>
 #include <orv/error.hpp>
@@ -34,6 +35,8 @@ struct entries;
     static constexpr auto parametrize = _zok##t##SSCorParametrization;       \
     static constexpr auto mahalanobis = _zok##t##SSMahDistance;              \
     static constexpr auto stream_quantiles = _zok##t##SSStreamQuantiles;     \
+    static constexpr auto test_rank = __zok##t##TestCovRank;                 \
+    static constexpr auto invert = __zok##t##InvCov;                         \
     static constexpr auto sort = __zok##t##QSort;                            \
     static constexpr auto sort_step = __zok##t##QSortStep;                   \
     static constexpr auto select = __zok##t##QSortSelect;                    \
