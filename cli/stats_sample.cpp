@@ -129,6 +129,7 @@ void Sample<T>::take_block(const SSThreadServices* services) {
     append(values_, block_);
     append(weights_, block_weights_);
   }
+  if (stream_) stream_->add(block_, services);
   Task<T> task(p_, n, block_.data(), data_or_null(block_weights_));
   if (wanted_ == Wanted::everything) {
     task.set(SS_PARAM_MINIMUM, minimum_);
@@ -217,12 +218,20 @@ void Sample<T>::drop_values() {
 }
 
 template <class T>
+void Sample<T>::summarise_values(double epsilon, const SSThreadServices* services) {
+  stream_ = std::make_shared<StreamQuantiles<T>>(p_, epsilon);
+  if (!values_.empty()) stream_->add(values_, services);
+  drop_values();
+}
+
+template <class T>
 std::vector<double> Sample<T>::quantiles(std::span<const double> orders,
                                          const SSThreadServices* services) const {
   const std::vector<T> wanted(orders.begin(), orders.end());
   const auto orders_count = static_cast<int64_t>(orders.size());
   std::vector<double> results(variables() * orders.size(),
                               std::numeric_limits<double>::quiet_NaN());
+  if (stream_) return stream_->answers(orders, services);
   if (count_ == 0) return results;
   Task<T> task(p_, count_, values_.data(), data_or_null(weights_));
   std::vector<T> found(results.size(), std::numeric_limits<T>::quiet_NaN());

@@ -4,10 +4,12 @@
 #include <orv/ss.h>
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
 #include "stats_exact.hpp"
+#include "stats_stream_quantiles.hpp"
 
 namespace orv_cli {
 
@@ -53,6 +55,8 @@ class Sample {
   int64_t bytes_waiting() const;  // that the next block will add
   void reserve(int64_t observations);
   void drop_values();
+  /// In place of values a summary is kept, from which quantiles are told, but with weights.
+  void summarise_values(double epsilon, const SSThreadServices* services);
 
   /// Quantiles of each variable in turn. With weights: see the command's help.
   std::vector<double> quantiles(std::span<const double> orders,
@@ -73,6 +77,7 @@ class Sample {
   Wanted wanted_;
   int64_t count_ = 0;
   std::vector<T> block_, block_weights_, values_, weights_;
+  std::shared_ptr<StreamQuantiles<T>> stream_;
   std::vector<T> origin_;  // subtracted from the values that moments are taken of
   std::vector<T> mean_, raw_2_, raw_3_, raw_4_, central_2_, central_3_, central_4_, skewness_,
       kurtosis_, covariance_, minimum_, maximum_;
