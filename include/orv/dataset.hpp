@@ -12,6 +12,7 @@
 #include <orv/threads.h>
 #include <orv/accumulator.hpp>
 #include <orv/matrix.hpp>
+#include <orv/stream.hpp>
 #include <orv/task.hpp>
 
 #include <algorithm>
@@ -46,6 +47,12 @@ struct robust_estimate {
 struct outlier_options {
   double alpha = 0.05, accuracy = 0.005;
   bool from_mean = false;  ///< the start; else from medians
+};
+
+/// See _zokdSSMissingValues; the accuracy is in deviations.
+struct impute_options {
+  uint32_t imputations = 5, chain = 30, em_iterations = 2000;
+  double accuracy = 1e-9;
 };
 
 template <class T>
@@ -167,7 +174,9 @@ class dataset {
     const size_t p = selected_.size();
     const std::vector<unit> units = units_of_variables(name);
     std::vector<T> x = copy(0, observations());
-    for (size_t k = 0; k < x.size(); ++k) x[k] = (x[k] - units[k % p].origin) / units[k % p].scale;
+    for (size_t k = 0; k < x.size(); ++k) {
+      x[k] = static_cast<T>((x[k] - units[k % p].origin) / units[k % p].scale);
+    }
     robust_estimate<T> r{std::vector<T>(p), {p, p}};
     const T parameters[] = {static_cast<T>(options.breakdown), static_cast<T>(options.rejection),
                             static_cast<T>(options.accuracy * options.accuracy),
@@ -180,8 +189,10 @@ class dataset {
         .set_integer(SS_PARAM_ROBUST_COV_STORAGE, SS_MATRIX_FULL);
     t.run(entries<T>::robust_covariance, 0, SS_METHOD_TBS, threads_, name);
     for (size_t i = 0; i < p; ++i) {
-      r.mean[i] = units[i].origin + units[i].scale * r.mean[i];
-      for (size_t j = 0; j < p; ++j) r.covariance(i, j) *= units[i].scale * units[j].scale;
+      r.mean[i] = static_cast<T>(units[i].origin + units[i].scale * r.mean[i]);
+      for (size_t j = 0; j < p; ++j) {
+        r.covariance(i, j) = static_cast<T>(units[i].scale * units[j].scale * r.covariance(i, j));
+      }
     }
     return r;
   }
@@ -213,6 +224,51 @@ class dataset {
       if (weights[i] == 0) found.push_back(i);
     }
     return found;
+  }
+
+  /// Completed copies of the data, an observation a row: every NaN is a missing value, which is
+  /// drawn given those that are there, as they would be under a normal law (_zokdSSMissingValues).
+  /// Weights have no part.
+  std::vector<matrix<T>> impute(stream& random, const impute_options& options = {}) const {
+    constexpr const char* name = "impute";
+    check_unweighted(name);
+    if (options.imputations == 0) fail(SS_BAD_MISSING_PARAMS, name, "0 imputations; 1 or more");
+    const size_t p = selected_.size();
+    matrix<T> data(observations(), p);
+    const std::vector<T> observed = copy(0, observations());
+    std::copy(observed.begin(), observed.end(), data.data());
+    std::vector<matrix<T>> completed(options.imputations, data);
+
+    const std::vector<unit> units = units_of_observed(observed, name);
+    std::vector<double> x(observed.begin(), observed.end());
+    std::vector<size_t> missing;
+    for (size_t k = 0; k < x.size(); ++k) {
+      const bool there = x[k] == x[k];
+      if (!there) missing.push_back(k);
+      x[k] = there ? (x[k] - units[k % p].origin) / units[k % p].scale : orv_missing_d();
+    }
+    if (missing.empty()) return completed;
+
+    const double parameters[] = {static_cast<double>(options.em_iterations),
+                                 static_cast<double>(options.chain), options.accuracy,
+                                 static_cast<double>(options.imputations),
+                                 static_cast<double>(missing.size())};
+    std::vector<double> drawn(missing.size() * options.imputations);
+    task<double> t(static_cast<int64_t>(p), static_cast<int64_t>(observations()), SS_COLUMNS,
+                   x.data());
+    t.set(SS_PARAM_MISSING_PARAMS, parameters)
+        .set_integer(SS_PARAM_MISSING_PARAM_COUNT, 5)
+        .set(SS_PARAM_SIMULATED_VALUES, drawn)
+        .set_integer(SS_PARAM_SIMULATED_COUNT, static_cast<int64_t>(drawn.size()));
+    detail::check_statistics(entries<double>::missing_values_from(t, random.get()), name);
+    for (size_t m = 0; m < completed.size(); ++m) {
+      for (size_t i = 0; i < missing.size(); ++i) {
+        const unit& u = units[missing[i] % p];
+        completed[m].data()[missing[i]] =
+            static_cast<T>(u.origin + u.scale * drawn[m * missing.size() + i]);
+      }
+    }
+    return completed;
   }
 
   /// `group_of` has a number for each observation, from 0 without a gap.
@@ -321,7 +377,7 @@ class dataset {
 
   /// What a variable is measured in.
   struct unit {
-    T origin, scale;
+    double origin, scale;
   };
   /// Median, and the spread of the middle half or else the deviation.
   std::vector<unit> units_of_variables(const char* function) const {
@@ -337,13 +393,36 @@ class dataset {
                variable + " is " + detail::text(x) + " at observation " + std::to_string(i));
         }
       }
-      T scale = (q(j, 2) - q(j, 0)) * T(0.7413);  // the deviation of a normal law with that spread
+      double scale =
+          0.7413 * (q(j, 2) - q(j, 0));  // the deviation of a normal law with that spread
       if (!(scale > 0)) {
         if (deviation.empty()) deviation = moments().standard_deviation();
-        scale = static_cast<T>(deviation[j]);
+        scale = deviation[j];
       }
       if (!(scale > 0)) fail(SS_OGK_FAILED, function, variable + " does not vary");
       units.push_back({q(j, 1), scale});
+    }
+    return units;
+  }
+
+  /// Mean and deviation of the values that are there.
+  std::vector<unit> units_of_observed(const std::vector<T>& x, const char* function) const {
+    const size_t p = selected_.size();
+    std::vector<unit> units(p);
+    for (size_t j = 0; j < p; ++j) {
+      accumulator of_variable(1, {.moments = 2, .covariance = false});
+      std::vector<T> there;
+      for (size_t k = j; k < x.size(); k += p) {
+        if (x[k] == x[k]) there.push_back(x[k]);
+      }
+      of_variable.add(table<T>(there, 1), {}, threads_);
+      const double mean = of_variable.mean()[0], scale = of_variable.standard_deviation()[0];
+      if (!(mean - mean == 0)) {
+        fail(SS_BAD_MISSING_COUNT, function,
+             "variable " + std::to_string(selected_[j]) +
+                 (there.empty() ? " has no value" : " has infinite values"));
+      }
+      units[j] = {mean, scale > 0 ? scale : 1};
     }
     return units;
   }

@@ -222,6 +222,42 @@ TYPED_TEST(CppDataset, RobustEstimatesLeaveOutliersOut) {
             "orv::robust_covariance: there are too few observations for so many variables");
 }
 
+/// Missing values of a variable that is nearly three times another one.
+TYPED_TEST(CppDataset, ImputedValuesFollowTheOthers) {
+  using T = TypeParam;
+  constexpr size_t n = 400;
+  orv::stream s(orv::mt19937, 5);
+  std::vector<T> x(n * 3);
+  const std::vector<T> mean{1000, -2, 5}, factor{3, 0, 0, 9, T(0.1), 0, 1, 1, 1};
+  orv::sample(s, orv::multivariate_normal<T>{mean, factor}, x);
+  const std::vector<T> whole = x;
+  for (size_t i = 3; i < n; i += 4) x[3 * i + 1] = std::numeric_limits<T>::quiet_NaN();
+  orv::dataset data(orv::table(x, 3));
+  orv::stream random = s, again = s;
+  const auto completed = data.impute(random, {.imputations = 3});
+  ASSERT_EQ(completed.size(), 3u);
+  double squares = 0;
+  for (const auto& table : completed) {
+    for (size_t i = 0; i < n; ++i) {
+      EXPECT_EQ(table(i, 0), whole[3 * i]);
+      const double d = table(i, 1) - whole[3 * i + 1];
+      EXPECT_TRUE(d == 0 || i % 4 == 3);
+      squares += d * d;
+    }
+  }
+  EXPECT_NEAR(std::sqrt(squares / (3 * n / 4)), 0.1, 0.015);  // both others tell of it
+  EXPECT_NE(completed[0].elements(), completed[1].elements());
+  EXPECT_EQ(data.impute(again, {.imputations = 3})[2].elements(), completed[2].elements());
+
+  EXPECT_EQ(orv::dataset(orv::table(whole, 3)).impute(s)[4].elements(), whole);
+  const std::array only{0, 1, 1};
+  EXPECT_EQ(data.mask(only).impute(s, {.imputations = 1})[0].columns(), 2u);
+  for (size_t i = 0; i < n; ++i) x[3 * i + 2] = std::numeric_limits<T>::quiet_NaN();
+  EXPECT_EQ(refusal([&] { data.impute(s); }), "orv::dataset::impute: variable 2 has no value");
+  EXPECT_EQ(refusal([&] { data.impute(s, {.imputations = 0}); }),
+            "orv::dataset::impute: 0 imputations; 1 or more");
+}
+
 /// As std::mdspan has it.
 struct View {
   const float* x;
