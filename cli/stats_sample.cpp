@@ -1,5 +1,7 @@
 #include "stats_sample.hpp"
 
+#include <orv/task.hpp>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -13,21 +15,7 @@ namespace orv_cli {
 namespace {
 
 template <class T>
-struct Entries;
-#define ORV_ENTRIES(T, t)                                                    \
-  template <>                                                                \
-  struct Entries<T> {                                                        \
-    static constexpr auto new_task = __zok##t##SSNewTask;                    \
-    static constexpr auto edit = __zok##t##SSEditTask;                       \
-    static constexpr auto basic = _zok##t##SSBasic;                          \
-    static constexpr auto minmax = _zok##t##SSMinmax;                        \
-    static constexpr auto quantiles = _zok##t##SSQuantiles;                  \
-    static constexpr auto weighted_quantile = _zok##t##SSWMedian;            \
-    static constexpr auto partial_covariance = _zok##t##SSPartialCovariance; \
-  };
-ORV_ENTRIES(double, d)
-ORV_ENTRIES(float, s)
-#undef ORV_ENTRIES
+using Entries = orv::entries<T>;
 
 void check(int32_t status) {
   if (status == SS_NO_MEMORY) throw std::bad_alloc();
