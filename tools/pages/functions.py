@@ -151,7 +151,8 @@ word's level.</p>
 
     def index(self):
         """All functions by family, with a field that filters them."""
-        parts = ["<h1>Vector functions</h1>", f"<p>All {len(self.functions)}: a page for each function and type. s is float, d double, "
+        parts = ["<h1>Vector functions</h1>",
+                 f"<p>All {len(self.functions)}: a page for each function and type. s is float, d double, "
                  "c and z are complex numbers of these.</p>",
                  '<p><input id="filter" placeholder="filter: a name or a word" autofocus></p>']
         families = dict.fromkeys(m.family for m in FUNCTIONS.values())
