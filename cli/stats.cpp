@@ -6,7 +6,9 @@
 #include <memory>
 
 #include "commands.hpp"
+#include "distance_plot.hpp"
 #include "error.hpp"
+#include "output.hpp"
 #include "stats_analysis.hpp"
 
 namespace orv_cli {
@@ -21,16 +23,27 @@ void stats(const StatsOptions& options) {
                 options.given.empty() ? "--partial" : "--given",
                 in_quotes(options.partial + options.given));
   }
+  if (options.plot == "-" && options.format != "table") {
+    throw Error("--plot -: characters go with --format table only; a FILE goes with {}, too",
+                options.format);
+  }
+  if (options.robust.empty() && (options.distances || !options.plot.empty())) {
+    throw Error("{}: distances are made by --robust, which is ogk or tbs",
+                options.distances ? "--distances" : "--plot " + in_quotes(options.plot));
+  }
   orv_threads_set_count(options.threads);
-  print_report(options.precision == "s" ? analyse<float>(options) : analyse<double>(options),
-               options.format);
+  const Report report =
+      options.precision == "s" ? analyse<float>(options) : analyse<double>(options);
+  print_report(report, options.format);
+  if (!options.plot.empty() && report.plot) {
+    if (options.plot == "-") write("\n", 1);
+    distance_plot(report.plot->distances, report.plot->cutoff, report.plot->labels, options.plot);
+  }
 }
 
 constexpr const char* footer =
-    R"(Input: a CSV file (commas, cells may be quoted, LF or CR LF). A first row without a number is
-taken as a header, and so is one that differs in kind from the columns below it, such as
-country,2020,2021; a note tells of a doubt. A cell is missing if it is empty, NA or nan. Columns
-are given by name or by number from 1. Without --select all columns of numbers are taken: those
+    R"(
+Without --select all columns of numbers are taken: those
 whose first cell that is not missing, among the first 1000 rows, is a number.
 
 Missing cells: drop (default) leaves out each row in which a selected column has one, and tells
@@ -49,6 +62,8 @@ W is the sum of weights, W2 that of their squares, E the weighted mean:
                    the sum of weights, in ascending order, reaches q W, linear between neighbours
   pooled           the groups' sums of products, over the sum of their W - W2 / W
   partial          covariance of Y given Z: Cyy - Cyz inv(Czz) Czy
+  distance         of a row x from the mean m: root of (x - m)' inv(C) (x - m); the cut-off is
+                   the root of the chi-square quantile 0.975, which 2.5 % of normal rows exceed
 Means, variances and deviations are those of exact arithmetic, rounded once in nearly all cases; the
 others come from updates about the mean. No digit depends on --threads.
 What is not defined, such as the deviation of one value, is shown as -, in CSV as an empty cell,
@@ -64,6 +79,7 @@ Examples:
   orv stats iris.csv --by Species
   orv stats airquality.csv --missing pairwise --cor
   orv stats stackloss.csv --partial stack.loss,Air.Flow --given Water.Temp
+  orv stats stackloss.csv --robust tbs --plot -
   orv random uniform -n 1000000 | orv stats --quantiles 0.01,0.99)";
 
 }  // namespace
@@ -79,8 +95,11 @@ void add_stats_command(CLI::App& app) {
                             std::vector<std::string> words, const char* help) {
     add(name, value, text, help)->check(CLI::IsMember(std::move(words)));
   };
-  add("FILE", options->file, " ", "The file to read; -, the default, is standard input");
-  add("--select", options->select, "COLUMNS", "Only these columns, with commas between");
+  add("FILE", options->input.files, " ", "Files to read; -, the default, is standard input");
+  add_input_options(*command, options->input);
+  add("--select", options->select, "COLUMNS",
+      "Only these columns, with commas between, and ranges: 1,3-5 or x:z");
+  add("--exclude", options->exclude, "COLUMNS", "Not these columns");
   command->add_flag("--cov", options->covariance, "Print the covariance matrix");
   command->add_flag("--cor", options->correlation, "Print the correlation matrix");
   add("--quantiles", options->quantiles, "ORDERS",
@@ -93,10 +112,16 @@ void add_stats_command(CLI::App& app) {
       "Covariance and correlation of these columns, freed from the linear\n"
       "influence of those of --given");
   add("--given", options->given, "COLUMNS", "See --partial");
+  add_word("--robust", options->robust, "METHOD", {"ogk", "tbs"},
+           "Robust mean and covariance of the columns: ogk (orthogonalised pairs,\n"
+           "fast) or tbs (translated biweight S-estimator, more efficient)");
+  command->add_flag("--distances", options->distances,
+                    "Print each row's distance, classical and robust");
+  add("--plot", options->plot, "FILE",
+      "Draw the robust distances and their cut-off line: an SVG picture, or\n"
+      "with - characters");
   add_word("--missing", options->missing, "WHAT", {"drop", "pairwise", "fail"},
            "What to do about missing cells: drop (default), pairwise or fail");
-  add_word("--header", options->header, "WHETHER", {"auto", "yes", "no"},
-           "Whether the first row is a header: auto (default), yes or no");
   add_word("--format", options->format, "FORMAT", {"table", "csv", "json"},
            "table (default), csv or json");
   add_word("--precision", options->precision, "TYPE", {"d", "s"},
@@ -110,7 +135,7 @@ void add_stats_command(CLI::App& app) {
       sizeof(void*) == 8 ? "Most that is kept of the values, in MiB (default 1024)"
                          : "Most that is kept of the values, in MiB (default 512)")
       ->check(CLI::Range(int64_t{0}, most_memory));
-  command->footer(footer);
+  command->footer(std::string(input_help) + footer);
   command->callback([options] { stats(*options); });
 }
 

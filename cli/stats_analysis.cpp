@@ -16,6 +16,7 @@
 #include "error.hpp"
 #include "progress.hpp"
 #include "stats_choice.hpp"
+#include "stats_robust.hpp"
 
 namespace orv_cli {
 namespace {
@@ -49,7 +50,7 @@ class Analysis {
       : options_(options),
         services_(orv_threads_reproducible()),
         orders_(orders_of(options.quantiles)),
-        table_(options.file, header_of(options.header), column_limit()),
+        table_(input_of(options.input), column_limit()),
         choice_(table_, options),
         pairwise_(options.missing == "pairwise"),
         matrix_(options.covariance || options.correlation || !options.partial.empty()),
@@ -59,12 +60,12 @@ class Analysis {
   }
 
   Report run() {
-    Progress progress(table_.file().bytes_in_all(), Progress::Results::at_the_end);
+    Progress progress(table_.bytes_in_all(), Progress::Results::at_the_end);
     while (const CsvRow* row = table_.next()) {
       take(*row);
       if (++waiting_ < block_rows_) continue;
       take_block();
-      progress.update(table_.file().bytes_read());
+      progress.update(table_.bytes_read());
     }
     take_block();
     return report();
@@ -111,14 +112,17 @@ class Analysis {
   std::vector<Values> samples_, pairs_;
   std::vector<T> values_;  // of the row in hand, NaN where missing
   T weight_ = 1;
-  std::vector<int64_t> missing_;  // cells of each column
-  std::vector<int64_t> groups_;   // of each row that was kept
+  std::vector<int64_t> missing_;    // cells of each column
+  std::vector<int64_t> groups_;     // of each row that was kept
+  std::vector<int64_t> kept_rows_;  // their numbers, from 1
   std::unordered_map<std::string, int64_t> group_numbers_;
   Strings group_labels_;
   int64_t rows_ = 0, dropped_ = 0, weightless_ = 0;
   double weight_sum_ = 0;
   int64_t waiting_ = 0, block_rows_ = 0;
   bool keeps_values_ = true, made_room_ = false;
+  int64_t texts_ = 0;  // cells with text, taken as missing
+  std::string first_text_;
 };
 
 /// What a column, and an element of the matrices, takes on its way from the cell to the report. A
@@ -157,7 +161,7 @@ template <class T>
 void Analysis<T>::make_samples() {
   const size_t p = values_.size();
   const bool weighted = choice_.weights.has_value();
-  const bool whole = !pairwise_ && (matrix_ || choice_.by);
+  const bool whole = !pairwise_ && (matrix_ || choice_.by || !options_.robust.empty());
   const size_t width = whole ? p : pairwise_ ? 1 : narrow;
   if (pairwise_ && choice_.by) {
     throw Error("--by {}: groups are made of complete rows; allowed are --missing drop and fail",
@@ -167,6 +171,7 @@ void Analysis<T>::make_samples() {
     throw Error("--missing pairwise: matrices of {} columns; allowed are {}, choose with --select",
                 p, most_pairwise);
   }
+  if (!options_.robust.empty()) check_robust(options_);
   if (whole) expect_room(1);
   for (size_t first = 0; first < p; first += width) {
     samples_.emplace_back(std::min(width, p - first), weighted, true);
@@ -182,17 +187,25 @@ void Analysis<T>::make_samples() {
 
 // ---- Rows ---------------------------------------------------------------------------------------
 
-/// NaN if it is missing.
+/// NaN if it is missing, or a text below numbers.
 template <class T>
 T Analysis<T>::cell(const CsvRow& row, size_t column) {
-  const std::string& text = row.cells[column];
-  const T value = is_missing(text) ? std::numeric_limits<T>::quiet_NaN()
-                                   : table_.number<T>(text, row.line, column);
-  if (std::isnan(value) && options_.missing == "fail") {
-    throw Error("{}: the cell is {}; a number is needed, or --missing drop or pairwise",
-                table_.place(row.line, column), text.empty() ? "empty" : text);
+  const std::string_view text = row.cells[column];
+  T value;
+  const CellFormat::Kind kind = table_.format().read(text, value);
+  if (kind == CellFormat::Kind::number && !std::isnan(value)) {
+    return std::isinf(value) ? table_.number<T>(text, row.line, column) : value;
   }
-  return value;
+  const bool is_text = kind == CellFormat::Kind::text;
+  if (options_.missing == "fail") {
+    if (is_text) throw Error("{}", table_.no_number(text, row.line, column));
+    throw Error("{}: the cell is {}; a number is needed, or another --missing",
+                table_.place(row.line, column), text.empty() ? "empty" : one_line(text));
+  }
+  if (is_text && texts_++ == 0) {
+    first_text_ = fmt::format("{}: {}", table_.place(row.line, column), in_quotes(text));
+  }
+  return std::numeric_limits<T>::quiet_NaN();
 }
 
 /// False if the row has no part in anything.
@@ -215,8 +228,8 @@ bool Analysis<T>::take_weight(const CsvRow& row) {
 /// False if the row's group is missing.
 template <class T>
 bool Analysis<T>::take_group(const CsvRow& row) {
-  const std::string& label = row.cells[*choice_.by];
-  if (is_missing(label)) {
+  const std::string label(row.cells[*choice_.by]);
+  if (table_.is_missing(label)) {
     if (options_.missing == "fail") {
       throw Error("{}: the cell is {}; a group is needed, or --missing drop",
                   table_.place(row.line, *choice_.by), label.empty() ? "empty" : label);
@@ -239,7 +252,7 @@ bool Analysis<T>::take_group(const CsvRow& row) {
 template <class T>
 void Analysis<T>::check_empty_columns(const CsvRow& row) const {
   for (const size_t column : choice_.empty) {
-    if (!is_missing(row.cells[column])) {
+    if (!table_.is_missing(row.cells[column])) {
       throw Error(
           "{}: the first cell of this column that is not empty; name it with --select, or "
           "the others to leave it out",
@@ -250,6 +263,7 @@ void Analysis<T>::check_empty_columns(const CsvRow& row) const {
 
 template <class T>
 void Analysis<T>::take_complete() {
+  if (!options_.robust.empty()) kept_rows_.push_back(rows_);
   const T* next = values_.data();
   for (Values& sample : samples_) {
     sample.add({next, sample.variables()}, weight_);
@@ -324,6 +338,7 @@ void Analysis<T>::for_each_sample(Function function) {
 template <class T>
 void Analysis<T>::leave_values_out() {
   for (const auto& [given, option] : {std::pair(!options_.quantiles.empty(), "--quantiles"),
+                                      std::pair(!options_.robust.empty(), "--robust"),
                                       std::pair(choice_.by.has_value(), "--by")}) {
     if (given) {
       throw Error("{}: the values, which it needs, take more than {} MiB; --memory MIB allows more",
@@ -341,10 +356,10 @@ void Analysis<T>::make_room() {
   for (const Values& sample : samples_) bytes += sample.bytes_kept() + sample.bytes_waiting();
   const int64_t limit = options_.memory << 20;
   if (bytes > limit) return leave_values_out();
-  const double whole = static_cast<double>(table_.file().bytes_in_all());
+  const double whole = static_cast<double>(table_.bytes_in_all());
   if (made_room_ || whole == 0) return;
   made_room_ = true;
-  const double part = static_cast<double>(table_.file().bytes_read()) / whole;
+  const double part = static_cast<double>(table_.bytes_read()) / whole;
   const double rows = static_cast<double>(rows_) / part * 1.02 + 1000;
   if (static_cast<double>(bytes) / part * 1.02 > static_cast<double>(limit)) return;
   for (Values& sample : samples_) sample.reserve(static_cast<int64_t>(rows));
@@ -467,6 +482,11 @@ Report Analysis<T>::report() {
   Report report;
   report.file = table_.file().name();
   report.notes = choice_.notes;
+  if (texts_ > 0) {
+    report.notes.push_back(
+        fmt::format("cells with text that are taken as missing: {}, the first in {}{}", texts_,
+                    first_text_, table_.hint()));
+  }
   report.rows = rows_;
   report.dropped = dropped_;
   report.weightless = weightless_;
@@ -477,6 +497,9 @@ Report Analysis<T>::report() {
   }
   try {
     report_columns(report);
+    if (!options_.robust.empty()) {
+      report_robust<T>(samples_[0], names(0), kept_rows_, options_, services_, report);
+    }
     report_matrices(report);
   } catch (const std::bad_alloc&) {
     throw Error("out of memory; --memory MIB below {} keeps fewer values", options_.memory);

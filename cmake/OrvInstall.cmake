@@ -4,7 +4,7 @@
 include(CMakePackageConfigHelpers)
 
 set_target_properties(orv_qem PROPERTIES INSTALL_RPATH "\$ORIGIN")
-install(TARGETS orv_qem orv_serv orv_threads EXPORT orv-targets
+install(TARGETS orv_qem orv_serv orv_threads orv_cpp EXPORT orv-targets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development)
 install(DIRECTORY include/orv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 

@@ -51,8 +51,10 @@ ORV_API int32_t __zokdInvCov(int32_t p, double* c);
 ORV_API int32_t __zoksInvCov(int32_t p, float* c);
 
 /** Makes a covariance matrix of p variables, stored in full, positive definite if it nearly is.
- *  Where its smallest eigenvalue is not above 0, a hundredth of the first of the others that is
- *  goes onto the diagonal. From two variables on, the lower triangle is made from the upper one.
+ *  Where a pivot of its Cholesky factor is not above 10 p epsilon times its diagonal element, and
+ *  so may be rounding alone, a hundredth of an eigenvalue goes onto the diagonal: the first of all
+ *  but the smallest that is p epsilon times the largest or more. A matrix that is left as it is has
+ *  an inverse. From two variables on, the lower triangle is made from the upper one.
  *  Returns 0, SS_NO_POSITIVE_EIGENVALUE, SS_NO_MEMORY or SS_EIGENVALUES_FAILED (orv/ss.h). */
 ORV_API int32_t __zokdTestCovRank(int32_t p, double* c);
 ORV_API int32_t __zoksTestCovRank(int32_t p, float* c);

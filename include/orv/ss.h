@@ -73,10 +73,10 @@ enum {
 enum {
   SS_METHOD_FAST = 0x1,     /**< _zokdSSBasic with matrix routines; Minmax, Quantiles, Partial */
   SS_METHOD_ONE_PASS = 0x2, /**< _zokdSSBasic by updates, stable (wins over FAST); Minmax, Pooled */
-  SS_METHOD_SPECTRAL_DECOMP = 0x4,
-  SS_METHOD_TBS = 0x8,
+  SS_METHOD_SPECTRAL_DECOMP = 0x4, /**< _zokdSSCorParametrization: by eigenvalues */
+  SS_METHOD_TBS = 0x8,             /**< _zokdSSRobustCovariance */
   SS_METHOD_MULTIPLE_IMPUTATION = 0x10,
-  SS_METHOD_BACON = 0x20,
+  SS_METHOD_BACON = 0x20, /**< _zokdSSOutliersDetection */
   SS_METHOD_STREAM_QUERY = 0x40,
   SS_METHOD_STREAM_ADD = 0x80
 };
@@ -116,7 +116,7 @@ enum {
   SS_BAD_METHOD = -4029,         /**< the method has none of the bits that this entry takes */
   SS_NULL_GROUP_INDICES = -4030, /**< group indices missing */
   SS_NULL_TASK = -4031,
-  SS_NULL_OBSERVATIONS = -4032,      /**< observations missing, or too few */
+  SS_NULL_OBSERVATIONS = -4032,      /**< observations missing, or too few (robust covariance) */
   SS_NO_POSITIVE_EIGENVALUE = -4033, /**< a covariance matrix that can't be repaired */
   SS_NULL_POOLED_COV = -4034,
   SS_NULL_POOLED_MEAN = -4035,
@@ -158,8 +158,10 @@ enum {
   SS_NULL_PARAMETRIZED_COR = -4071,
   SS_NOT_POSITIVE = -4072,      /**< the matrix has no positive eigenvalue */
   SS_BAD_PARTIAL_INDEX = -4073, /**< no conditioning variable, or none of interest */
-  SS_FACTOR_FAILED = -5010,  /**< the conditioning variables' covariance has no Cholesky factor */
-  SS_INVERSE_FAILED = -5011, /**< it could not be inverted */
+  SS_OGK_FAILED = -5000,      /**< robust covariance: no eigenvectors of the pairs' correlations */
+  SS_FACTOR_FAILED = -5010,   /**< the conditioning variables' covariance has no Cholesky factor */
+  SS_INVERSE_FAILED = -5011,  /**< it could not be inverted */
+  SS_SPECTRUM_FAILED = -5030, /**< the eigenvalues of a correlation matrix did not converge */
   SS_EIGENVALUES_FAILED = -5040,    /**< the eigenvalues of a covariance matrix did not converge */
   SS_NOT_POSITIVE_DEFINITE = -5041, /**< a covariance matrix has no Cholesky factor */
   SS_SINGULAR = -5042 /**< a covariance matrix could not be inverted from its factor */
@@ -204,17 +206,17 @@ enum {
   SS_PARAM_GROUP_COV_STORAGE,    /**< int */
   SS_PARAM_GROUP_COV,            /**< a matrix for each wanted group */
   SS_PARAM_ROBUST_COV_STORAGE,   /**< int */
-  SS_PARAM_ROBUST_PARAM_COUNT,   /**< int */
-  SS_PARAM_ROBUST_PARAMS,
-  SS_PARAM_ROBUST_COV,
-  SS_PARAM_ROBUST_MEAN,
-  SS_PARAM_OUTLIER_PARAM_COUNT, /**< int */
-  SS_PARAM_OUTLIER_PARAMS,
-  SS_PARAM_OUTLIER_WEIGHTS,
-  SS_PARAM_ORDER_STATS_STORAGE, /**< int: SS_ROWS or SS_COLUMNS */
-  SS_PARAM_PARTIAL_INDEX_ARRAY, /**< int: p; -1 given, 1 of interest, else no part */
-  SS_PARAM_PARTIAL_COV,         /**< a matrix of the variables of interest */
-  SS_PARAM_PARTIAL_COV_STORAGE, /**< int */
+  SS_PARAM_ROBUST_PARAM_COUNT,   /**< int: 4 */
+  SS_PARAM_ROBUST_PARAMS,        /**< 4, see _zokdSSRobustCovariance; without them the defaults */
+  SS_PARAM_ROBUST_COV,           /**< p by p */
+  SS_PARAM_ROBUST_MEAN,          /**< p */
+  SS_PARAM_OUTLIER_PARAM_COUNT,  /**< int */
+  SS_PARAM_OUTLIER_PARAMS,       /**< 3: start method, alpha, accuracy */
+  SS_PARAM_OUTLIER_WEIGHTS,      /**< n: the result */
+  SS_PARAM_ORDER_STATS_STORAGE,  /**< int: SS_ROWS or SS_COLUMNS */
+  SS_PARAM_PARTIAL_INDEX_ARRAY,  /**< int: p; -1 given, 1 of interest, else no part */
+  SS_PARAM_PARTIAL_COV,          /**< a matrix of the variables of interest */
+  SS_PARAM_PARTIAL_COV_STORAGE,  /**< int */
   SS_PARAM_PARTIAL_COR,
   SS_PARAM_PARTIAL_COR_STORAGE, /**< int */
   SS_PARAM_MISSING_PARAM_COUNT, /**< int */
@@ -227,7 +229,7 @@ enum {
   SS_PARAM_ESTIMATES,
   SS_PARAM_PRIOR_COUNT, /**< int */
   SS_PARAM_PRIOR,
-  SS_PARAM_PARAMETRIZED_COR,
+  SS_PARAM_PARAMETRIZED_COR,         /**< p by p */
   SS_PARAM_PARAMETRIZED_COR_STORAGE, /**< int */
   SS_PARAM_STREAM_PARAM_COUNT,       /**< int */
   SS_PARAM_STREAM_PARAMS,
@@ -297,7 +299,7 @@ struct SSTask {
   void* simulated_values;
   const void* estimates_count;
   void* estimates;
-  void* mahalanobis_block[8]; /**< the library's own */
+  void* mahalanobis_block[8]; /**< what _zokdSSMahDistance reads */
   int32_t cleanup_count;
   void (*cleanup_hooks[1])(SSTask* task); /**< called when the task is deleted */
 };
@@ -439,8 +441,9 @@ ORV_API int32_t __zoksSSEditMtxParametrz(SSTask* task, float* cor, const void* c
  *
  * An element's result has the same bits for every layout, mask, storage and word size, and whatever
  * other variables there are. Where matrix routines of BLAS and LAPACK are used, in _zokdSSBasic
- * with SS_METHOD_FAST and in _zokdSSPartialCovariance, the last bits of covariances and
- * correlations are those of the routines that the processor gets, and are not promised. */
+ * with SS_METHOD_FAST, in _zokdSSPartialCovariance and _zokdSSRobustCovariance, the last bits of
+ * covariances and correlations are those of the routines that the processor gets, and are not
+ * promised. */
 
 /** Moments, covariance and correlation, in one traversal: running weighted means (updates after
  *  West 1979) and a scatter matrix, by the same updates with SS_METHOD_ONE_PASS or by matrix
@@ -497,6 +500,118 @@ ORV_API int32_t _zokdSSPartialCovariance(SSTask* task, uint64_t estimates, uint6
                                          const SSThreadServices* services);
 ORV_API int32_t _zoksSSPartialCovariance(SSTask* task, uint64_t estimates, uint64_t method,
                                          const SSThreadServices* services);
+
+/** Outliers by BACON (N. Billor, A. S. Hadi, P. F. Velleman 2000), for p variables and n of 5 p or
+ *  more observations. The 5 p nearest to a centre are the first good ones; then, again and again,
+ *  those whose Mahalanobis distance from the good ones' mean, by their covariance, is below
+ *
+ *      (c_hr + c_np) sqrt(quantile of order 1 - alpha of the chi-square distribution of p)
+ *
+ *  with c_np = 1 + (p + 1)/(n - p) + 2/(n - 1 - 3 p), and c_hr = max(0, (h - r)/(h + r)) for r good
+ *  ones and h = (n + p + 1)/2, till their number changes by less than an accuracy or is n. Results
+ *  go to outlier_weights, n numbers: 0 for an outlier, else the observation's weight, which is 1
+ *  without weights. An observation that is not finite is an outlier and has no part in anything.
+ *
+ *  outlier_params, if their count is 3 (else all have the default, as has one that is not allowed):
+ *    0  the centre: 2 the variables' medians (default), which up to half of the data can't carry
+ *       away, or 1 the mean, in the measure of the covariance of all
+ *    1  alpha, from 0 to 1, by default 0.05. This is the part of single clean observations beyond
+ *       the threshold: at 0.05 some 6 to 19 % of clean normal data are called outliers. The
+ *       method's authors take alpha / n, by which clean data have an outlier in alpha of all cases.
+ *    2  the accuracy, above 0, by default 0.005
+ *
+ *  Fails with SS_BAD_DIMENSION, SS_BAD_OBSERVATION_COUNT, SS_BAD_STORAGE, SS_NULL_OUTLIER_WEIGHTS,
+ *  SS_BAD_METHOD, SS_NULL_OBSERVATIONS; SS_NO_MEMORY; with what __zokdTestCovRank and __zokdInvCov
+ *  say to a covariance; with SS_NOT_CONVERGED where no more than 5 p good ones (and not all) were
+ *  left, or their number did not settle within 100 rounds. The variable mask is not looked at. */
+ORV_API int32_t _zokdSSOutliersDetection(SSTask* task, uint64_t estimates, uint64_t method,
+                                         const SSThreadServices* services);
+ORV_API int32_t _zoksSSOutliersDetection(SSTask* task, uint64_t estimates, uint64_t method,
+                                         const SSThreadServices* services);
+
+/** Makes a matrix of correlations positive definite (R. Rebonato, P. Jaeckel 1999): eigenvalues
+ *  below 1e-14, for floats 1e-6, are raised to that, and the matrix E diag(l) E' of eigenvectors
+ * and eigenvalues is scaled to a unit diagonal. From cor to parametrized_cor, which may be the same
+ *  array unless it is full and the other packed. The diagonal of cor is taken for 1; a matrix whose
+ *  eigenvalues are large enough stays as it is. Reads p, both matrices and their storage, in this
+ *  order: SS_BAD_DIMENSION; SS_NULL_COR, SS_NULL_STORAGE, SS_BAD_STORAGE; SS_NULL_PARAMETRIZED_COR,
+ *  SS_NULL_STORAGE, SS_BAD_STORAGE; SS_BAD_METHOD; SS_NO_MEMORY; SS_SPECTRUM_FAILED;
+ *  SS_NOT_POSITIVE for one that is not finite. LAPACK: the last bits are not promised. */
+ORV_API int32_t _zokdSSCorParametrization(SSTask* task, uint64_t estimates, uint64_t method,
+                                          const SSThreadServices* services);
+ORV_API int32_t _zoksSSCorParametrization(SSTask* task, uint64_t estimates, uint64_t method,
+                                          const SSThreadServices* services);
+
+/** Mean and covariance of data of which up to half may be outliers: more than 2 p observations, in
+ *  `robust_mean` and `robust_cov`. Weights and mask are not looked at; data must be finite.
+ *
+ *  The start is the orthogonalised Gnanadesikan-Kettenring estimate (Gnanadesikan and Kettenring
+ *  1972; R. A. Maronna and R. H. Zamar 2002) with the scale of V. J. Yohai and R. H. Zamar (1988),
+ *  re-weighted once: mean and covariance, over their number, of the observations whose distance is
+ *  below the chi-square quantile 0.9, relative to their median. From there the S-estimator with the
+ *  translated biweight (D. M. Rocke 1996) iterates. Up to four `robust_params`, taken if there are
+ *  exactly four; what is out of its range, in parentheses, is the default:
+ *
+ *    0  breakdown point, the part of outliers that it withstands (above 0, at most (n - p)/(2 n)):
+ *       (n - p)/(2 n)
+ *    1  asymptotic rejection probability, the part of normal data that gets no weight (above 0,
+ *       below 1): 0.001
+ *    2  accuracy (above 0): it ends when the square of the mean's way is not above it, 0.001. It
+ *       has the unit of the data: scale variables to about 1 first, or set it
+ *    3  most iterations, truncated (from 0): 100. With 0 the start is the result; to reach it is
+ *       no error
+ *
+ *  Not every breakdown point goes with every rejection probability: the defaults don't for up to 4
+ *  variables, nor for 30 and more. Then what is beyond the root of the chi-square quantile 1 -
+ *  rejection has no weight, and all else its full weight.
+ *
+ *  A variable of robust scale 0, more than half of whose values are equal, adds nothing to the
+ *  start's distances. Takes room for a copy of the data, and for 4 n numbers for each thread while
+ *  3 n of each fit into 10000000 bytes. Last bits depend on the number of threads that max_threads
+ *  tells, and are those of BLAS and LAPACK.
+ *
+ *  Fails with, in this order: SS_BAD_DIMENSION; SS_NULL_OBSERVATIONS, n not above 2 p;
+ *  SS_NULL_STORAGE, SS_BAD_STORAGE for the observations; SS_NULL_ROBUST_COV; SS_NULL_ROBUST_MEAN;
+ *  SS_NULL_STORAGE, SS_BAD_STORAGE for the result; SS_BAD_METHOD; SS_NO_MEMORY; SS_OGK_FAILED, for
+ *  data that are not finite as well; SS_NO_POSITIVE_EIGENVALUE, SS_EIGENVALUES_FAILED,
+ *  SS_NOT_POSITIVE_DEFINITE or SS_SINGULAR for an estimate that has no inverse; SS_NOT_CONVERGED
+ *  where all weights are 0. Results are not complete then. */
+ORV_API int32_t _zokdSSRobustCovariance(SSTask* task, uint64_t estimates, uint64_t method,
+                                        const SSThreadServices* services);
+ORV_API int32_t _zoksSSRobustCovariance(SSTask* task, uint64_t estimates, uint64_t method,
+                                        const SSThreadServices* services);
+
+/** Mahalanobis distances (1936): roots of (x - m)' A (x - m). Besides the data it reads the eight
+ *  words of mahalanobis_block, which no editor sets: addresses of the first observation's number
+ * and of the end of the range (integers), of the mean m, of the inverse covariance A (p by p, of
+ * which the upper triangle by columns is read, the way __zokdInvCov leaves it) and of the place for
+ * a distance of each observation in the range; one that is not read; and 0 or a buffer and the
+ * number of its elements (integer). A buffer for some tens of observations and as much again makes
+ * it several times as fast for many variables, by a matrix routine whose last bits are not
+ * promised. A NaN in an observation is one in its distance. Returns SS_OK, or SS_NO_MEMORY for more
+ * than 1024 variables without a buffer. Nothing is kept: threads may call with records of their
+ * own. */
+ORV_API int32_t _zokdSSMahDistance(SSTask* task);
+ORV_API int32_t _zoksSSMahDistance(SSTask* task);
+
+/** Quantiles of a stream that is fed block by block and not kept. Each call adds the task's n
+ *  observations (none for n = 0); with SS_METHOD_STREAM_QUERY it then answers the stream_orders
+ * from all that was added so far, with SS_METHOD_STREAM_ADD alone it writes nothing. stream_params
+ * holds one number, epsilon, above 0 and up to 1: a value whose rank is within epsilon N of q N
+ * answers order q, N being the number of values so far. All answers are values of the data, and how
+ * the stream is cut into calls, and the number of threads, change none. Before the first value
+ *  stream_quantiles stays as it was. Answers of the selected variables stand one after another.
+ *
+ *  Segments of the stream, each twice as long as the one before, are summarised one by one (Zhang
+ * and Wang 2007) in about (1 / epsilon) log2(epsilon N)^2 tuples of 24 bytes at most, taken as they
+ *  are needed; while N is below 2 / epsilon, all values are kept and answers are exact. An epsilon
+ * that is changed holds for the segments from then on. The summary is kept with the task and ends
+ * with it; p may not change meanwhile, nor a mask select what the first one left out (SS_BAD_MASK).
+ * A NaN in a variable spoils its answers. After SS_NO_MEMORY part of the block has been added. */
+ORV_API int32_t _zokdSSStreamQuantiles(SSTask* task, uint64_t estimates, uint64_t method,
+                                       const SSThreadServices* services);
+ORV_API int32_t _zoksSSStreamQuantiles(SSTask* task, uint64_t estimates, uint64_t method,
+                                       const SSThreadServices* services);
 
 #ifdef __cplusplus
 }

@@ -28,8 +28,9 @@ struct Case {
 };
 
 #define F(name) offsetof(SSTask, name)
-const int64_t none = 0, one = 1, two = 2, many = 2500, negative = -1, rows = SS_ROWS,
-              columns = SS_COLUMNS, lower_packed = SS_MATRIX_LOWER_PACKED, no_layout = 0x40000,
+const int64_t none = 0, one = 1, two = 2, three = 3, nine = 9, many = 2500, negative = -1,
+              rows = SS_ROWS, columns = SS_COLUMNS, lower_packed = SS_MATRIX_LOWER_PACKED,
+              no_layout = 0x40000, both_layouts = SS_ROWS | SS_COLUMNS,
               beyond = std::numeric_limits<int64_t>::max(),
               more_than_sorters_count = int64_t{1} << 31;
 std::vector<int64_t> groups_with(int64_t second) {
@@ -44,11 +45,11 @@ const int64_t wanted[] = {1, 1}, twice[] = {1, 2}, roles[] = {1, -1}, all_given[
 
 /// Integers that are right; another field takes any numbers.
 const std::pair<const int64_t*, std::vector<size_t>> right_integers[] = {
-    {&one, {F(quant_order_count)}},
+    {&one, {F(quant_order_count), F(stream_order_count), F(stream_param_count)}},
     {&two, {F(dimension)}},
     {&many, {F(observation_count)}},
     {&rows, {F(observation_storage), F(order_stats_storage)}},
-    {&lower_packed, {F(partial_cov_storage), F(group_cov_storage)}},
+    {&lower_packed, {F(partial_cov_storage), F(group_cov_storage), F(parametrized_cor_storage)}},
     {&none, {F(cor_storage), F(partial_cor_storage), F(pooled_cov_storage)}},
     {two_groups.data(), {F(group_indices)}},
     {wanted, {F(group_output_indices)}},
@@ -94,6 +95,35 @@ const Checks partial = {{F(cor), -4018},
                         {method, -4029},
                         dimension};
 
+const Check cor_storage{F(cor_storage), -4044}, to{F(parametrized_cor), -4071},
+    to_storage{F(parametrized_cor_storage), -4044};
+const Checks parametrized = {dimension,
+                             cor,
+                             cor_storage,
+                             {F(cor_storage), -4003, {&rows, &negative, &three}},
+                             to,
+                             to_storage,
+                             {F(parametrized_cor_storage), -4003, {&three}},
+                             {method, -4029}};
+const Checks detected = {{F(dimension), -4001, {nullptr, &none, &negative, &beyond}},
+                         {F(observation_count), -4002, {nullptr, &nine}},
+                         {F(observation_storage), -4003, {nullptr, &no_layout, &both_layouts}},
+                         {F(outlier_weights), -4041},
+                         {method, -4029},
+                         {F(observation_count), -4002, {&beyond}},
+                         observed};
+
+/// Streaming quantiles, and the end of their summary.
+template <class T>
+int32_t stream_and_end(SSTask* task, uint64_t estimates, uint64_t how,
+                       const SSThreadServices* services) {
+  const auto entry = sizeof(T) == sizeof(double) ? _zokdSSStreamQuantiles : _zoksSSStreamQuantiles;
+  const int32_t status = entry(task, estimates, how, services);
+  while (task->cleanup_count > 0) task->cleanup_hooks[--task->cleanup_count](task);
+  EXPECT_EQ(task->stream_state, nullptr);
+  return status;
+}
+
 template <class T>
 std::vector<Case> all_cases() {
   static const T too_low = T(-0.01), too_high = T(1.01), nan = std::numeric_limits<T>::quiet_NaN(),
@@ -104,6 +134,22 @@ std::vector<Case> all_cases() {
                             {F(quant_orders), -4022, {&too_low, &too_high, &nan}}};
   const Checks bad_roles = {{F(partial_index_array), -4073, {all_given, none_given}},
                             {F(cov), -5010, {indefinite}}};
+  static const T zero = 0, above_one = T(1.01);
+  const Checks streaming = {{F(observation_count), -4002, {nullptr, &negative}},
+                            {F(observations), -4032},
+                            {F(observation_storage), -4044},
+                            {F(observation_storage), -4003, {&no_layout}},
+                            {F(stream_quantiles), -4070},
+                            {F(stream_orders), -4068},
+                            {F(stream_order_count), -4069, {nullptr, &negative}},
+                            {F(stream_param_count), -4064},
+                            {F(stream_param_count), -4066, {&two, &none}},
+                            {F(stream_orders), -4069, {&too_low, &too_high, &nan}},
+                            {F(stream_params), -4065},
+                            {method, -4029},
+                            {F(stream_params), -4067, {&zero, &above_one, &nan}},
+                            dimension,
+                            {F(observation_count), -4002, {&beyond}}};
   const Checks unchecked = {{F(weights), 0, {}}, {F(quant_orders), 0, {}}, {F(quantiles), 0, {}}};
   constexpr uint64_t fast = SS_METHOD_FAST, one_pass = SS_METHOD_ONE_PASS, either = fast | one_pass;
   constexpr uint64_t least = SS_EST_MIN, largest = SS_EST_MAX, groups = SS_EST_GROUP;
@@ -118,11 +164,14 @@ std::vector<Case> all_cases() {
       {E::quantiles, orders, fast, {layout, quantiles, sortable}},
       {E::quantiles, sorted_data, fast, {layout, sorted, sortable}},
       {E::quantiles, orders | sorted_data, fast, {layout, quantiles, sorted, sortable}},
-      {E::weighted_median, 0, 0, {{dimension, count, observed}, unchecked}},
+      {E::weighted_quantile, 0, 0, {{dimension, count, observed}, unchecked}},
+      {stream_and_end<T>, 0, SS_METHOD_STREAM_QUERY | SS_METHOD_STREAM_ADD, {streaming}},
       {E::pooled_covariance, pool, one_pass, {grouped, pooled, data, too_many_groups, bad_groups}},
       {E::pooled_covariance, groups, one_pass, {grouped, single, data, bad_groups, bad_choice}},
       {E::pooled_covariance, pool | groups, one_pass, {grouped, pooled, single, data, bad_groups}},
       {E::partial_covariance, both_partial, fast, {partial, bad_roles}},
+      {E::parametrize, 0, SS_METHOD_SPECTRAL_DECOMP, {parametrized}},
+      {E::outliers, 0, SS_METHOD_BACON, {detected}},
       {E::basic, SS_EST_MEAN, either, {layout, {mean}, data}},
       {E::basic, SS_EST_RAW2, either, {layout, {raw2}, data}},
       {E::basic, SS_EST_RAW3, either, {layout, {raw3}, data}},
@@ -167,7 +216,9 @@ template <class T>
 struct CaseTask {
   explicit CaseTask(const Case& c) : how(c.methods) {
     for (const Checks& some : c.checks) checks.insert(checks.end(), some.begin(), some.end());
-    numbers.assign(2 * many * checks.size(), T(0.5));
+    for (size_t k = 0; k < 2 * many * checks.size(); ++k) {  // spread over (0, 1)
+      numbers.push_back(static_cast<T>((k * 7919 % 1009 + 0.5) / 1009));
+    }
     std::memset(&task, 0, sizeof task);
     task.int_is_64 = 1;
     for (size_t i = 0; i < checks.size(); ++i) set(checks[i].field, &numbers[2 * many * i]);
@@ -205,7 +256,7 @@ TYPED_TEST(EachPrecision, EntriesCheckInTheirOrderAndLeaveNothing) {
       if (masked) made.set(F(variable_mask), selected);
       if (weighted) made.set(F(weights), made.numbers.data());
       const auto run = [&] { return c.entry(&made.task, c.estimates, made.how, &in_turn); };
-      for (const uint64_t method_bit : {SS_METHOD_FAST, SS_METHOD_ONE_PASS}) {
+      for (const uint64_t method_bit : {uint64_t{SS_METHOD_FAST}, ~uint64_t{SS_METHOD_FAST}}) {
         made.how = c.methods & method_bit;
         if (made.how == 0 && c.methods != 0) continue;
         const bool reports = c.entry != Entries<TypeParam>::quantiles;  // see below
@@ -249,6 +300,47 @@ TYPED_TEST(EachPrecision, QuantilesWithoutMemory) {
               SS_OK);
     EXPECT_EQ(seen_allocations().bytes, 3 * sizeof(T) + 2 * sizeof(int32_t));
     EXPECT_EQ(results, expected);
+  }
+}
+
+TYPED_TEST(EachPrecision, DistancesAndOutliersLeaveNothing) {
+  using T = TypeParam;
+  constexpr int p = 1025, n = 5 * p;
+  std::vector<T> x(p * n), centre(p), inverse(p * p), distances(2), weights(n);
+  for (size_t k = 0; k < x.size(); ++k) x[k] = static_cast<T>(k * 7919 % 1009);
+  const int64_t first = 0, end = 2;
+  Task<T> many_variables(p, n, SS_ROWS, x.data(), true);
+  SSTask* const record = many_variables;
+  const void* const words[] = {&first,           &end,    centre.data(), inverse.data(),
+                               distances.data(), nullptr, nullptr,       nullptr};
+  std::memcpy(record->mahalanobis_block, words, sizeof words);
+  EXPECT_EQ(expect_failures([&] { return Entries<T>::mahalanobis(many_variables); }), 1);
+
+  x[77] = std::numeric_limits<T>::infinity();  // a copy of the others is made
+  Task<T> outliers(2, n, SS_COLUMNS, x.data());
+  outliers.set(SS_PARAM_OUTLIER_WEIGHTS, weights);
+  const auto detect = [&] {
+    return Entries<T>::outliers(outliers, 0, SS_METHOD_BACON, orv_threads_serial());
+  };
+  EXPECT_GE(expect_failures(detect), 4);
+  EXPECT_EQ(weights[38], 0);
+}
+
+// A small epsilon costs memory when the stream has become long, and no more than is needed.
+TEST(Allocation, StreamSummaries) {
+  for (const auto& [epsilon, n, most_bytes] :
+       {std::tuple(1e-6, 1, 10000.0), std::tuple(1e-10, 1000, 50000.0),
+        std::tuple(1e-6, 100000, 3e6), std::tuple(1e-3, 1000000, 4e6)}) {
+    const std::vector<double> x(n, 1.0);
+    const double order = 0.5;
+    double answer = 0;
+    Task<double> task(1, n, SS_COLUMNS, x.data());
+    task.set(SS_PARAM_STREAM_PARAMS, &epsilon).set(SS_PARAM_STREAM_PARAM_COUNT, {1});
+    task.set(SS_PARAM_STREAM_ORDERS, &order).set(SS_PARAM_STREAM_ORDER_COUNT, {1});
+    task.set(SS_PARAM_STREAM_QUANTILES, &answer);
+    watch_allocations();
+    EXPECT_EQ(_zokdSSStreamQuantiles(task, 0, SS_METHOD_STREAM_ADD, orv_threads_serial()), SS_OK);
+    EXPECT_LT(static_cast<double>(seen_allocations().bytes), most_bytes) << epsilon << " " << n;
   }
 }
 

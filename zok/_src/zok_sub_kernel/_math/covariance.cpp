@@ -53,11 +53,13 @@ struct Precision;
 template <>
 struct Precision<double> {
   static constexpr double tiny = 4.94e-321;  // a thousand of the smallest steps
+  static constexpr double epsilon = 0x1p-52;
   static constexpr void (*MatrInvDispatch[])(double*) = {nullptr, dInvCov1, dInvCov2, dInvCov3};
 };
 template <>
 struct Precision<float> {
   static constexpr float tiny = 1.401e-42f;
+  static constexpr float epsilon = 0x1p-23f;
   static constexpr void (*MatrInvDispatch[])(float*) = {nullptr, sInvCov1, sInvCov2, sInvCov3};
 };
 
@@ -68,32 +70,64 @@ int32_t invert(int32_t p, T* c) {
     Precision<T>::MatrInvDispatch[p](c);
     return SS_OK;
   }
-  if (potrf('U', p, c, p) != 0) {
-    orv_serv_deallocate(c);
-    return SS_NOT_POSITIVE_DEFINITE;
-  }
+  if (potrf('U', p, c, p) != 0) return SS_NOT_POSITIVE_DEFINITE;
   return potri('U', p, c, p) == 0 ? SS_OK : SS_SINGULAR;
 }
 
-/// Eigenvalues of a matrix by its lower triangle, which is then made from the upper one.
+/// The same for a caller who hands the matrix over when it has no factor.
 template <class T>
-int32_t eigenvalues(int32_t p, T* c, T* values, T* diagonal, T* work) {
-  const intptr_t n = p;
-  for (intptr_t i = 0; i < n; ++i) diagonal[i] = c[i * n + i];
-  const int32_t info = syev('L', p, c, p, values, work);
-  for (intptr_t i = 0; i < n; ++i) {
-    for (intptr_t j = 0; j < i; ++j) c[j * n + i] = c[i * n + j];
-    c[i * n + i] = diagonal[i];
-  }
-  return info;
+int32_t invert_or_release(int32_t p, T* c) {
+  const int32_t status = invert(p, c);
+  if (status == SS_NOT_POSITIVE_DEFINITE) orv_serv_deallocate(c);
+  return status;
 }
 
-/// Adds a hundredth of the first eigenvalue but the smallest that is large enough.
+/// What an eigenvalue beside the largest one may be of rounding alone.
+template <class T>
+T noise(int32_t p) {
+  return static_cast<T>(p) * Precision<T>::epsilon;
+}
+
+/// Makes one triangle of a matrix from the other.
+template <class T>
+void copy_triangle(char from, intptr_t n, T* c) {
+  for (intptr_t i = 0; i < n; ++i) {
+    for (intptr_t j = 0; j < i; ++j) {
+      T &upper = c[i * n + j], &lower = c[j * n + i];
+      (from == 'U' ? lower : upper) = from == 'U' ? upper : lower;
+    }
+  }
+}
+
+template <class T>
+void set_diagonal(intptr_t n, T* c, const T* diagonal) {
+  for (intptr_t i = 0; i < n; ++i) c[i * n + i] = diagonal[i];
+}
+
+/// Whether Cholesky's factor, the one by which the matrix will be inverted, has pivots that are
+/// more than rounding left of the diagonal: of an eigenvalue this can't be told, where variables
+/// are of very different size. The matrix is left as it is.
+template <class T>
+bool is_positive_definite(int32_t p, T* c, const T* diagonal) {
+  const intptr_t n = p;
+  const T least = 10 * noise<T>(p);
+  intptr_t j = 0;
+  if (potrf('U', p, c, p) == 0) {
+    while (j < n && c[j * n + j] * c[j * n + j] > least * diagonal[j]) ++j;
+  }
+  copy_triangle('L', n, c);
+  set_diagonal(n, c, diagonal);
+  return j == n;
+}
+
+/// Adds a hundredth of the first eigenvalue, but the smallest, that is more than rounding.
 template <class T>
 int32_t lift(int32_t p, T* c, const T* values) {
   const intptr_t n = p;
+  const T rounding = noise<T>(p) * values[n - 1], tiny = Precision<T>::tiny;
+  const T least = rounding > tiny ? rounding : tiny;
   intptr_t first = 1;
-  while (first < n && !(values[first] >= Precision<T>::tiny)) ++first;
+  while (first < n && !(values[first] >= least)) ++first;
   if (first == n) return SS_NO_POSITIVE_EIGENVALUE;
   const T shift = static_cast<T>(0.01) * values[first];
   for (intptr_t i = 0; i < n; ++i) c[i * n + i] += shift;
@@ -117,23 +151,30 @@ int32_t repair(int32_t p, T* c) {
   auto* const scratch = static_cast<T*>(orv_serv_allocate(5 * n * sizeof(T), 128));
   if (scratch == nullptr) return SS_NO_MEMORY;
   T *const values = scratch, *const diagonal = values + n, *const work = diagonal + n;
+  for (size_t i = 0; i < n; ++i) diagonal[i] = c[i * n + i];
+  copy_triangle('U', p, c);
   int32_t status = SS_OK;
-  if (eigenvalues(p, c, values, diagonal, work) != 0) {
-    status = SS_EIGENVALUES_FAILED;
-  } else if (!(values[0] > 0)) {
-    status = lift(p, c, values);
+  if (!is_positive_definite(p, c, diagonal)) {
+    const int32_t info = syev('N', 'L', p, c, p, values, work, 3 * p);
+    copy_triangle('U', p, c);
+    set_diagonal(p, c, diagonal);
+    status = info == 0 ? lift(p, c, values) : SS_EIGENVALUES_FAILED;
   }
   orv_serv_deallocate(scratch);
   return status;
 }
 
 }  // namespace
+
+int32_t invert_covariance(int32_t p, double* c) { return invert(p, c); }
+int32_t invert_covariance(int32_t p, float* c) { return invert(p, c); }
+
 }  // namespace ORV_TAG
 }  // namespace orv
 
 using namespace orv;
 
-int32_t __zokdInvCov(int32_t p, double* c) { return invert(p, c); }
-int32_t __zoksInvCov(int32_t p, float* c) { return invert(p, c); }
+int32_t __zokdInvCov(int32_t p, double* c) { return invert_or_release(p, c); }
+int32_t __zoksInvCov(int32_t p, float* c) { return invert_or_release(p, c); }
 int32_t __zokdTestCovRank(int32_t p, double* c) { return repair(p, c); }
 int32_t __zoksTestCovRank(int32_t p, float* c) { return repair(p, c); }

@@ -30,9 +30,15 @@ class MatrixCall {
   void X##gemm_(const char* transa, const char* transb, const int32_t* m, const int32_t* n,        \
                 const int32_t* k, const T* alpha, const T* a, const int32_t* lda, const T* b,      \
                 const int32_t* ldb, const T* beta, T* c, const int32_t* ldc, size_t, size_t);      \
+  void X##spevd_(const char* jobz, const char* uplo, const int32_t* n, T* ap, T* w, T* z,          \
+                 const int32_t* ldz, T* work, const int32_t* lwork, int32_t* iwork,                \
+                 const int32_t* liwork, int32_t* info, size_t, size_t);                            \
   void X##syrk_(const char* uplo, const char* trans, const int32_t* n, const int32_t* k,           \
                 const T* alpha, const T* a, const int32_t* lda, const T* beta, T* c,               \
                 const int32_t* ldc, size_t, size_t);                                               \
+  void X##symm_(const char* side, const char* uplo, const int32_t* m, const int32_t* n,            \
+                const T* alpha, const T* a, const int32_t* lda, const T* b, const int32_t* ldb,    \
+                const T* beta, T* c, const int32_t* ldc, size_t, size_t);                          \
   void X##syr_(const char* uplo, const int32_t* n, const T* alpha, const T* x,                     \
                const int32_t* incx, T* a, const int32_t* lda, size_t);                             \
   void X##potrf_(const char* uplo, const int32_t* n, T* a, const int32_t* lda, int32_t* info,      \
@@ -50,11 +56,28 @@ class MatrixCall {
     const MatrixCall call;                                                                         \
     X##gemm_(&transa, &transb, &m, &n, &k, &alpha, a, &lda, b, &ldb, &beta, c, &ldc, 1, 1);        \
   }                                                                                                \
+  /* Eigenvalues, ascending, and eigenvectors, as the columns of z, of a symmetric matrix whose     \
+  triangle uplo is packed by columns, and destroyed; 0, or how many numbers of an intermediate      \
+  form did not converge. `work` has 1 + 6 n + n^2 elements, `integers` 3 + 5 n. */                  \
+  inline int32_t spevd(char uplo, int32_t n, T* ap, T* values, T* z, T* work, int32_t* integers) { \
+    const char jobz = 'V';                                                                         \
+    const int32_t lwork = 1 + 6 * n + n * n, liwork = 3 + 5 * n;                                   \
+    int32_t info = 0;                                                                              \
+    const MatrixCall call;                                                                         \
+    X##spevd_(&jobz, &uplo, &n, ap, values, z, &n, work, &lwork, integers, &liwork, &info, 1, 1);  \
+    return info;                                                                                   \
+  }                                                                                                \
   /* C = alpha A A' + beta C (trans n, A n by k) or alpha A' A + beta C (t, A k by n). */          \
   inline void syrk(char uplo, char trans, int32_t n, int32_t k, T alpha, const T* a, int32_t lda,  \
                    T beta, T* c, int32_t ldc) {                                                    \
     const MatrixCall call;                                                                         \
     X##syrk_(&uplo, &trans, &n, &k, &alpha, a, &lda, &beta, c, &ldc, 1, 1);                        \
+  }                                                                                                \
+  /* C = alpha A B + beta C (side l) or alpha B A + beta C (r), A symmetric, C m by n. */          \
+  inline void symm(char side, char uplo, int32_t m, int32_t n, T alpha, const T* a, int32_t lda,   \
+                   const T* b, int32_t ldb, T beta, T* c, int32_t ldc) {                           \
+    const MatrixCall call;                                                                         \
+    X##symm_(&side, &uplo, &m, &n, &alpha, a, &lda, b, &ldb, &beta, c, &ldc, 1, 1);                \
   }                                                                                                \
   /* A += alpha x x'. */                                                                           \
   inline void syr(char uplo, int32_t n, T alpha, const T* x, T* a, int32_t lda) {                  \
@@ -76,11 +99,11 @@ class MatrixCall {
     X##potri_(&uplo, &n, a, &lda, &info, 1);                                                       \
     return info;                                                                                   \
   }                                                                                                \
-  /* Eigenvalues, ascending, of a symmetric matrix of which uplo is read and destroyed; 0, or how  \
-  many numbers of an intermediate form did not converge. `work` has 3 n elements. */               \
-  inline int32_t syev(char uplo, int32_t n, T* a, int32_t lda, T* values, T* work) {               \
-    const char jobz = 'N';                                                                         \
-    const int32_t lwork = 3 * n;                                                                   \
+  /* Eigenvalues, ascending, of a symmetric matrix of which uplo is read, and with jobz V in its   \
+  place the eigenvectors as columns; with N it is destroyed. 0, or how many numbers of an          \
+  intermediate form did not converge. `work` has lwork elements, 3 n or more. */                   \
+  inline int32_t syev(char jobz, char uplo, int32_t n, T* a, int32_t lda, T* values, T* work,      \
+                      int32_t lwork) {                                                             \
     int32_t info = 0;                                                                              \
     const MatrixCall call;                                                                         \
     X##syev_(&jobz, &uplo, &n, a, &lda, values, work, &lwork, &info, 1, 1);                        \

@@ -73,5 +73,22 @@ inline void transpose_four(const float* x, intptr_t stride, float* out, intptr_t
   _mm_storeu_ps(out + 3 * out_stride, d);
 }
 
+/// Brings a block of `variables` rows, n apart, into rows of observations.
+template <class T>
+void gather_rows(const T* x, intptr_t n, intptr_t variables, intptr_t count, T* out,
+                 intptr_t stride) {
+  intptr_t j = 0;
+  for (; j + 4 <= variables; j += 4) {
+    intptr_t i = 0;
+    for (; i + 4 <= count; i += 4) transpose_four(x + j * n + i, n, out + i * stride + j, stride);
+    for (; i < count; ++i) {
+      for (intptr_t k = j; k < j + 4; ++k) out[i * stride + k] = x[k * n + i];
+    }
+  }
+  for (; j < variables; ++j) {
+    for (intptr_t i = 0; i < count; ++i) out[i * stride + j] = x[j * n + i];
+  }
+}
+
 }  // namespace ORV_TAG
 }  // namespace orv

@@ -1,5 +1,5 @@
-// Vector functions as random numbers use them: one name for both precisions, by a slot of the
-// function's table. To be called under QuietKernels.
+// Vector functions as random numbers and statistics use them: one name for both precisions, by a
+// slot of the function's table. To be called under QuietKernels.
 #pragma once
 
 #include <orv/qem_functions.h>
@@ -40,6 +40,7 @@ ORV_UNARY(cos, Cos)
 ORV_UNARY(erf_inv, ErfInv)
 ORV_UNARY(exp, Exp)
 ORV_UNARY(expm1, Expm1)
+ORV_UNARY(inv, Inv)
 ORV_UNARY(ln, Ln)
 ORV_UNARY(ln1p, Log1p)
 ORV_UNARY(sin, Sin)

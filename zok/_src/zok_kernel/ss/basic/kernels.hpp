@@ -191,23 +191,6 @@ void update_narrow_tile(intptr_t variables, const Coefficients<T>& c, const Tile
   update_tile<T, parts, V>(variables - others, c, tile, deviations);
 }
 
-/// Brings a block of `variables` rows, n apart, into rows of observations.
-template <class T>
-void gather_rows(const T* x, intptr_t n, intptr_t variables, intptr_t count, T* out,
-                 intptr_t stride) {
-  intptr_t j = 0;
-  for (; j + 4 <= variables; j += 4) {
-    intptr_t i = 0;
-    for (; i + 4 <= count; i += 4) transpose_four(x + j * n + i, n, out + i * stride + j, stride);
-    for (; i < count; ++i) {
-      for (intptr_t k = j; k < j + 4; ++k) out[i * stride + k] = x[k * n + i];
-    }
-  }
-  for (; j < variables; ++j) {
-    for (intptr_t i = 0; i < count; ++i) out[i * stride + j] = x[j * n + i];
-  }
-}
-
 /// Adds a block's cross-products to a tile of S: V vectors of j from j0 on by K columns from k0 on.
 template <class T, int V, int K>
 void add_cross_tile(const Deviations<T>& d, intptr_t count, intptr_t j0, intptr_t k0,
