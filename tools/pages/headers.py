@@ -26,14 +26,23 @@ def text_of(comment):
     return "\n".join(out)
 
 
+def with_c_comments(text):
+    """C++ comments that begin a line, as C has them."""
+    return re.sub(r"(?:^//[^\n]*\n)+", lambda run: "/**" + re.sub(r"^///? ?", " * ", run[0], flags=re.M).rstrip()
+                  + " */\n", text, flags=re.M)
+
+
 def body(name, text):
     """The whole header in its order."""
+    text = with_c_comments(text)
     intro, rest = re.match(r"(/\*.*?\*/)(.*)", text, re.S).groups()
     parts = [f"<h1>orv/{name}</h1>", f"<pre><code>#include &lt;orv/{name}&gt;</code></pre>", text_of(intro)]
     for frame in (r"#ifdef __cplusplus\n.*?#endif\n", r"#ifndef ORV_API\n.*?#endif\n",
-                  r"#(ifndef|define) ORV_\w+_HP?P?\n", r"\n#endif\n*$", r"#include <std[^\n]*", "#pragma once"):
+                  r"#(ifndef|define) ORV_\w+_HP?P?\n", r"\n#endif\n*$", r"#include [^\n]*", "#pragma once",
+                  r"\nnamespace (orv::)?detail \{\n.*?\n\}  // namespace [^\n]*", r"\nnamespace orv \{",
+                  r"\}  // namespace orv"):
         rest = re.sub(frame, "", rest, flags=re.S)
-    for piece in re.split(r"\n(?=/\*)|(?<=-- \*/)\n|\n\n+", rest):
+    for piece in re.split(r"\n(?=/\*)|(?<=-- \*/)\n|\n\n+(?=\S)", rest):
         if section := re.match(r"/\* -+ (.*?) -* ?\*/$", piece):
             parts.append(f'<h2 id="{slug(section[1])}">{html.escape(section[1])}</h2>')
             continue
