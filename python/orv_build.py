@@ -80,20 +80,37 @@ def get_requires_for_build_wheel(config_settings=None):
     return [] if _numpy_headers() else ["numpy"]
 
 
+def _info_files(tag):
+    """Name -> bytes of a wheel's own folder, but for the list of its files."""
+    info = f"{PROJECT['name']}-{_version()}.dist-info"
+    return {f"{info}/METADATA": _metadata(), f"{info}/LICENSE": (ROOT / "LICENSE").read_bytes(),
+            f"{info}/WHEEL": f"Wheel-Version: 1.0\nGenerator: orv_build\nRoot-Is-Purelib: false\n"
+                             f"Tag: {tag}\n".encode()}
+
+
+def _tag():
+    python = f"cp{sys.version_info.major}{sys.version_info.minor}"
+    return f"{python}-{python}-{re.sub(r'[-.]', '_', sysconfig.get_platform())}"
+
+
+def prepare_metadata_for_build_wheel(metadata_directory, config_settings=None):
+    for name, data in _info_files(_tag()).items():
+        path = pathlib.Path(metadata_directory, name)
+        path.parent.mkdir(exist_ok=True)
+        path.write_bytes(data)
+    return path.parent.name
+
+
 def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
     settings = config_settings or {}
-    python = f"cp{sys.version_info.major}{sys.version_info.minor}"
-    tag = f"{python}-{python}-{re.sub(r'[-.]', '_', sysconfig.get_platform())}"
+    tag = _tag()
     build = ROOT / settings.get("build-dir", f"build/wheel-{tag}")
     with tempfile.TemporaryDirectory() as prefix:
         _installed(build, "build-dir" in settings, prefix)
         files = _package_files(pathlib.Path(prefix))
+    files |= _info_files(tag)
     stem = f"{PROJECT['name']}-{_version()}"
-    info = f"{stem}.dist-info"
-    files |= {f"{info}/METADATA": _metadata(), f"{info}/LICENSE": (ROOT / "LICENSE").read_bytes(),
-              f"{info}/WHEEL": f"Wheel-Version: 1.0\nGenerator: orv_build\nRoot-Is-Purelib: false\n"
-                               f"Tag: {tag}\n".encode()}
-    record = f"{info}/RECORD"
+    record = f"{stem}.dist-info/RECORD"
     files[record] = _record(files, record)
     wheel = f"{stem}-{tag}.whl"
     with zipfile.ZipFile(pathlib.Path(wheel_directory, wheel), "w", zipfile.ZIP_DEFLATED) as archive:
