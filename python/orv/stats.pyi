@@ -52,6 +52,16 @@ class Pooled(NamedTuple):
     group_means: NDArray[Any]
     group_covs: NDArray[Any]
 
+class RobustCovariance(NamedTuple):
+    names: list[str] | None
+    mean: NDArray[Any]
+    cov: NDArray[Any]
+    distances: NDArray[Any]
+
+class Outliers(NamedTuple):
+    flags: NDArray[Any]
+    indices: NDArray[Any]
+
 def describe(x: Any, weights: ArrayLike | None = ..., quantiles: ArrayLike = ...,
              nan_policy: _Policy = ...) -> Description: ...
 
@@ -67,3 +77,8 @@ def pooled(x: Any, groups: ArrayLike, weights: ArrayLike | None = ...,
 
 def partial_cov(x: Any, given: Any, weights: ArrayLike | None = ...,
                 nan_policy: _Policy = ...) -> Any: ...
+
+def robust_cov(x: Any, breakdown: float = ..., rejection: float = ..., max_iterations: int = ...,
+               nan_policy: _Policy = ...) -> RobustCovariance: ...
+
+def outliers(x: Any, alpha: float = ..., centre: str = ..., accuracy: float = ...) -> Outliers: ...

@@ -61,9 +61,9 @@ def test_wheel_holds_no_path_and_what_it_lists(wheel):
 
 
 def test_import_is_quick():
-    """Beyond what NumPy takes; the least of several."""
-    code = ("import numpy, time; s = time.perf_counter(); import orv; "
-            "print(1000 * (time.perf_counter() - s))")
+    """Beyond what NumPy takes, in time of the processor, whatever else the machine does."""
+    code = ("import numpy, time; s = time.process_time(); import orv; "
+            "print(1000 * (time.process_time() - s))")
     times = [float(run(sys.executable, "-c", code, PYTHONPATH=str(BUILD / "python"))) for _ in range(7)]
     assert min(times) < 20, f"{min(times)} ms"
 
