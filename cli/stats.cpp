@@ -42,10 +42,8 @@ void stats(const StatsOptions& options) {
 }
 
 constexpr const char* footer =
-    R"(Input: a CSV file (commas, cells may be quoted, LF or CR LF). A first row without a number is
-taken as a header, and so is one that differs in kind from the columns below it, such as
-country,2020,2021; a note tells of a doubt. A cell is missing if it is empty, NA or nan. Columns
-are given by name or by number from 1. Without --select all columns of numbers are taken: those
+    R"(
+Without --select all columns of numbers are taken: those
 whose first cell that is not missing, among the first 1000 rows, is a number.
 
 Missing cells: drop (default) leaves out each row in which a selected column has one, and tells
@@ -97,8 +95,11 @@ void add_stats_command(CLI::App& app) {
                             std::vector<std::string> words, const char* help) {
     add(name, value, text, help)->check(CLI::IsMember(std::move(words)));
   };
-  add("FILE", options->file, " ", "The file to read; -, the default, is standard input");
-  add("--select", options->select, "COLUMNS", "Only these columns, with commas between");
+  add("FILE", options->input.files, " ", "Files to read; -, the default, is standard input");
+  add_input_options(*command, options->input);
+  add("--select", options->select, "COLUMNS",
+      "Only these columns, with commas between, and ranges: 1,3-5 or x:z");
+  add("--exclude", options->exclude, "COLUMNS", "Not these columns");
   command->add_flag("--cov", options->covariance, "Print the covariance matrix");
   command->add_flag("--cor", options->correlation, "Print the correlation matrix");
   add("--quantiles", options->quantiles, "ORDERS",
@@ -121,8 +122,6 @@ void add_stats_command(CLI::App& app) {
       "with - characters");
   add_word("--missing", options->missing, "WHAT", {"drop", "pairwise", "fail"},
            "What to do about missing cells: drop (default), pairwise or fail");
-  add_word("--header", options->header, "WHETHER", {"auto", "yes", "no"},
-           "Whether the first row is a header: auto (default), yes or no");
   add_word("--format", options->format, "FORMAT", {"table", "csv", "json"},
            "table (default), csv or json");
   add_word("--precision", options->precision, "TYPE", {"d", "s"},
@@ -136,7 +135,7 @@ void add_stats_command(CLI::App& app) {
       sizeof(void*) == 8 ? "Most that is kept of the values, in MiB (default 1024)"
                          : "Most that is kept of the values, in MiB (default 512)")
       ->check(CLI::Range(int64_t{0}, most_memory));
-  command->footer(footer);
+  command->footer(std::string(input_help) + footer);
   command->callback([options] { stats(*options); });
 }
 

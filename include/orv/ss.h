@@ -594,6 +594,25 @@ ORV_API int32_t _zoksSSRobustCovariance(SSTask* task, uint64_t estimates, uint64
 ORV_API int32_t _zokdSSMahDistance(SSTask* task);
 ORV_API int32_t _zoksSSMahDistance(SSTask* task);
 
+/** Quantiles of a stream that is fed block by block and not kept. Each call adds the task's n
+ *  observations (none for n = 0); with SS_METHOD_STREAM_QUERY it then answers the stream_orders
+ * from all that was added so far, with SS_METHOD_STREAM_ADD alone it writes nothing. stream_params
+ * holds one number, epsilon, above 0 and up to 1: a value whose rank is within epsilon N of q N
+ * answers order q, N being the number of values so far. All answers are values of the data, and how
+ * the stream is cut into calls, and the number of threads, change none. Before the first value
+ *  stream_quantiles stays as it was. Answers of the selected variables stand one after another.
+ *
+ *  Segments of the stream, each twice as long as the one before, are summarised one by one (Zhang
+ * and Wang 2007) in about (1 / epsilon) log2(epsilon N)^2 tuples of 24 bytes at most, taken as they
+ *  are needed; while N is below 2 / epsilon, all values are kept and answers are exact. An epsilon
+ * that is changed holds for the segments from then on. The summary is kept with the task and ends
+ * with it; p may not change meanwhile, nor a mask select what the first one left out (SS_BAD_MASK).
+ * A NaN in a variable spoils its answers. After SS_NO_MEMORY part of the block has been added. */
+ORV_API int32_t _zokdSSStreamQuantiles(SSTask* task, uint64_t estimates, uint64_t method,
+                                       const SSThreadServices* services);
+ORV_API int32_t _zoksSSStreamQuantiles(SSTask* task, uint64_t estimates, uint64_t method,
+                                       const SSThreadServices* services);
+
 #ifdef __cplusplus
 }
 #endif
