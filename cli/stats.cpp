@@ -6,7 +6,9 @@
 #include <memory>
 
 #include "commands.hpp"
+#include "distance_plot.hpp"
 #include "error.hpp"
+#include "output.hpp"
 #include "stats_analysis.hpp"
 
 namespace orv_cli {
@@ -21,9 +23,22 @@ void stats(const StatsOptions& options) {
                 options.given.empty() ? "--partial" : "--given",
                 in_quotes(options.partial + options.given));
   }
+  if (options.plot == "-" && options.format != "table") {
+    throw Error("--plot -: characters go with --format table only; a FILE goes with {}, too",
+                options.format);
+  }
+  if (options.robust.empty() && (options.distances || !options.plot.empty())) {
+    throw Error("{}: distances are made by --robust, which is ogk or tbs",
+                options.distances ? "--distances" : "--plot " + in_quotes(options.plot));
+  }
   orv_threads_set_count(options.threads);
-  print_report(options.precision == "s" ? analyse<float>(options) : analyse<double>(options),
-               options.format);
+  const Report report =
+      options.precision == "s" ? analyse<float>(options) : analyse<double>(options);
+  print_report(report, options.format);
+  if (!options.plot.empty() && report.plot) {
+    if (options.plot == "-") write("\n", 1);
+    distance_plot(report.plot->distances, report.plot->cutoff, report.plot->labels, options.plot);
+  }
 }
 
 constexpr const char* footer =
@@ -49,6 +64,8 @@ W is the sum of weights, W2 that of their squares, E the weighted mean:
                    the sum of weights, in ascending order, reaches q W, linear between neighbours
   pooled           the groups' sums of products, over the sum of their W - W2 / W
   partial          covariance of Y given Z: Cyy - Cyz inv(Czz) Czy
+  distance         of a row x from the mean m: root of (x - m)' inv(C) (x - m); the cut-off is
+                   the root of the chi-square quantile 0.975, which 2.5 % of normal rows exceed
 Means, variances and deviations are those of exact arithmetic, rounded once in nearly all cases; the
 others come from updates about the mean. No digit depends on --threads.
 What is not defined, such as the deviation of one value, is shown as -, in CSV as an empty cell,
@@ -64,6 +81,7 @@ Examples:
   orv stats iris.csv --by Species
   orv stats airquality.csv --missing pairwise --cor
   orv stats stackloss.csv --partial stack.loss,Air.Flow --given Water.Temp
+  orv stats stackloss.csv --robust tbs --plot -
   orv random uniform -n 1000000 | orv stats --quantiles 0.01,0.99)";
 
 }  // namespace
@@ -93,6 +111,14 @@ void add_stats_command(CLI::App& app) {
       "Covariance and correlation of these columns, freed from the linear\n"
       "influence of those of --given");
   add("--given", options->given, "COLUMNS", "See --partial");
+  add_word("--robust", options->robust, "METHOD", {"ogk", "tbs"},
+           "Robust mean and covariance of the columns: ogk (orthogonalised pairs,\n"
+           "fast) or tbs (translated biweight S-estimator, more efficient)");
+  command->add_flag("--distances", options->distances,
+                    "Print each row's distance, classical and robust");
+  add("--plot", options->plot, "FILE",
+      "Draw the robust distances and their cut-off line: an SVG picture, or\n"
+      "with - characters");
   add_word("--missing", options->missing, "WHAT", {"drop", "pairwise", "fail"},
            "What to do about missing cells: drop (default), pairwise or fail");
   add_word("--header", options->header, "WHETHER", {"auto", "yes", "no"},

@@ -16,6 +16,7 @@
 #include "error.hpp"
 #include "progress.hpp"
 #include "stats_choice.hpp"
+#include "stats_robust.hpp"
 
 namespace orv_cli {
 namespace {
@@ -111,8 +112,9 @@ class Analysis {
   std::vector<Values> samples_, pairs_;
   std::vector<T> values_;  // of the row in hand, NaN where missing
   T weight_ = 1;
-  std::vector<int64_t> missing_;  // cells of each column
-  std::vector<int64_t> groups_;   // of each row that was kept
+  std::vector<int64_t> missing_;    // cells of each column
+  std::vector<int64_t> groups_;     // of each row that was kept
+  std::vector<int64_t> kept_rows_;  // their numbers, from 1
   std::unordered_map<std::string, int64_t> group_numbers_;
   Strings group_labels_;
   int64_t rows_ = 0, dropped_ = 0, weightless_ = 0;
@@ -157,7 +159,7 @@ template <class T>
 void Analysis<T>::make_samples() {
   const size_t p = values_.size();
   const bool weighted = choice_.weights.has_value();
-  const bool whole = !pairwise_ && (matrix_ || choice_.by);
+  const bool whole = !pairwise_ && (matrix_ || choice_.by || !options_.robust.empty());
   const size_t width = whole ? p : pairwise_ ? 1 : narrow;
   if (pairwise_ && choice_.by) {
     throw Error("--by {}: groups are made of complete rows; allowed are --missing drop and fail",
@@ -167,6 +169,7 @@ void Analysis<T>::make_samples() {
     throw Error("--missing pairwise: matrices of {} columns; allowed are {}, choose with --select",
                 p, most_pairwise);
   }
+  if (!options_.robust.empty()) check_robust(options_);
   if (whole) expect_room(1);
   for (size_t first = 0; first < p; first += width) {
     samples_.emplace_back(std::min(width, p - first), weighted, true);
@@ -250,6 +253,7 @@ void Analysis<T>::check_empty_columns(const CsvRow& row) const {
 
 template <class T>
 void Analysis<T>::take_complete() {
+  if (!options_.robust.empty()) kept_rows_.push_back(rows_);
   const T* next = values_.data();
   for (Values& sample : samples_) {
     sample.add({next, sample.variables()}, weight_);
@@ -324,6 +328,7 @@ void Analysis<T>::for_each_sample(Function function) {
 template <class T>
 void Analysis<T>::leave_values_out() {
   for (const auto& [given, option] : {std::pair(!options_.quantiles.empty(), "--quantiles"),
+                                      std::pair(!options_.robust.empty(), "--robust"),
                                       std::pair(choice_.by.has_value(), "--by")}) {
     if (given) {
       throw Error("{}: the values, which it needs, take more than {} MiB; --memory MIB allows more",
@@ -477,6 +482,9 @@ Report Analysis<T>::report() {
   }
   try {
     report_columns(report);
+    if (!options_.robust.empty()) {
+      report_robust<T>(samples_[0], names(0), kept_rows_, options_, services_, report);
+    }
     report_matrices(report);
   } catch (const std::bad_alloc&) {
     throw Error("out of memory; --memory MIB below {} keeps fewer values", options_.memory);

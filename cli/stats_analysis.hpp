@@ -15,6 +15,9 @@ struct StatsOptions {
   std::string select, weights, by, partial, given;  // columns; empty if not given
   std::string quantiles;                            // empty: quartiles, if there is room
   bool covariance = false, correlation = false;
+  std::string robust;      // ogk or tbs
+  bool distances = false;  // a table of them
+  std::string plot;        // file for a picture of them, or -
   std::string missing = "drop";
   std::string header = "auto";
   std::string format = "table";

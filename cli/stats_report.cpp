@@ -160,11 +160,11 @@ Grid group_grid(const Report& report) {
 
 Grid matrix_grid(const MatrixReport& matrix) {
   const bool correlation = matrix.title.find("orrelation") != std::string::npos;
-  Grid grid = {"", label_texts(matrix.names), label_texts(matrix.names), {}};
-  const size_t p = matrix.names.size();
+  Grid grid = {"", label_texts(matrix.names), label_texts(matrix.heads()), {}};
+  const size_t p = grid.heads.size();
   for (size_t j = 0; j < p; ++j) {
     Strings& cells = grid.cells.emplace_back();
-    for (size_t i = 0; i < p; ++i) {
+    for (size_t i = 0; i < grid.labels.size(); ++i) {
       const double value = matrix.values[i * p + j];
       cells.push_back(correlation || std::isnan(value) ? ratio_text(value)
                                                        : fmt::format("{:.6g}", value));
@@ -193,6 +193,7 @@ std::string as_table(const Report& report) {
   for (const MatrixReport& matrix : report.matrices) {
     text += fmt::format("\n{}\n", one_line(matrix.title));
     append(text, matrix_grid(matrix));
+    if (!matrix.note.empty()) text += matrix.note + '\n';
   }
   return text;
 }
@@ -254,7 +255,7 @@ std::string as_csv(const Report& report) {
   }
   for (const MatrixReport& matrix : report.matrices) {
     Strings heads = {matrix.title};
-    heads.insert(heads.end(), matrix.names.begin(), matrix.names.end());
+    heads.insert(heads.end(), matrix.heads().begin(), matrix.heads().end());
     std::vector<Strings> labels;
     for (const std::string& name : matrix.names) labels.push_back({name});
     append_rows(heads, labels, matrix.values);
@@ -317,9 +318,11 @@ std::string as_json(const Report& report) {
                       {"means", json_rows(groups.results.means, groups.labels.size(), single)}};
   }
   for (const MatrixReport& matrix : report.matrices) {
-    json["matrices"].push_back({{"title", matrix.title},
-                                {"names", matrix.names},
-                                {"values", json_rows(matrix.values, matrix.names.size(), single)}});
+    Json& entry = json["matrices"].emplace_back();
+    entry = {{"title", matrix.title}, {"names", matrix.names}};
+    if (!matrix.columns.empty()) entry["columns"] = matrix.columns;
+    entry["values"] = json_rows(matrix.values, matrix.names.size(), single);
+    if (!matrix.note.empty()) entry["note"] = matrix.note;
   }
   return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
@@ -332,6 +335,9 @@ void print_report(const Report& report, const std::string& format) {
                                              : as_table(report);
   write(text.data(), text.size());
   for (const std::string& note : report.notes) fmt::print(stderr, "orv: note: {}\n", note);
+  for (const MatrixReport& matrix : report.matrices) {
+    if (format == "csv" && !matrix.note.empty()) fmt::print(stderr, "orv: note: {}\n", matrix.note);
+  }
   if (format == "csv" && report.dropped + report.weightless > 0) {
     fmt::print(stderr, "orv: note: {}\n", rows_text(report));
   }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "distance_plot.hpp"
 #include "stats_sample.hpp"
 
 namespace orv_cli {
@@ -22,6 +23,10 @@ struct MatrixReport {
   std::string title;
   std::vector<std::string> names;  // of rows and columns
   Matrix values;
+  std::vector<std::string> columns = {};  // where they have other names than the rows
+  std::string note = {};
+
+  const std::vector<std::string>& heads() const { return columns.empty() ? names : columns; }
 };
 
 struct GroupReport {
@@ -40,6 +45,7 @@ struct Report {
   std::vector<ColumnReport> columns;
   std::optional<GroupReport> groups;
   std::vector<MatrixReport> matrices;
+  std::optional<DistancePlot> plot;
   std::vector<std::string> notes;  // for standard error
 };
 

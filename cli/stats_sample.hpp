@@ -47,6 +47,8 @@ class Sample {
 
   // From the values, for which they have to be kept. -------------------------------------------
 
+  /// One observation after another.
+  std::span<const T> values() const { return values_; }
   int64_t bytes_kept() const;
   int64_t bytes_waiting() const;  // that the next block will add
   void reserve(int64_t observations);

@@ -74,7 +74,7 @@ enum {
   SS_METHOD_FAST = 0x1,     /**< _zokdSSBasic with matrix routines; Minmax, Quantiles, Partial */
   SS_METHOD_ONE_PASS = 0x2, /**< _zokdSSBasic by updates, stable (wins over FAST); Minmax, Pooled */
   SS_METHOD_SPECTRAL_DECOMP = 0x4, /**< _zokdSSCorParametrization: by eigenvalues */
-  SS_METHOD_TBS = 0x8,
+  SS_METHOD_TBS = 0x8,             /**< _zokdSSRobustCovariance */
   SS_METHOD_MULTIPLE_IMPUTATION = 0x10,
   SS_METHOD_BACON = 0x20, /**< _zokdSSOutliersDetection */
   SS_METHOD_STREAM_QUERY = 0x40,
@@ -116,7 +116,7 @@ enum {
   SS_BAD_METHOD = -4029,         /**< the method has none of the bits that this entry takes */
   SS_NULL_GROUP_INDICES = -4030, /**< group indices missing */
   SS_NULL_TASK = -4031,
-  SS_NULL_OBSERVATIONS = -4032,      /**< observations missing, or too few */
+  SS_NULL_OBSERVATIONS = -4032,      /**< observations missing, or too few (robust covariance) */
   SS_NO_POSITIVE_EIGENVALUE = -4033, /**< a covariance matrix that can't be repaired */
   SS_NULL_POOLED_COV = -4034,
   SS_NULL_POOLED_MEAN = -4035,
@@ -158,6 +158,7 @@ enum {
   SS_NULL_PARAMETRIZED_COR = -4071,
   SS_NOT_POSITIVE = -4072,      /**< the matrix has no positive eigenvalue */
   SS_BAD_PARTIAL_INDEX = -4073, /**< no conditioning variable, or none of interest */
+  SS_OGK_FAILED = -5000,      /**< robust covariance: no eigenvectors of the pairs' correlations */
   SS_FACTOR_FAILED = -5010,   /**< the conditioning variables' covariance has no Cholesky factor */
   SS_INVERSE_FAILED = -5011,  /**< it could not be inverted */
   SS_SPECTRUM_FAILED = -5030, /**< the eigenvalues of a correlation matrix did not converge */
@@ -205,17 +206,17 @@ enum {
   SS_PARAM_GROUP_COV_STORAGE,    /**< int */
   SS_PARAM_GROUP_COV,            /**< a matrix for each wanted group */
   SS_PARAM_ROBUST_COV_STORAGE,   /**< int */
-  SS_PARAM_ROBUST_PARAM_COUNT,   /**< int */
-  SS_PARAM_ROBUST_PARAMS,
-  SS_PARAM_ROBUST_COV,
-  SS_PARAM_ROBUST_MEAN,
-  SS_PARAM_OUTLIER_PARAM_COUNT, /**< int */
-  SS_PARAM_OUTLIER_PARAMS,      /**< 3: start method, alpha, accuracy */
-  SS_PARAM_OUTLIER_WEIGHTS,     /**< n: the result */
-  SS_PARAM_ORDER_STATS_STORAGE, /**< int: SS_ROWS or SS_COLUMNS */
-  SS_PARAM_PARTIAL_INDEX_ARRAY, /**< int: p; -1 given, 1 of interest, else no part */
-  SS_PARAM_PARTIAL_COV,         /**< a matrix of the variables of interest */
-  SS_PARAM_PARTIAL_COV_STORAGE, /**< int */
+  SS_PARAM_ROBUST_PARAM_COUNT,   /**< int: 4 */
+  SS_PARAM_ROBUST_PARAMS,        /**< 4, see _zokdSSRobustCovariance; without them the defaults */
+  SS_PARAM_ROBUST_COV,           /**< p by p */
+  SS_PARAM_ROBUST_MEAN,          /**< p */
+  SS_PARAM_OUTLIER_PARAM_COUNT,  /**< int */
+  SS_PARAM_OUTLIER_PARAMS,       /**< 3: start method, alpha, accuracy */
+  SS_PARAM_OUTLIER_WEIGHTS,      /**< n: the result */
+  SS_PARAM_ORDER_STATS_STORAGE,  /**< int: SS_ROWS or SS_COLUMNS */
+  SS_PARAM_PARTIAL_INDEX_ARRAY,  /**< int: p; -1 given, 1 of interest, else no part */
+  SS_PARAM_PARTIAL_COV,          /**< a matrix of the variables of interest */
+  SS_PARAM_PARTIAL_COV_STORAGE,  /**< int */
   SS_PARAM_PARTIAL_COR,
   SS_PARAM_PARTIAL_COR_STORAGE, /**< int */
   SS_PARAM_MISSING_PARAM_COUNT, /**< int */
@@ -440,8 +441,9 @@ ORV_API int32_t __zoksSSEditMtxParametrz(SSTask* task, float* cor, const void* c
  *
  * An element's result has the same bits for every layout, mask, storage and word size, and whatever
  * other variables there are. Where matrix routines of BLAS and LAPACK are used, in _zokdSSBasic
- * with SS_METHOD_FAST and in _zokdSSPartialCovariance, the last bits of covariances and
- * correlations are those of the routines that the processor gets, and are not promised. */
+ * with SS_METHOD_FAST, in _zokdSSPartialCovariance and _zokdSSRobustCovariance, the last bits of
+ * covariances and correlations are those of the routines that the processor gets, and are not
+ * promised. */
 
 /** Moments, covariance and correlation, in one traversal: running weighted means (updates after
  *  West 1979) and a scatter matrix, by the same updates with SS_METHOD_ONE_PASS or by matrix
@@ -499,6 +501,43 @@ ORV_API int32_t _zokdSSPartialCovariance(SSTask* task, uint64_t estimates, uint6
 ORV_API int32_t _zoksSSPartialCovariance(SSTask* task, uint64_t estimates, uint64_t method,
                                          const SSThreadServices* services);
 
+/** Mean and covariance of data of which up to half may be outliers: more than 2 p observations, in
+ *  `robust_mean` and `robust_cov`. Weights and mask are not looked at; data must be finite.
+ *
+ *  The start is the orthogonalised Gnanadesikan-Kettenring estimate (Gnanadesikan and Kettenring
+ *  1972; R. A. Maronna and R. H. Zamar 2002) with the scale of V. J. Yohai and R. H. Zamar (1988),
+ *  re-weighted once: mean and covariance, over their number, of the observations whose distance is
+ *  below the chi-square quantile 0.9, relative to their median. From there the S-estimator with the
+ *  translated biweight (D. M. Rocke 1996) iterates. Up to four `robust_params`, taken if there are
+ *  exactly four; what is out of its range, in parentheses, is the default:
+ *
+ *    0  breakdown point, the part of outliers that it withstands: at most (n - p) / (2 n), the
+ * default 1  asymptotic rejection probability, the part of normal data that gets no weight (above
+ * 0, below 1): 0.001 2  accuracy (above 0): it ends when the square of the mean's way, in the
+ * data's unit, is not above it: 0.001. It has the unit of the data: scale variables to about 1
+ * first, or set it. 3  most iterations, truncated (from 0): 100. With 0 the start is the result. To
+ * reach it is no error.
+ *
+ *  Not every breakdown point goes with every rejection probability: the defaults don't for up to 4
+ *  variables, nor for 30 and more. Then what is beyond the root of the chi-square quantile 1 -
+ *  rejection has no weight, and all else its full weight.
+ *
+ *  A variable of robust scale 0, more than half of whose values are equal, adds nothing to the
+ *  start's distances. Takes room for a copy of the data, and for 4 n numbers for each thread while
+ *  3 n of each fit into 10000000 bytes. Last bits depend on the number of threads that max_threads
+ *  tells, and are those of BLAS and LAPACK.
+ *
+ *  Fails with, in this order: SS_BAD_DIMENSION; SS_NULL_OBSERVATIONS, n not above 2 p;
+ *  SS_NULL_STORAGE, SS_BAD_STORAGE for the observations; SS_NULL_ROBUST_COV; SS_NULL_ROBUST_MEAN;
+ *  SS_NULL_STORAGE, SS_BAD_STORAGE for the result; SS_BAD_METHOD; SS_NO_MEMORY; SS_OGK_FAILED, for
+ *  data that are not finite as well; SS_NO_POSITIVE_EIGENVALUE, SS_EIGENVALUES_FAILED,
+ *  SS_NOT_POSITIVE_DEFINITE or SS_SINGULAR for an estimate that has no inverse; SS_NOT_CONVERGED
+ *  where all weights are 0. Results are not complete then. */
+ORV_API int32_t _zokdSSRobustCovariance(SSTask* task, uint64_t estimates, uint64_t method,
+                                        const SSThreadServices* services);
+ORV_API int32_t _zoksSSRobustCovariance(SSTask* task, uint64_t estimates, uint64_t method,
+                                        const SSThreadServices* services);
+
 /** Outliers by BACON (N. Billor, A. S. Hadi, P. F. Velleman 2000), for p variables and n of 5 p or
  *  more observations. The 5 p nearest to a centre are the first good ones; then, again and again,
  *  those whose Mahalanobis distance from the good ones' mean, by their covariance, is below
@@ -519,9 +558,10 @@ ORV_API int32_t _zoksSSPartialCovariance(SSTask* task, uint64_t estimates, uint6
  *    2  the accuracy, above 0, by default 0.005
  *
  *  Fails with SS_BAD_DIMENSION, SS_BAD_OBSERVATION_COUNT, SS_BAD_STORAGE, SS_NULL_OUTLIER_WEIGHTS,
- *  SS_BAD_METHOD, SS_NULL_OBSERVATIONS; SS_NO_MEMORY; with what __zokdTestCovRank and __zokdInvCov
- *  say to a covariance; with SS_NOT_CONVERGED where no more than 5 p good ones (and not all) were
- *  left, or their number did not settle within 100 rounds. The variable mask is not looked at. */
+ *  SS_BAD_METHOD, SS_NULL_OBSERVATIONS; SS_NO_MEMORY; the statuses of __zokdTestCovRank and
+ *  __zokdInvCov for a covariance; SS_NOT_CONVERGED where no more than 5 p good ones (and not all)
+ * were left, or their number did not settle within 100 rounds. The variable mask is not looked at.
+ */
 ORV_API int32_t _zokdSSOutliersDetection(SSTask* task, uint64_t estimates, uint64_t method,
                                          const SSThreadServices* services);
 ORV_API int32_t _zoksSSOutliersDetection(SSTask* task, uint64_t estimates, uint64_t method,

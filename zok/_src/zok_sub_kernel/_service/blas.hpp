@@ -30,6 +30,9 @@ class MatrixCall {
   void X##gemm_(const char* transa, const char* transb, const int32_t* m, const int32_t* n,        \
                 const int32_t* k, const T* alpha, const T* a, const int32_t* lda, const T* b,      \
                 const int32_t* ldb, const T* beta, T* c, const int32_t* ldc, size_t, size_t);      \
+  void X##spevd_(const char* jobz, const char* uplo, const int32_t* n, T* ap, T* w, T* z,          \
+                 const int32_t* ldz, T* work, const int32_t* lwork, int32_t* iwork,                \
+                 const int32_t* liwork, int32_t* info, size_t, size_t);                            \
   void X##syrk_(const char* uplo, const char* trans, const int32_t* n, const int32_t* k,           \
                 const T* alpha, const T* a, const int32_t* lda, const T* beta, T* c,               \
                 const int32_t* ldc, size_t, size_t);                                               \
@@ -52,6 +55,17 @@ class MatrixCall {
                    int32_t lda, const T* b, int32_t ldb, T beta, T* c, int32_t ldc) {              \
     const MatrixCall call;                                                                         \
     X##gemm_(&transa, &transb, &m, &n, &k, &alpha, a, &lda, b, &ldb, &beta, c, &ldc, 1, 1);        \
+  }                                                                                                \
+  /* Eigenvalues, ascending, and eigenvectors, as the columns of z, of a symmetric matrix whose     \
+  triangle uplo is packed by columns, and destroyed; 0, or how many numbers of an intermediate      \
+  form did not converge. `work` has 1 + 6 n + n^2 elements, `integers` 3 + 5 n. */                  \
+  inline int32_t spevd(char uplo, int32_t n, T* ap, T* values, T* z, T* work, int32_t* integers) { \
+    const char jobz = 'V';                                                                         \
+    const int32_t lwork = 1 + 6 * n + n * n, liwork = 3 + 5 * n;                                   \
+    int32_t info = 0;                                                                              \
+    const MatrixCall call;                                                                         \
+    X##spevd_(&jobz, &uplo, &n, ap, values, z, &n, work, &lwork, integers, &liwork, &info, 1, 1);  \
+    return info;                                                                                   \
   }                                                                                                \
   /* C = alpha A A' + beta C (trans n, A n by k) or alpha A' A + beta C (t, A k by n). */          \
   inline void syrk(char uplo, char trans, int32_t n, int32_t k, T alpha, const T* a, int32_t lda,  \
