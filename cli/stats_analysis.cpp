@@ -16,6 +16,8 @@
 #include "error.hpp"
 #include "progress.hpp"
 #include "stats_choice.hpp"
+#include "stats_correlation.hpp"
+#include "stats_outliers.hpp"
 #include "stats_robust.hpp"
 
 namespace orv_cli {
@@ -53,7 +55,8 @@ class Analysis {
         table_(options.file, header_of(options.header), column_limit()),
         choice_(table_, options),
         pairwise_(options.missing == "pairwise"),
-        matrix_(options.covariance || options.correlation || !options.partial.empty()),
+        matrix_(options.covariance || options.correlation || options.repair_correlation ||
+                !options.partial.empty()),
         values_(choice_.columns.size()),
         missing_(choice_.columns.size()) {
     make_samples();
@@ -159,7 +162,7 @@ template <class T>
 void Analysis<T>::make_samples() {
   const size_t p = values_.size();
   const bool weighted = choice_.weights.has_value();
-  const bool whole = !pairwise_ && (matrix_ || choice_.by || !options_.robust.empty());
+  const bool whole = !pairwise_ && (matrix_ || choice_.by || options_.points());
   const size_t width = whole ? p : pairwise_ ? 1 : narrow;
   if (pairwise_ && choice_.by) {
     throw Error("--by {}: groups are made of complete rows; allowed are --missing drop and fail",
@@ -170,6 +173,7 @@ void Analysis<T>::make_samples() {
                 p, most_pairwise);
   }
   if (!options_.robust.empty()) check_robust(options_);
+  if (options_.outliers || options_.mahalanobis) check_outliers(options_);
   if (whole) expect_room(1);
   for (size_t first = 0; first < p; first += width) {
     samples_.emplace_back(std::min(width, p - first), weighted, true);
@@ -253,7 +257,7 @@ void Analysis<T>::check_empty_columns(const CsvRow& row) const {
 
 template <class T>
 void Analysis<T>::take_complete() {
-  if (!options_.robust.empty()) kept_rows_.push_back(rows_);
+  if (options_.points()) kept_rows_.push_back(rows_);
   const T* next = values_.data();
   for (Values& sample : samples_) {
     sample.add({next, sample.variables()}, weight_);
@@ -327,9 +331,11 @@ void Analysis<T>::for_each_sample(Function function) {
 /// Values are kept for quantiles and groups only.
 template <class T>
 void Analysis<T>::leave_values_out() {
-  for (const auto& [given, option] : {std::pair(!options_.quantiles.empty(), "--quantiles"),
-                                      std::pair(!options_.robust.empty(), "--robust"),
-                                      std::pair(choice_.by.has_value(), "--by")}) {
+  for (const auto& [given, option] :
+       {std::pair(!options_.quantiles.empty(), "--quantiles"),
+        std::pair(!options_.robust.empty(), "--robust"), std::pair(options_.outliers, "--outliers"),
+        std::pair(options_.mahalanobis, "--mahalanobis"),
+        std::pair(choice_.by.has_value(), "--by")}) {
     if (given) {
       throw Error("{}: the values, which it needs, take more than {} MiB; --memory MIB allows more",
                   option, options_.memory);
@@ -450,6 +456,9 @@ template <class T>
 void Analysis<T>::report_matrices(Report& report) {
   if (options_.covariance) report.matrices.push_back({"Covariance", names(0), matrix(false)});
   if (options_.correlation) report.matrices.push_back({"Correlation", names(0), matrix(true)});
+  if (options_.repair_correlation) {
+    report_repaired_correlation<T>(matrix(true), names(0), services_, report);
+  }
   if (!options_.partial.empty()) {
     const Partial partial = partial_covariance<T>(matrix(false), choice_.roles, services_);
     const std::string given = fmt::format(" given {}", fmt::join(names(-1), ", "));
@@ -485,6 +494,10 @@ Report Analysis<T>::report() {
     if (!options_.robust.empty()) {
       report_robust<T>(samples_[0], names(0), kept_rows_, options_, services_, report);
     }
+    if (options_.outliers) {
+      report_outliers<T>(samples_[0], names(0), kept_rows_, options_, services_, report);
+    }
+    if (options_.mahalanobis) report_mahalanobis<T>(samples_[0], kept_rows_, report);
     report_matrices(report);
   } catch (const std::bad_alloc&) {
     throw Error("out of memory; --memory MIB below {} keeps fewer values", options_.memory);

@@ -49,6 +49,8 @@ class Sample {
 
   /// One observation after another.
   std::span<const T> values() const { return values_; }
+  /// Of each observation; none where the sample has none.
+  std::span<const T> weights() const { return weights_; }
   int64_t bytes_kept() const;
   int64_t bytes_waiting() const;  // that the next block will add
   void reserve(int64_t observations);
