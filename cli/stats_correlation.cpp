@@ -35,16 +35,11 @@ double least_eigenvalue(Matrix a, size_t p) {
 
 void expect_finite(const Matrix& correlation, const std::vector<std::string>& names) {
   const size_t p = names.size();
-  for (size_t j = 0; j < p; ++j) {
-    if (!std::isfinite(correlation[j * (p + 1)])) {
-      throw Error("--repair-correlation: {} does not vary; leave it out with --select",
-                  in_quotes(names[j]));
-    }
-  }
   for (size_t k = 0; k < p * p; ++k) {
     if (!std::isfinite(correlation[k])) {
       throw Error(
-          "--repair-correlation: {} and {} have no correlation; leave one out with --select",
+          "--repair-correlation: {} and {} have no correlation, as one does not vary; leave it out "
+          "with --select",
           in_quotes(names[k / p]), in_quotes(names[k % p]));
     }
   }

@@ -168,7 +168,9 @@ TEST(Outliers, Mistakes) {
           {"IN --mahalanobis", dependent, {"--mahalanobis", "depend on each other"}},
           {"IN --outliers --mahalanobis --plot -", few, {"--plot '-'", "one of --robust"}},
           {"IN --mahalanobis --distances", few, {"--distances", "--outliers"}},
-          {"IN --repair-correlation", equal, {"--repair-correlation: 'b' does not vary"}},
+          {"IN --repair-correlation",
+           equal,
+           {"--repair-correlation: 'a' and 'b'", "does not vary"}},
       });
 }
 
