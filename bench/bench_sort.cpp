@@ -6,10 +6,9 @@
 //
 // Results are checked first, and a contender that fails is not timed. Copying is not timed.
 #include <benchmark/benchmark.h>
-#include <orv/sort.h>
-#include <orv/ss.h>
 #include <orv/threads.h>
 #include <stdio.h>
+#include <orv/task.hpp>
 
 #include <algorithm>
 #include <chrono>
@@ -24,22 +23,7 @@ namespace {
 constexpr int quantile_count = 9;
 
 template <class T>
-struct Entries;
-
-#define ORV_ENTRIES(T, t, bits)                                       \
-  template <>                                                         \
-  struct Entries<T> {                                                 \
-    static constexpr const char* name = #T;                           \
-    static constexpr auto sort = __zok##t##QSort;                     \
-    static constexpr auto select = __zok##t##QSortSelect;             \
-    static constexpr auto radix = p8_tebsSortRadixAscend_##bits##f_I; \
-    static constexpr auto new_task = __zok##t##SSNewTask;             \
-    static constexpr auto edit_quantiles = __zok##t##SSEditQuantiles; \
-    static constexpr auto quantiles = _zok##t##SSQuantiles;           \
-  };
-ORV_ENTRIES(double, d, 64)
-ORV_ENTRIES(float, s, 32)
-#undef ORV_ENTRIES
+using Entries = orv::entries<T>;
 
 int faults = 0;
 
@@ -93,7 +77,7 @@ class ArrayContest {
     auto& a = contest.a_;
     contest.add_sorter("std/sort", [&a] { std::sort(a.begin(), a.end()); });
     contest.add_sorter("ours/radix_sort",
-                       [&, n] { Entries<T>::radix(a.data(), contest.work_.data(), n); });
+                       [&, n] { Entries<T>::radix_sort(a.data(), contest.work_.data(), n); });
     contest.add_sorter("ours/quicksort", [&a, n] { Entries<T>::sort(n, a.data()); });
     contest.add_selection("std/median",
                           [&a, n] { std::nth_element(a.begin(), a.begin() + n / 2, a.end()); });

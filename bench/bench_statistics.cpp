@@ -7,10 +7,10 @@
 // "ours/covariance_one_pass" by updates. Results are checked against plain loops first, and a
 // contender that fails is not timed.
 #include <benchmark/benchmark.h>
-#include <orv/ss.h>
 #include <orv/threads.h>
 #include <stdio.h>
 #include <string.h>
+#include <orv/task.hpp>
 
 #include <algorithm>
 #include <memory>
@@ -96,21 +96,7 @@ LazyTruth lazy_truth(const Table<T>& t) {
 // ---- Ours ---------------------------------------------------------------------------------------
 
 template <class T>
-struct Entries;
-#define ORV_ENTRIES(T, t)                                       \
-  template <>                                                   \
-  struct Entries<T> {                                           \
-    static constexpr auto new_task = __zok##t##SSNewTask;       \
-    static constexpr auto edit = __zok##t##SSEditTask;          \
-    static constexpr auto basic = _zok##t##SSBasic;             \
-    static constexpr auto minmax = _zok##t##SSMinmax;           \
-    static constexpr auto pooled = _zok##t##SSPooledCovariance; \
-    static constexpr auto quantiles = _zok##t##SSQuantiles;     \
-    static constexpr auto robust = _zok##t##SSRobustCovariance; \
-  };
-ORV_ENTRIES(double, d)
-ORV_ENTRIES(float, s)
-#undef ORV_ENTRIES
+using Entries = orv::entries<T>;
 
 /// A result, and what it must be.
 struct Result {
@@ -202,7 +188,7 @@ std::vector<Work> all_work(int32_t p) {
       {"covariance", E::basic, SS_EST_COV, fast, {mean, cov}},
       {"covariance_one_pass", E::basic, SS_EST_COV, one_pass, {mean, cov}},
       {"pooled",
-       E::pooled,
+       E::pooled_covariance,
        SS_EST_POOLED,
        one_pass,
        {{SS_PARAM_POOLED_MEAN, &Truth::mean}, {SS_PARAM_POOLED_COV, &Truth::pooled}}}};
@@ -269,8 +255,8 @@ class Robust {
   void run(int32_t threads, bool iterate) {
     orv_threads_set_count(threads);
     parameters_[3] = iterate ? 100 : 0;
-    status_ = Entries<T>::robust(&task_, 0, SS_METHOD_TBS,
-                                 threads == 1 ? orv_threads_serial() : orv_threads_pool());
+    status_ = Entries<T>::robust_covariance(
+        &task_, 0, SS_METHOD_TBS, threads == 1 ? orv_threads_serial() : orv_threads_pool());
   }
   bool verified(const LazyTruth& truth, bool iterate) const {
     if (status_ != SS_OK) return false;
@@ -328,7 +314,7 @@ void add_table(int32_t p, bool rows) {
   for (const Contender& peer : statistics_peers(table, truth)) add(peer, shape + "/1", elements);
   for (const Work& work : all_work<T>(p)) {
     const bool threaded =
-        work.entry == Entries<T>::basic || (work.entry == Entries<T>::pooled && p > 10);
+        work.entry == Entries<T>::basic || (work.entry == Entries<T>::pooled_covariance && p > 10);
     for (int32_t threads = 1; threads <= (threaded ? 2 : 1); ++threads) {
       // Made when it is needed: groups take memory.
       const auto ours = std::make_shared<std::unique_ptr<Ours<T>>>();

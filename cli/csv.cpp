@@ -1,14 +1,10 @@
 #include "csv.hpp"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <emmintrin.h>
 
 #include <algorithm>
-#include <cerrno>
+#include <bit>
 #include <cstring>
-#include <new>
-#include <string_view>
 #include <utility>
 
 #include "error.hpp"
@@ -17,118 +13,221 @@ namespace orv_cli {
 namespace {
 
 constexpr size_t most_text = 1 << 28;  // of a row or piece
+constexpr size_t first_size = 1 << 18;
+constexpr size_t padding = 16;  // that find_stop may read beyond the end
+constexpr size_t most_beginning = 4096;
 
-[[noreturn]] void throw_unreadable(const std::string& name) {
-  throw Error("cannot read {}: {}; give a CSV file, or - for standard input", in_quotes(name),
-              std::strerror(errno));
+bool is_line_end(char c) { return c == '\n' || c == '\r'; }
+
+/// The first of delimiter, line end and quote; one is known to come.
+char* find_stop(char* p, char delimiter) {
+  const __m128i delimiters = _mm_set1_epi8(delimiter), quotes = _mm_set1_epi8('"');
+  const __m128i tabs = _mm_set1_epi8(delimiter == ' ' ? '\t' : delimiter);
+  const __m128i feeds = _mm_set1_epi8('\n'), returns = _mm_set1_epi8('\r');
+  for (;; p += 16) {
+    const __m128i text = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const __m128i between =
+        _mm_or_si128(_mm_cmpeq_epi8(text, delimiters), _mm_cmpeq_epi8(text, tabs));
+    const __m128i ends = _mm_or_si128(_mm_cmpeq_epi8(text, feeds), _mm_cmpeq_epi8(text, returns));
+    const __m128i stops = _mm_or_si128(_mm_or_si128(between, ends), _mm_cmpeq_epi8(text, quotes));
+    const auto mask = static_cast<unsigned>(_mm_movemask_epi8(stops));
+    if (mask != 0) return p + std::countr_zero(mask);
+  }
 }
 
 }  // namespace
 
-CsvReader::CsvReader(const std::string& path, CsvLimit limit)
-    : name_(path == "-" ? "standard input" : one_line(path)),
-      limit_(std::move(limit)),
-      file_(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC)),
-      buffer_(1 << 16) {
-  if (file_ < 0) throw_unreadable(name_);
-  struct stat status;
-  if (fstat(file_, &status) == 0 && S_ISREG(status.st_mode)) size_ = status.st_size;
-  csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI | CSV_REPALL_NL);
-  csv_set_blk_size(&parser_, 4096);
+CsvReader::CsvReader(const std::string& path, CsvLimit limit, CsvFormat format)
+    : source_(path), limit_(std::move(limit)), format_(format), buffer_(first_size + padding) {
+  at_ = end_ = row_begin_ = buffer_.data();
+  *end_ = '\n';
 }
 
-CsvReader::~CsvReader() {
-  csv_free(&parser_);
-  close(file_);
+void CsvReader::fail(const std::string& what) const {
+  throw Error("{}, line {}: {}", name(), line_, what);
 }
 
-/// What comes next, or nothing at the end. A pipe may bring less than the byte order mark at once.
-std::string_view CsvReader::read_some() {
+// ---- Bytes --------------------------------------------------------------------------------------
+
+/// Moves what begins at `keep` to the front, of a larger buffer where it fills most of this one.
+void CsvReader::make_room(char* keep) {
+  const auto kept = static_cast<size_t>(end_ - keep), size = buffer_.size() - padding;
+  std::vector<char> larger;
+  char* front = buffer_.data();
+  if (kept > size / 2) {
+    if (kept > most_text) {
+      fail(fmt::format("a row of more than {} MiB; is a quote left open?", most_text >> 20));
+    }
+    larger.resize(2 * size + padding);
+    front = larger.data();
+  }
+  std::memmove(front, keep, kept);
+  for (std::string_view& cell : row_.cells) cell = {front + (cell.data() - keep), cell.size()};
+  at_ = front + (at_ - keep);
+  end_ = front + kept;
+  row_begin_ = front;
+  if (!larger.empty()) buffer_ = std::move(larger);  // its memory moves with it
+}
+
+void CsvReader::drop_mark() {
   constexpr std::string_view mark = "\xEF\xBB\xBF";
-  const bool at_start = bytes_ == 0;
-  size_t size = 0;
-  for (ssize_t got = 1; got != 0 && size < (at_start ? mark.size() : 1);) {
-    got = read(file_, buffer_.data() + size, buffer_.size() - size);
-    if (got < 0 && errno != EINTR) throw_unreadable(name_);
-    if (got > 0) size += static_cast<size_t>(got);
+  const std::string_view text(at_, static_cast<size_t>(end_ - at_));
+  beginning_ = text.substr(0, most_beginning);
+  if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF")) {
+    fail("the text is UTF-16; 'iconv -f UTF-16 -t UTF-8' makes it readable");
   }
-  bytes_ += static_cast<int64_t>(size);
-  std::string_view text(buffer_.data(), size);
-  if (at_start && text.starts_with(mark)) text.remove_prefix(mark.size());
-  return text;
+  if (text.starts_with(mark)) at_ += mark.size();
 }
 
-void CsvReader::add_cell(std::string_view text) {
-  if (!fault_.empty()) return;
-  if (cell_count_ == limit_.cells) {
-    if (!limit_.in_pieces) {
-      fault_ = fmt::format("a row of more than {} columns{}", limit_.cells, limit_.advice);
-      return;
-    }
-    end_piece();
+/// Reads more behind what a row has so far; false if that is whole, the file being at its end. A
+/// long row is read a buffer at a time, so that no cell of it is looked at often.
+bool CsvReader::fill() {
+  const bool first = bytes_read() == 0;
+  if (at_end_) return false;
+  make_room(in_row_ ? row_begin_ : at_);
+  char* const limit = buffer_.data() + buffer_.size() - padding;
+  const size_t enough = in_row_ && end_ - row_begin_ > static_cast<ptrdiff_t>(first_size / 4)
+                            ? static_cast<size_t>(limit - end_)
+                        : first ? size_t{4}
+                                : size_t{1};
+  for (size_t size = 0; size < enough && !at_end_;) {
+    const size_t got = source_.read(end_, static_cast<size_t>(limit - end_));
+    size += got;
+    end_ += got;
+    at_end_ = got == 0;
   }
-  if (row_count_ == rows_.size()) rows_.emplace_back();
-  CsvRow& row = rows_[row_count_];
-  if (cell_count_ == 0) {
-    row.line = line_;
-    row.first_column = first_column_;
+  if (first) drop_mark();
+  if (at_end_ && (in_row_ || at_ != end_)) *end_++ = '\n';
+  *end_ = '\n';
+  return true;
+}
+
+// ---- Rows ---------------------------------------------------------------------------------------
+
+char* CsvReader::skip_blanks(char* p) const {
+  while (is_blank(*p)) ++p;
+  return p;
+}
+
+/// Passes the line end at at_.
+void CsvReader::end_line() {
+  after_cr_ = *at_++ == '\r';
+  ++line_;
+}
+
+/// Blank lines and comments before a row; false if what is there ends too soon to tell.
+bool CsvReader::skip_empty_lines() {
+  for (;;) {
+    if (after_cr_ && at_ != end_) {
+      at_ += *at_ == '\n';
+      after_cr_ = false;
+    }
+    char* p = skip_blanks(at_);
+    if (format_.comment != 0 && *p == format_.comment) p = std::find_if(p, end_, is_line_end);
+    if (p == end_) return false;
+    if (!is_line_end(*p)) return true;
+    at_ = p;
+    end_line();
   }
-  if (cell_count_ == row.cells.size()) row.cells.emplace_back();
-  row.cells[cell_count_++] = text;
-  text_size_ += text.size();
-  line_ += std::ranges::count(text, '\n');
-  after_cr_ = false;
 }
 
-void CsvReader::end_piece() {
-  rows_[row_count_++].cells.resize(cell_count_);
-  first_column_ += cell_count_;
-  cell_count_ = text_size_ = 0;
-}
-
-/// After the last cell of a row, and for blank lines. CR LF comes as two ends.
-void CsvReader::end_line(int terminator) {
-  if (!fault_.empty()) return;
-  if (!(terminator == '\n' && after_cr_)) ++line_;
-  after_cr_ = terminator == '\r';
-  if (cell_count_ > 0) end_piece();
-  first_column_ = 0;
-}
-
-/// Parses what comes next, until at least one row is whole.
-void CsvReader::fill() {
-  const auto take_cell = [](void* text, size_t size, void* reader) {
-    static_cast<CsvReader*>(reader)->add_cell({static_cast<char*>(text), size});
-  };
-  const auto take_end = [](int terminator, void* reader) {
-    static_cast<CsvReader*>(reader)->end_line(terminator);
-  };
-  if (cell_count_ > 0) std::swap(rows_[0], rows_[row_count_]);  // begun, to be gone on with
-  row_count_ = next_row_ = 0;
-  while (row_count_ == 0 && !at_end_) {
-    const std::string_view text = read_some();
-    at_end_ = text.empty();
-    const bool good = at_end_ ? csv_fini(&parser_, take_cell, take_end, this) == 0
-                              : csv_parse(&parser_, text.data(), text.size(), take_cell, take_end,
-                                          this) == text.size();
-    if (!good && csv_error(&parser_) == CSV_ENOMEM) throw std::bad_alloc();
-    if (!good && fault_.empty()) {
-      fault_ = at_end_ ? "a quote is opened and not closed"
-                       : "a quote within a cell, or text after the closing quote; a quote within a "
-                         "cell in quotes is doubled";
+/// The text of the cell whose opening quote is at p, without its quotes; where it goes on behind
+/// it, or null if it ends too soon.
+char* CsvReader::parse_quoted(char* p, std::string_view& cell) {
+  char* const begin = ++p;
+  bool doubled = false;
+  for (;; p += 2, doubled = true) {
+    p = static_cast<char*>(std::memchr(p, '"', static_cast<size_t>(end_ - p)));
+    if (p == nullptr || p + 1 == end_) return nullptr;
+    if (p[1] != '"') break;
+  }
+  char* const after = skip_blanks(p + 1);
+  if (after == end_) return nullptr;
+  const bool follows = is_line_end(*after) || *after == format_.delimiter ||
+                       (format_.delimiter == ' ' && after != p + 1);
+  if (!follows) {
+    fail(
+        "a quote within a cell, or text after the closing quote; a quote within a cell in quotes "
+        "is doubled");
+  }
+  line_ += std::count(begin, p, '\n');
+  char* text_end = p;
+  if (doubled) {
+    text_end = begin;
+    for (const char* from = begin; from != p; ++from) {
+      *text_end++ = *from;
+      from += *from == '"';
     }
-    if (text_size_ + parser_.entry_pos > most_text && fault_.empty()) {
-      fault_ = fmt::format("a row of more than {} MiB; is a quote left open?", most_text >> 20);
+  }
+  cell = {begin, static_cast<size_t>(text_end - begin)};
+  return after;
+}
+
+/// Adds the cell at at_, which then is at what ends it; false if it ends too soon.
+bool CsvReader::parse_cell() {
+  char* const begin = skip_blanks(at_);
+  std::string_view cell;
+  char* stop;
+  if (*begin == '"') {
+    stop = parse_quoted(begin, cell);
+    if (stop == nullptr) return false;
+  } else {
+    stop = find_stop(begin, format_.delimiter);
+    if (stop == end_) return false;
+    if (*stop == '"') {
+      fail(
+          "a quote within a cell, or text after the closing quote; a quote within a cell in "
+          "quotes is doubled");
     }
-    at_end_ |= !fault_.empty();
+    char* text_end = stop;
+    while (text_end != begin && is_blank(text_end[-1])) --text_end;
+    cell = {begin, static_cast<size_t>(text_end - begin)};
+  }
+  if (format_.delimiter == ' ') {  // those before a line's end are none
+    stop = skip_blanks(stop);
+    if (stop == end_) return false;
+    if (!is_line_end(*stop)) --stop;
+  }
+  row_.cells.push_back(cell);
+  at_ = stop;
+  return true;
+}
+
+/// Goes on with the row that at_ is in; false if it ends too soon.
+bool CsvReader::parse_row() {
+  for (;;) {
+    if (row_.cells.size() == limit_.cells) {
+      if (limit_.in_pieces) return true;
+      fail(fmt::format("a row of more than {} columns{}", limit_.cells, limit_.advice));
+    }
+    if (!parse_cell()) return false;
+    if (is_line_end(*at_)) {
+      in_row_ = false;
+      end_line();
+      return true;
+    }
+    ++at_;
   }
 }
 
 const CsvRow* CsvReader::next() {
-  if (next_row_ == row_count_) fill();
-  if (next_row_ < row_count_) return &rows_[next_row_++];
-  if (fault_.empty()) return nullptr;
-  throw Error("{}, line {}: {}", name_, line_, fault_);
+  if (in_row_) {  // a piece of it was given
+    row_.first_column += row_.cells.size();
+    row_begin_ = at_;
+  }
+  row_.cells.clear();
+  for (;;) {
+    if (!in_row_ && skip_empty_lines()) {
+      in_row_ = true;
+      row_.line = line_;
+      row_.first_column = 0;
+      row_begin_ = at_;
+    }
+    if (in_row_ && parse_row()) return &row_;
+    if (fill()) continue;
+    if (!in_row_) return nullptr;
+    fail("a quote is opened and not closed");
+  }
 }
 
 }  // namespace orv_cli

@@ -1,17 +1,17 @@
-// Reads a file of comma-separated cells, row by row.
+// Reads a file of cells with commas or the like between, row by row.
 #pragma once
-
-#include <csv.h>
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "bytes.hpp"
+
 namespace orv_cli {
 
 struct CsvRow {
-  std::vector<std::string> cells;
+  std::vector<std::string_view> cells;
   int64_t line = 0;         // where the row begins, from 1
   size_t first_column = 0;  // of the cells, from 0: above it where a row comes in pieces
 };
@@ -23,46 +23,53 @@ struct CsvLimit {
   std::string advice;      // on how to allow more
 };
 
-/// Cells may stand in double quotes, which then may hold commas, line ends and doubled quotes.
+struct CsvFormat {
+  char delimiter = ',';  // a blank stands for any number of blanks and tabs
+  char comment = 0;      // begins a line that is passed over; 0: there are none
+};
+
+/// Cells may stand in double quotes, which then may hold delimiters, line ends and doubled quotes.
 /// Lines end in LF, CR LF or CR; blanks around a cell, blank lines and a byte order mark are passed
 /// over.
 class CsvReader {
  public:
   /// "-" is standard input.
-  CsvReader(const std::string& path, CsvLimit limit);
-  ~CsvReader();
-  CsvReader(const CsvReader&) = delete;
-  CsvReader& operator=(const CsvReader&) = delete;
+  CsvReader(const std::string& path, CsvLimit limit, CsvFormat format = {});
 
   /// The next row or piece, valid until the next call; null at the end of the file.
   const CsvRow* next();
 
-  const std::string& name() const { return name_; }
-  int64_t bytes_read() const { return bytes_; }
-  int64_t bytes_in_all() const { return size_; }  // 0 where that is not known
+  const std::string& name() const { return source_.name(); }
+  int64_t bytes_read() const { return source_.bytes_read(); }
+  int64_t bytes_in_all() const { return source_.bytes_in_all(); }  // 0 where that is not known
+
+  /// What the file begins with, some lines of it.
+  std::string_view beginning() const { return beginning_; }
 
  private:
-  std::string_view read_some();
-  void fill();
-  void add_cell(std::string_view text);
-  void end_line(int terminator);
-  void end_piece();
+  bool is_blank(char c) const { return c == ' ' || (c == '\t' && format_.delimiter != '\t'); }
+  char* skip_blanks(char* p) const;
+  bool skip_empty_lines();
+  bool parse_row();
+  bool parse_cell();
+  char* parse_quoted(char* p, std::string_view& cell);
+  void end_line();
+  bool fill();
+  void make_room(char* keep);
+  void drop_mark();
+  [[noreturn]] void fail(const std::string& what) const;
 
-  std::string name_;
+  ByteSource source_;
   CsvLimit limit_;
-  int file_;
-  csv_parser parser_;
+  CsvFormat format_;
   std::vector<char> buffer_;
-  std::vector<CsvRow> rows_;             // parsed ahead; their strings are used again
-  size_t row_count_ = 0, next_row_ = 0;  // of them
-  size_t cell_count_ = 0;                // of the row in the making, or of its last piece
-  size_t text_size_ = 0;                 // of these cells
-  size_t first_column_ = 0;              // of that piece
-  int64_t line_ = 1;
+  char *at_, *end_;  // what is not parsed yet; *end_ is a line end, to stop at
+  char* row_begin_;  // of the row in the making
+  CsvRow row_;
+  bool in_row_ = false;  // cells of it were found
   bool after_cr_ = false, at_end_ = false;
-  std::string fault_;  // that ends the file in line_, after the rows parsed ahead
-  int64_t bytes_ = 0;
-  int64_t size_ = 0;
+  int64_t line_ = 1;
+  std::string beginning_;
 };
 
 }  // namespace orv_cli

@@ -3,6 +3,7 @@
 
 #include <deque>
 
+#include "cells.hpp"
 #include "csv.hpp"
 
 namespace orv_cli {
@@ -11,9 +12,10 @@ namespace orv_cli {
 enum class FirstRow { data, rather_data, rather_names, names };
 
 /// By its own cells and those below it. A row without numbers has names, and rather so has one
-/// - with a text that stands above numbers only, or
+/// - with a text that stands above numbers only, or a number above texts only, or
 /// - whose numbers all differ in kind from those below them, as years or other whole numbers above
-///   fractions do, and that has a text, an empty corner or several years.
-FirstRow first_row_is(const CsvRow& first, const std::deque<CsvRow>& below);
+///   fractions do, and that has a text, an empty corner, several years or column numbers.
+FirstRow first_row_is(const CsvRow& first, const std::deque<CsvRow>& below,
+                      const CellFormat& format);
 
 }  // namespace orv_cli

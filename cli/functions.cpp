@@ -4,11 +4,10 @@
 #include <orv/qem.h>
 
 #include <algorithm>
-#include <cctype>
-#include <numeric>
 #include <utility>
 
 #include "error.hpp"
+#include "suggest.hpp"
 
 namespace orv_cli {
 namespace {
@@ -45,27 +44,6 @@ constexpr Figure figures[] = {
 #include "qem/_bt_gen_ia32/accuracy.def"
 };
 
-std::string lower(std::string_view text) {
-  std::string result(text);
-  for (char& c : result) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return result;
-}
-
-/// Fewest insertions, deletions and changes of a character that lead from one text to the other.
-size_t edit_distance(std::string_view from, std::string_view to) {
-  std::vector<size_t> row(to.size() + 1);
-  std::iota(row.begin(), row.end(), size_t{0});
-  for (size_t i = 0; i < from.size(); ++i) {
-    size_t diagonal = std::exchange(row[0], i + 1);
-    for (size_t j = 0; j < to.size(); ++j) {
-      const size_t change = diagonal + (from[i] != to[j]);
-      diagonal = row[j + 1];
-      row[j + 1] = std::min({row[j] + 1, diagonal + 1, change});
-    }
-  }
-  return row.back();
-}
-
 std::vector<std::string_view> names_if(auto&& wanted) {
   std::vector<std::string_view> names;
   for (const Function& f : functions()) {
@@ -75,13 +53,8 @@ std::vector<std::string_view> names_if(auto&& wanted) {
 }
 
 [[noreturn]] void throw_unknown(std::string_view text) {
-  const std::string wanted = lower(text);
-  const auto is_close = [&](const Function& f) {
-    const size_t allowed = wanted.size() < 4 ? 1 : 2;
-    return std::min(edit_distance(wanted, lower(f.name)),
-                    edit_distance(wanted, lower(f.full_name()))) <= allowed;
-  };
-  const auto close = names_if(is_close);
+  const auto close = names_if(
+      [&](const Function& f) { return is_close(text, f.name) || is_close(text, f.full_name()); });
   if (!close.empty()) {
     throw Error("no function {}; did you mean {}? 'orv info' lists all", in_quotes(text),
                 fmt::join(close, ", "));

@@ -44,8 +44,7 @@ constexpr ScalarOption scalar_options[] = {
 
 struct Options {
   std::string function, level, type, column, second, mode;
-  std::string file = "-";
-  std::string header = "auto";
+  InputOptions input;
   std::string missing = "fail";
   std::string scalars[std::size(scalar_options)];
   bool errors = false;
@@ -317,16 +316,19 @@ template <class T>
 void run(const Function& f, int32_t slot, const Options& options) {
   const std::vector<double> scalars = scalars_of<T>(f, options);
   const std::vector<std::string> columns = argument_columns(f, options, scalars);
-  ColumnReader reader(options.file, columns, header_of(options.header),
-                      missing_of(options.missing));
+  ColumnReader reader(input_of(options.input), columns, missing_of(options.missing));
   const orv_call::Kernel& kernel = f.table[slot];
-  Progress progress(reader.file().bytes_in_all());
+  Progress progress(reader.table().bytes_in_all());
   Chunk<T> chunk;
   while (read(reader, kernel.signature, columns.empty(), chunk)) {
     reporting = {&f, chunk.start, &chunk.lines};
     apply(kernel, scalars, chunk);
     print(chunk, kernel.signature);
-    progress.update(reader.file().bytes_read());
+    progress.update(reader.table().bytes_read());
+  }
+  if (reader.texts() > 0) {
+    fmt::print(stderr, "orv: note: {} cells with text are taken as missing; the first is {}{}\n",
+               reader.texts(), reader.first_text(), reader.table().hint());
   }
   if (!reader.note().empty()) fmt::print(stderr, "orv: note: {}\n", reader.note());
 }
@@ -345,11 +347,9 @@ void math(const Options& options) {
 }
 
 constexpr const char* footer =
-    R"(Input: a CSV file (commas, cells may be quoted, LF or CR LF). A first row without a number is
-taken as a header, and so is one that differs in kind from the columns below it, such as
-country,2020,2021; a note tells of a doubt. Without --column every number of the input is taken in
-the order read; white space or commas part them. Blank lines are passed over. A cell is missing if
-it is empty or NA; the words nan and inf are numbers. Complex numbers are 3+4i or, in quotes, "3,4";
+    R"(
+Without --column every number of the input is taken in the order read; white space or commas part
+them. The words nan and inf are numbers. Complex numbers are 3+4i or, in quotes, "3,4";
 those of a function's only argument may have a column for each part, and without --column two numbers
 of a line are the parts of one.
 
@@ -383,8 +383,10 @@ void add_math_command(CLI::App& app) {
       "Its name, such as Exp or, with its type, dExp; 'orv info' lists all")
       ->required()
       ->option_text(" ");
-  add("FILE", options->file, "The file to read; -, the default, is standard input")
+  command
+      ->add_option("FILE", options->input.files, "Files to read; -, the default, is standard input")
       ->option_text(" ");
+  add_input_options(*command, options->input);
   add("--level", options->level, "Accuracy: la, ha or ep (default: that of the mode word)")
       ->transform(one_of({"la", "ha", "ep"}))
       ->option_text("LEVEL");
@@ -407,9 +409,6 @@ void add_math_command(CLI::App& app) {
       "passes its row over, nan computes with NaN")
       ->transform(one_of({"fail", "skip", "nan"}))
       ->option_text("WHAT");
-  add("--header", options->header, "Whether the first row is a header: auto (default), yes or no")
-      ->transform(one_of({"auto", "yes", "no"}))
-      ->option_text("WHETHER");
   command->add_flag("--errors", options->errors,
                     "List each reported element on standard error, before the results\n"
                     "around it: code, index from 0 among the elements read, line of the\n"
@@ -419,7 +418,7 @@ void add_math_command(CLI::App& app) {
       "such as QEM_LA,QEM_ERRMODE_STDERR\n"
       "(default: QEM_HA,QEM_ERRMODE_DEFAULT)")
       ->option_text("TOKENS");
-  command->footer(footer);
+  command->footer(std::string(input_help) + footer);
   command->callback([options] { math(*options); });
 }
 

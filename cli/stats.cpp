@@ -54,10 +54,8 @@ void stats(const StatsOptions& options) {
 }
 
 constexpr const char* footer =
-    R"(Input: a CSV file (commas, cells may be quoted, LF or CR LF). A first row without a number is
-taken as a header, and so is one that differs in kind from the columns below it, such as
-country,2020,2021; a note tells of a doubt. A cell is missing if it is empty, NA or nan. Columns
-are given by name or by number from 1. Without --select all columns of numbers are taken: those
+    R"(
+Without --select all columns of numbers are taken: those
 whose first cell that is not missing, among the first 1000 rows, is a number.
 
 Missing cells: drop (default) leaves out each row in which a selected column has one, and tells
@@ -87,8 +85,8 @@ others come from updates about the mean. No digit depends on --threads.
 What is not defined, such as the deviation of one value, is shown as -, in CSV as an empty cell,
 in JSON as null. Infinities are inf and -inf, in JSON the strings "inf" and "-inf".
 
-The file is read once, in blocks, and may be larger than memory. Quantiles and --by need all
-values: beyond --memory quartiles are left out, and --quantiles and --by stop.
+The file is read once, in blocks, and may be larger than memory. Quantiles, --by and --robust need
+all values: beyond --memory quartiles are left out, and --quantiles, --by and --robust stop.
 
 CSV output: a table of the columns; groups and matrices follow, each after a blank line and with
 its title as the head of its first column. CSV and JSON have all digits.
@@ -115,8 +113,11 @@ void add_stats_command(CLI::App& app) {
                             std::vector<std::string> words, const char* help) {
     add(name, value, text, help)->check(CLI::IsMember(std::move(words)));
   };
-  add("FILE", options->file, " ", "The file to read; -, the default, is standard input");
-  add("--select", options->select, "COLUMNS", "Only these columns, with commas between");
+  add("FILE", options->input.files, " ", "Files to read; -, the default, is standard input");
+  add_input_options(*command, options->input);
+  add("--select", options->select, "COLUMNS",
+      "Only these columns, with commas between, and ranges: 1,3-5 or x:z");
+  add("--exclude", options->exclude, "COLUMNS", "Not these columns");
   command->add_flag("--cov", options->covariance, "Print the covariance matrix");
   command->add_flag("--cor", options->correlation, "Print the correlation matrix");
   add("--quantiles", options->quantiles, "ORDERS",
@@ -151,8 +152,6 @@ void add_stats_command(CLI::App& app) {
       "cut-off line: an SVG picture, or with - characters");
   add_word("--missing", options->missing, "WHAT", {"drop", "pairwise", "fail"},
            "What to do about missing cells: drop (default), pairwise or fail");
-  add_word("--header", options->header, "WHETHER", {"auto", "yes", "no"},
-           "Whether the first row is a header: auto (default), yes or no");
   add_word("--format", options->format, "FORMAT", {"table", "csv", "json"},
            "table (default), csv or json");
   add_word("--precision", options->precision, "TYPE", {"d", "s"},
@@ -166,7 +165,7 @@ void add_stats_command(CLI::App& app) {
       sizeof(void*) == 8 ? "Most that is kept of the values, in MiB (default 1024)"
                          : "Most that is kept of the values, in MiB (default 512)")
       ->check(CLI::Range(int64_t{0}, most_memory));
-  command->footer(footer);
+  command->footer(std::string(input_help) + footer);
   command->callback([options] { stats(*options); });
 }
 

@@ -52,7 +52,7 @@ class Analysis {
       : options_(options),
         services_(orv_threads_reproducible()),
         orders_(orders_of(options.quantiles)),
-        table_(options.file, header_of(options.header), column_limit()),
+        table_(input_of(options.input), column_limit()),
         choice_(table_, options),
         pairwise_(options.missing == "pairwise"),
         matrix_(options.covariance || options.correlation || options.repair_correlation ||
@@ -63,12 +63,12 @@ class Analysis {
   }
 
   Report run() {
-    Progress progress(table_.file().bytes_in_all(), Progress::Results::at_the_end);
+    Progress progress(table_.bytes_in_all(), Progress::Results::at_the_end);
     while (const CsvRow* row = table_.next()) {
       take(*row);
       if (++waiting_ < block_rows_) continue;
       take_block();
-      progress.update(table_.file().bytes_read());
+      progress.update(table_.bytes_read());
     }
     take_block();
     return report();
@@ -124,6 +124,8 @@ class Analysis {
   double weight_sum_ = 0;
   int64_t waiting_ = 0, block_rows_ = 0;
   bool keeps_values_ = true, made_room_ = false;
+  int64_t texts_ = 0;  // cells with text, taken as missing
+  std::string first_text_;
 };
 
 /// What a column, and an element of the matrices, takes on its way from the cell to the report. A
@@ -189,17 +191,25 @@ void Analysis<T>::make_samples() {
 
 // ---- Rows ---------------------------------------------------------------------------------------
 
-/// NaN if it is missing.
+/// NaN if it is missing, or a text below numbers.
 template <class T>
 T Analysis<T>::cell(const CsvRow& row, size_t column) {
-  const std::string& text = row.cells[column];
-  const T value = is_missing(text) ? std::numeric_limits<T>::quiet_NaN()
-                                   : table_.number<T>(text, row.line, column);
-  if (std::isnan(value) && options_.missing == "fail") {
-    throw Error("{}: the cell is {}; a number is needed, or --missing drop or pairwise",
-                table_.place(row.line, column), text.empty() ? "empty" : text);
+  const std::string_view text = row.cells[column];
+  T value;
+  const CellFormat::Kind kind = table_.format().read(text, value);
+  if (kind == CellFormat::Kind::number && !std::isnan(value)) {
+    return std::isinf(value) ? table_.number<T>(text, row.line, column) : value;
   }
-  return value;
+  const bool is_text = kind == CellFormat::Kind::text;
+  if (options_.missing == "fail") {
+    if (is_text) throw Error("{}", table_.no_number(text, row.line, column));
+    throw Error("{}: the cell is {}; a number is needed, or another --missing",
+                table_.place(row.line, column), text.empty() ? "empty" : one_line(text));
+  }
+  if (is_text && texts_++ == 0) {
+    first_text_ = fmt::format("{}: {}", table_.place(row.line, column), in_quotes(text));
+  }
+  return std::numeric_limits<T>::quiet_NaN();
 }
 
 /// False if the row has no part in anything.
@@ -222,8 +232,8 @@ bool Analysis<T>::take_weight(const CsvRow& row) {
 /// False if the row's group is missing.
 template <class T>
 bool Analysis<T>::take_group(const CsvRow& row) {
-  const std::string& label = row.cells[*choice_.by];
-  if (is_missing(label)) {
+  const std::string label(row.cells[*choice_.by]);
+  if (table_.is_missing(label)) {
     if (options_.missing == "fail") {
       throw Error("{}: the cell is {}; a group is needed, or --missing drop",
                   table_.place(row.line, *choice_.by), label.empty() ? "empty" : label);
@@ -246,7 +256,7 @@ bool Analysis<T>::take_group(const CsvRow& row) {
 template <class T>
 void Analysis<T>::check_empty_columns(const CsvRow& row) const {
   for (const size_t column : choice_.empty) {
-    if (!is_missing(row.cells[column])) {
+    if (!table_.is_missing(row.cells[column])) {
       throw Error(
           "{}: the first cell of this column that is not empty; name it with --select, or "
           "the others to leave it out",
@@ -352,10 +362,10 @@ void Analysis<T>::make_room() {
   for (const Values& sample : samples_) bytes += sample.bytes_kept() + sample.bytes_waiting();
   const int64_t limit = options_.memory << 20;
   if (bytes > limit) return leave_values_out();
-  const double whole = static_cast<double>(table_.file().bytes_in_all());
+  const double whole = static_cast<double>(table_.bytes_in_all());
   if (made_room_ || whole == 0) return;
   made_room_ = true;
-  const double part = static_cast<double>(table_.file().bytes_read()) / whole;
+  const double part = static_cast<double>(table_.bytes_read()) / whole;
   const double rows = static_cast<double>(rows_) / part * 1.02 + 1000;
   if (static_cast<double>(bytes) / part * 1.02 > static_cast<double>(limit)) return;
   for (Values& sample : samples_) sample.reserve(static_cast<int64_t>(rows));
@@ -481,6 +491,11 @@ Report Analysis<T>::report() {
   Report report;
   report.file = table_.file().name();
   report.notes = choice_.notes;
+  if (texts_ > 0) {
+    report.notes.push_back(
+        fmt::format("cells with text that are taken as missing: {}, the first in {}{}", texts_,
+                    first_text_, table_.hint()));
+  }
   report.rows = rows_;
   report.dropped = dropped_;
   report.weightless = weightless_;

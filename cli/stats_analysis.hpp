@@ -6,14 +6,15 @@
 #include <string>
 #include <vector>
 
+#include "input.hpp"
 #include "stats_report.hpp"
 
 namespace orv_cli {
 
 struct StatsOptions {
-  std::string file = "-";
-  std::string select, weights, by, partial, given;  // columns; empty if not given
-  std::string quantiles;                            // empty: quartiles, if there is room
+  InputOptions input;
+  std::string select, exclude, weights, by, partial, given;  // columns; empty if not given
+  std::string quantiles;                                     // empty: quartiles, if there is room
   bool covariance = false, correlation = false;
   std::string robust;  // ogk or tbs
   bool outliers = false, mahalanobis = false, repair_correlation = false;
@@ -22,7 +23,6 @@ struct StatsOptions {
   bool distances = false;         // a table of them
   std::string plot;               // file for a picture of them, or -
   std::string missing = "drop";
-  std::string header = "auto";
   std::string format = "table";
   std::string precision = "d";
   int64_t memory = 0;  // MiB

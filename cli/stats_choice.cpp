@@ -10,19 +10,6 @@
 
 namespace orv_cli {
 
-Strings parts_of(const std::string& text) {
-  Strings parts;
-  for (size_t start = 0; start <= text.size();) {
-    const size_t end = std::min(text.find(',', start), text.size());
-    std::string part = text.substr(start, end - start);
-    part.erase(0, part.find_first_not_of(" \t"));
-    part.erase(part.find_last_not_of(" \t") + 1);
-    parts.push_back(std::move(part));
-    start = end + 1;
-  }
-  return parts;
-}
-
 Choice::Choice(const Table& table, const StatsOptions& options) : table_(table) {
   if (table.head().empty()) throw Error("{} holds no number, only names", table.file().name());
   if (!table.note().empty()) notes.push_back(table.note());
@@ -30,10 +17,17 @@ Choice::Choice(const Table& table, const StatsOptions& options) : table_(table) 
   by = find(options.by, "--by");
   const auto partial = find_all(options.partial, "--partial");
   const auto given = find_all(options.given, "--given");
+  excluded_ = find_all(options.exclude, "--exclude");
   if (options.select.empty()) {
     choose_numeric();
   } else {
-    for (const size_t c : find_all(options.select, "--select")) add(c, "--select");
+    for (const size_t c : find_all(options.select, "--select")) {
+      if (std::ranges::count(excluded_, c) == 0) add(c, "--select");
+    }
+    if (columns.empty()) {
+      throw Error("--exclude {}: no column is left of --select {}", in_quotes(options.exclude),
+                  in_quotes(options.select));
+    }
   }
   roles.assign(columns.size(), 0);
   set_roles(partial, "--partial", 1);
@@ -58,34 +52,41 @@ std::optional<size_t> Choice::find(const std::string& column, std::string_view o
 }
 
 std::vector<size_t> Choice::find_all(const std::string& list, std::string_view option) const {
-  std::vector<size_t> found;
-  if (list.empty()) return found;
-  if (std::ranges::count(table_.names(), list) == 1) return {table_.find_column(list, option)};
-  for (const std::string& part : parts_of(list)) {
-    found.push_back(table_.find_column(part, option));
-  }
-  return found;
+  return table_.find_columns(list, option);
 }
 
 void Choice::add(size_t column, std::string_view option) {
   if (std::ranges::count(columns, column) > 0) {
     throw Error("{}: {} is named twice", option, in_quotes(name(column)));
   }
+  expect_numbers(column);
   columns.push_back(column);
+}
+
+/// The first of the rows to come that have something in the column, or null.
+const CsvRow* Choice::first_row_with(size_t column) const {
+  const std::deque<CsvRow>& head = table_.head();
+  const auto row = std::ranges::find_if(
+      head, [&](const CsvRow& r) { return !table_.is_missing(r.cells[column]); });
+  return row == head.end() ? nullptr : &*row;
+}
+
+/// A text below numbers may be a missing one, but a column that begins with one holds text.
+void Choice::expect_numbers(size_t column) const {
+  const CsvRow* const row = first_row_with(column);
+  if (row != nullptr) table_.number<double>(row->cells[column], row->line, column);
 }
 
 /// By its first cell that is not missing.
 void Choice::choose_numeric() {
-  const std::deque<CsvRow>& head = table_.head();
   Strings texts, names;
   for (size_t column = 0; column < table_.width(); ++column) {
-    if (column == weights || column == by) continue;
-    const auto row =
-        std::ranges::find_if(head, [&](const CsvRow& r) { return !is_missing(r.cells[column]); });
+    if (column == weights || column == by || std::ranges::count(excluded_, column) > 0) continue;
+    const CsvRow* const row = first_row_with(column);
     double value;
-    if (row == head.end()) {
+    if (row == nullptr) {
       empty.push_back(column);
-    } else if (parse(row->cells[column], value)) {
+    } else if (table_.format().parse(row->cells[column], value)) {
       columns.push_back(column);
     } else {
       texts.push_back(fmt::format("{} ({}, line {})", one_line(name(column), 40),
@@ -98,7 +99,8 @@ void Choice::choose_numeric() {
     notes.push_back(fmt::format("left out, as they {}: {}", why, fmt::join(*list, ", ")));
   }
   if (columns.empty()) {
-    throw Error("{} has no column of numbers; {}", table_.file().name(), fmt::join(notes, "; "));
+    throw Error("{} has no column of numbers; {}{}", table_.file().name(), fmt::join(notes, "; "),
+                table_.hint());
   }
 }
 
@@ -107,6 +109,7 @@ void Choice::set_roles(const std::vector<size_t>& list, std::string_view option,
   for (const size_t column : list) {
     const auto at = static_cast<size_t>(std::ranges::find(columns, column) - columns.begin());
     if (at == columns.size()) {
+      expect_numbers(column);
       columns.push_back(column);
       roles.push_back(0);
     }

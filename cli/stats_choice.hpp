@@ -14,9 +14,6 @@ namespace orv_cli {
 
 using Strings = std::vector<std::string>;
 
-/// "a, b" has two parts.
-Strings parts_of(const std::string& text);
-
 class Choice {
  public:
   Choice(const Table& table, const StatsOptions& options);
@@ -33,10 +30,13 @@ class Choice {
   std::optional<size_t> find(const std::string& column, std::string_view option) const;
   std::vector<size_t> find_all(const std::string& list, std::string_view option) const;
   void add(size_t column, std::string_view option);
+  const CsvRow* first_row_with(size_t column) const;
+  void expect_numbers(size_t column) const;
   void choose_numeric();
   void set_roles(const std::vector<size_t>& list, std::string_view option, int64_t role);
 
   const Table& table_;
+  std::vector<size_t> excluded_;
 };
 
 }  // namespace orv_cli

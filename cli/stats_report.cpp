@@ -1,6 +1,5 @@
 #include "stats_report.hpp"
 
-#include <csv.h>
 #include <fmt/format.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -202,9 +201,9 @@ std::string as_table(const Report& report) {
 
 std::string csv_cell(const std::string& text) {
   if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-  std::string cell(2 * text.size() + 2, '\0');
-  cell.resize(csv_write(cell.data(), cell.size(), text.data(), text.size()));
-  return cell;
+  std::string cell = "\"";
+  for (const char c : text) cell += c == '"' ? "\"\"" : std::string(1, c);
+  return cell + '"';
 }
 
 /// A line of text and numbers; what is not defined is left empty.

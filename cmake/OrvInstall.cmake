@@ -1,24 +1,45 @@
-# Headers, the libraries, a CMake package and a pkg-config file. The command installs itself.
-# Everything finds its neighbours from its own place: an installed tree can be moved.
+# Headers, the libraries, a CMake package, a pkg-config file and documents, each in its component:
+# library, development, command (cli/), documentation. Everything finds its neighbours from its own
+# place: an installed tree can be moved.
 include(CMakePackageConfigHelpers)
 
 set_target_properties(orv_qem PROPERTIES INSTALL_RPATH "\$ORIGIN")
-install(TARGETS orv_qem orv_serv orv_threads EXPORT orv-targets
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(DIRECTORY include/orv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(FILES LICENSE README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(TARGETS orv_qem orv_serv orv_threads orv_cpp EXPORT orv-targets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development)
+install(DIRECTORY include/orv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/orv)
-install(EXPORT orv-targets NAMESPACE orv:: DESTINATION ${config_dir})
+install(EXPORT orv-targets NAMESPACE orv:: DESTINATION ${config_dir} COMPONENT development)
 configure_package_config_file(cmake/orv-config.cmake.in ${PROJECT_BINARY_DIR}/orv-config.cmake
   INSTALL_DESTINATION ${config_dir})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/orv-config-version.cmake
   COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/orv-config.cmake
-  ${PROJECT_BINARY_DIR}/orv-config-version.cmake DESTINATION ${config_dir})
+  ${PROJECT_BINARY_DIR}/orv-config-version.cmake DESTINATION ${config_dir} COMPONENT development)
 
+# The pkg-config file stands below the library folder. A folder that was given as an absolute one is not
+# below the prefix, and stays where it was told.
 set(pc_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
-file(RELATIVE_PATH ORV_PREFIX_FROM_PC /prefix/${pc_dir} /prefix)
-string(REGEX REPLACE "/$" "" ORV_PREFIX_FROM_PC ${ORV_PREFIX_FROM_PC})
+if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+  set(ORV_PC_PREFIX ${CMAKE_INSTALL_PREFIX})
+else()
+  file(RELATIVE_PATH up /prefix/${pc_dir} /prefix)
+  string(REGEX REPLACE "/$" "" up ${up})
+  set(ORV_PC_PREFIX "\${pcfiledir}/${up}")
+endif()
+foreach(kind LIB INCLUDE)
+  set(ORV_PC_${kind}DIR ${CMAKE_INSTALL_${kind}DIR})
+  if(NOT IS_ABSOLUTE ${ORV_PC_${kind}DIR})
+    set(ORV_PC_${kind}DIR "\${prefix}/${ORV_PC_${kind}DIR}")
+  endif()
+endforeach()
 configure_file(cmake/orv.pc.in ${PROJECT_BINARY_DIR}/orv.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/orv.pc DESTINATION ${pc_dir})
+install(FILES ${PROJECT_BINARY_DIR}/orv.pc DESTINATION ${pc_dir} COMPONENT development)
+
+install(FILES LICENSE README.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  COMPONENT documentation)
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
+
+# Takes away what the last `cmake --install` of this build put in place, and folders left empty.
+configure_file(cmake/uninstall.cmake.in ${PROJECT_BINARY_DIR}/uninstall.cmake @ONLY)
+add_custom_target(uninstall COMMAND ${CMAKE_COMMAND} -P ${PROJECT_BINARY_DIR}/uninstall.cmake)

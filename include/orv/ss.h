@@ -501,8 +501,8 @@ ORV_API int32_t _zokdSSPartialCovariance(SSTask* task, uint64_t estimates, uint6
 ORV_API int32_t _zoksSSPartialCovariance(SSTask* task, uint64_t estimates, uint64_t method,
                                          const SSThreadServices* services);
 
-/** Mean and covariance of data of which up to half may be outliers: more than 2 p observations, in
- *  `robust_mean` and `robust_cov`. Weights and mask are not looked at; data must be finite.
+/** Mean and covariance of data that hold outliers, in `robust_mean` and `robust_cov`: of more than
+ *  2 p observations, p at most 40000. Weights and mask are not looked at; data must be finite.
  *
  *  The start is the orthogonalised Gnanadesikan-Kettenring estimate (Gnanadesikan and Kettenring
  *  1972; R. A. Maronna and R. H. Zamar 2002) with the scale of V. J. Yohai and R. H. Zamar (1988),
@@ -511,12 +511,14 @@ ORV_API int32_t _zoksSSPartialCovariance(SSTask* task, uint64_t estimates, uint6
  *  translated biweight (D. M. Rocke 1996) iterates. Up to four `robust_params`, taken if there are
  *  exactly four; what is out of its range, in parentheses, is the default:
  *
- *    0  breakdown point, the part of outliers that it withstands: at most (n - p) / (2 n), the
- * default 1  asymptotic rejection probability, the part of normal data that gets no weight (above
- * 0, below 1): 0.001 2  accuracy (above 0): it ends when the square of the mean's way, in the
- * data's unit, is not above it: 0.001. It has the unit of the data: scale variables to about 1
- * first, or set it. 3  most iterations, truncated (from 0): 100. With 0 the start is the result. To
- * reach it is no error.
+ *    0  breakdown point, the part of outliers that it withstands (above 0, at most (n - p)/(2 n)):
+ *       (n - p)/(2 n)
+ *    1  asymptotic rejection probability, the part of normal data that gets no weight (above 0,
+ *       below 1): 0.001
+ *    2  accuracy (above 0): it ends when the square of the mean's way is not above it, 0.001. It
+ *       has the unit of the data: scale variables to about 1 first, or set it
+ *    3  most iterations, truncated (from 0): 100. With 0 the start is the result; to reach it is
+ *       no error
  *
  *  Not every breakdown point goes with every rejection probability: the defaults don't for up to 4
  *  variables, nor for 30 and more. Then what is beyond the root of the chi-square quantile 1 -
@@ -595,6 +597,25 @@ ORV_API int32_t _zoksSSCorParametrization(SSTask* task, uint64_t estimates, uint
  *  without a buffer. Nothing is kept: threads may call with records of their own. */
 ORV_API int32_t _zokdSSMahDistance(SSTask* task);
 ORV_API int32_t _zoksSSMahDistance(SSTask* task);
+
+/** Quantiles of a stream that is fed block by block and not kept. Each call adds the task's n
+ *  observations (none for n = 0); with SS_METHOD_STREAM_QUERY it then answers the stream_orders
+ * from all that was added so far, with SS_METHOD_STREAM_ADD alone it writes nothing. stream_params
+ * holds one number, epsilon, above 0 and up to 1: a value whose rank is within epsilon N of q N
+ * answers order q, N being the number of values so far. All answers are values of the data, and how
+ * the stream is cut into calls, and the number of threads, change none. Before the first value
+ *  stream_quantiles stays as it was. Answers of the selected variables stand one after another.
+ *
+ *  Segments of the stream, each twice as long as the one before, are summarised one by one (Zhang
+ * and Wang 2007) in about (1 / epsilon) log2(epsilon N)^2 tuples of 24 bytes at most, taken as they
+ *  are needed; while N is below 2 / epsilon, all values are kept and answers are exact. An epsilon
+ * that is changed holds for the segments from then on. The summary is kept with the task and ends
+ * with it; p may not change meanwhile, nor a mask select what the first one left out (SS_BAD_MASK).
+ * A NaN in a variable spoils its answers. After SS_NO_MEMORY part of the block has been added. */
+ORV_API int32_t _zokdSSStreamQuantiles(SSTask* task, uint64_t estimates, uint64_t method,
+                                       const SSThreadServices* services);
+ORV_API int32_t _zoksSSStreamQuantiles(SSTask* task, uint64_t estimates, uint64_t method,
+                                       const SSThreadServices* services);
 
 #ifdef __cplusplus
 }

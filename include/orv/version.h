@@ -17,6 +17,9 @@
 /** "MAJOR.MINOR.PATCH" */
 #define ORV_VERSION ORV_VERSION_OF_(ORV_VERSION_MAJOR, ORV_VERSION_MINOR, ORV_VERSION_PATCH)
 
+/** The same as one number, for #if: 10203 is 1.2.3. */
+#define ORV_VERSION_NUMBER (ORV_VERSION_MAJOR * 10000 + ORV_VERSION_MINOR * 100 + ORV_VERSION_PATCH)
+
 #ifdef __cplusplus
 extern "C" {
 #endif

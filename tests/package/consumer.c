@@ -8,6 +8,10 @@
 #include <stdio.h>
 #include <string.h>
 
+#if ORV_VERSION_NUMBER < 100
+#error "no release is older than 0.1.0"
+#endif
+
 int main(void) {
   const double x = 1;
   double* y = (double*)orv_serv_allocate(sizeof *y, 64);

@@ -7,7 +7,8 @@ endfunction()
 
 file(REMOVE_RECURSE ${WORK})
 run(-S ${SOURCE} -B ${WORK}/plain ${OPTIONS} -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
-  -DORV_BUILD_CLI=OFF -DORV_BUILD_TESTS=OFF -DORV_BUILD_BENCH=OFF)
+  -DORV_BUILD_CLI=OFF -DORV_BUILD_TESTS=OFF -DORV_BUILD_BENCH=OFF
+  -DCMAKE_INSTALL_LIBDIR=/far/lib -DCMAKE_INSTALL_INCLUDEDIR=/far/include)
 file(STRINGS ${WORK}/plain/compile_commands.json strict REGEX -Werror)
 if(strict)
   message(FATAL_ERROR "warnings are errors: ${strict}")
@@ -16,6 +17,13 @@ run(--build ${WORK}/plain --target orv_serv --target orv_threads)
 foreach(library serv threads)
   run(-E compare_files ${WORK}/plain/lib/liborv_${library}.so ${BUILD}/lib/liborv_${library}.so)
 endforeach()
+
+# Folders outside of the prefix stay where they were told.
+execute_process(COMMAND ${CMAKE_COMMAND} -E env PKG_CONFIG_PATH=${WORK}/plain
+  ${PKG_CONFIG} --cflags --libs orv OUTPUT_VARIABLE flags COMMAND_ERROR_IS_FATAL ANY)
+if(NOT flags MATCHES "^-I/far/include -L/far/lib ")
+  message(FATAL_ERROR "pkg-config tells ${flags}")
+endif()
 
 string(HEX "${SOURCE}" source)
 string(HEX "${BUILD}" build)
@@ -26,4 +34,11 @@ foreach(product IN LISTS PRODUCTS)
   endif()
 endforeach()
 
-run(-S ${CMAKE_CURRENT_LIST_DIR}/whole -B ${WORK}/whole ${OPTIONS} -DSOURCE=${SOURCE})
+foreach(fetched OFF ON)
+  set(whole ${WORK}/whole-${fetched})
+  run(-S ${CMAKE_CURRENT_LIST_DIR}/whole -B ${whole} ${OPTIONS} -DSOURCE=${SOURCE} -DFETCHED=${fetched})
+  run(--install ${whole} --prefix ${whole}/prefix)
+  if(EXISTS ${whole}/prefix)
+    message(FATAL_ERROR "a part installs itself")
+  endif()
+endforeach()

@@ -18,7 +18,7 @@ struct Row {
   SpecialValue value;
 };
 
-/// Of functions of two arguments, of two results, of complex arithmetic; results that must be exact.
+/// Functions of two arguments, of two results, of complex arithmetic; results that must be exact.
 const std::vector<Row>& real_rows();
 
 /// Of complex functions (C99, annex G).

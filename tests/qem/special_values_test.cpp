@@ -249,13 +249,13 @@ TEST(LinearFrac, ReadsWhatItsScalarsLeave) {
 /// the mode says so. The float form follows the mode, the double form keeps denormals.
 template <class T>
 void check_denormals(void (*f)(int32_t, const T*, const T*, T, T, T, T, T*), bool flushes) {
-  const T tiny = std::numeric_limits<T>::denorm_min(), x[] = {tiny}, one[] = {1};
+  const T tiny = std::numeric_limits<T>::denorm_min(), x[] = {tiny, tiny * 2}, one[] = {1};
   T of_vector, of_shift, of_scale, of_other_scale;
   under({sse_usual | 0x4000 | (flushes ? 0 : denormals_are_zero | flush_to_zero), x87_usual}, [&] {
     f(1, x, nullptr, 1, 0, 0, 1, &of_vector);
     f(1, nullptr, one, 0, tiny, 1, 0, &of_shift);
     f(1, one, one, tiny, 0, 1, 0, &of_scale);
-    f(1, x, x, 1, 0, tiny * 2, tiny, &of_other_scale);
+    f(1, x, x, 1, 0, x[1], tiny, &of_other_scale);
   });
   EXPECT_EQ(of_vector, flushes ? 0 : tiny);
   EXPECT_EQ(of_shift, flushes ? 0 : tiny);

@@ -45,7 +45,7 @@ const int64_t wanted[] = {1, 1}, twice[] = {1, 2}, roles[] = {1, -1}, all_given[
 
 /// Integers that are right; another field takes any numbers.
 const std::pair<const int64_t*, std::vector<size_t>> right_integers[] = {
-    {&one, {F(quant_order_count)}},
+    {&one, {F(quant_order_count), F(stream_order_count), F(stream_param_count)}},
     {&two, {F(dimension)}},
     {&many, {F(observation_count)}},
     {&rows, {F(observation_storage), F(order_stats_storage)}},
@@ -113,6 +113,17 @@ const Checks detected = {{F(dimension), -4001, {nullptr, &none, &negative, &beyo
                          {F(observation_count), -4002, {&beyond}},
                          observed};
 
+/// Streaming quantiles, and the end of their summary.
+template <class T>
+int32_t stream_and_end(SSTask* task, uint64_t estimates, uint64_t how,
+                       const SSThreadServices* services) {
+  const auto entry = sizeof(T) == sizeof(double) ? _zokdSSStreamQuantiles : _zoksSSStreamQuantiles;
+  const int32_t status = entry(task, estimates, how, services);
+  while (task->cleanup_count > 0) task->cleanup_hooks[--task->cleanup_count](task);
+  EXPECT_EQ(task->stream_state, nullptr);
+  return status;
+}
+
 template <class T>
 std::vector<Case> all_cases() {
   static const T too_low = T(-0.01), too_high = T(1.01), nan = std::numeric_limits<T>::quiet_NaN(),
@@ -123,6 +134,22 @@ std::vector<Case> all_cases() {
                             {F(quant_orders), -4022, {&too_low, &too_high, &nan}}};
   const Checks bad_roles = {{F(partial_index_array), -4073, {all_given, none_given}},
                             {F(cov), -5010, {indefinite}}};
+  static const T zero = 0, above_one = T(1.01);
+  const Checks streaming = {{F(observation_count), -4002, {nullptr, &negative}},
+                            {F(observations), -4032},
+                            {F(observation_storage), -4044},
+                            {F(observation_storage), -4003, {&no_layout}},
+                            {F(stream_quantiles), -4070},
+                            {F(stream_orders), -4068},
+                            {F(stream_order_count), -4069, {nullptr, &negative}},
+                            {F(stream_param_count), -4064},
+                            {F(stream_param_count), -4066, {&two, &none}},
+                            {F(stream_orders), -4069, {&too_low, &too_high, &nan}},
+                            {F(stream_params), -4065},
+                            {method, -4029},
+                            {F(stream_params), -4067, {&zero, &above_one, &nan}},
+                            dimension,
+                            {F(observation_count), -4002, {&beyond}}};
   const Checks unchecked = {{F(weights), 0, {}}, {F(quant_orders), 0, {}}, {F(quantiles), 0, {}}};
   constexpr uint64_t fast = SS_METHOD_FAST, one_pass = SS_METHOD_ONE_PASS, either = fast | one_pass;
   constexpr uint64_t least = SS_EST_MIN, largest = SS_EST_MAX, groups = SS_EST_GROUP;
@@ -137,7 +164,8 @@ std::vector<Case> all_cases() {
       {E::quantiles, orders, fast, {layout, quantiles, sortable}},
       {E::quantiles, sorted_data, fast, {layout, sorted, sortable}},
       {E::quantiles, orders | sorted_data, fast, {layout, quantiles, sorted, sortable}},
-      {E::weighted_median, 0, 0, {{dimension, count, observed}, unchecked}},
+      {E::weighted_quantile, 0, 0, {{dimension, count, observed}, unchecked}},
+      {stream_and_end<T>, 0, SS_METHOD_STREAM_QUERY | SS_METHOD_STREAM_ADD, {streaming}},
       {E::pooled_covariance, pool, one_pass, {grouped, pooled, data, too_many_groups, bad_groups}},
       {E::pooled_covariance, groups, one_pass, {grouped, single, data, bad_groups, bad_choice}},
       {E::pooled_covariance, pool | groups, one_pass, {grouped, pooled, single, data, bad_groups}},
@@ -228,7 +256,7 @@ TYPED_TEST(EachPrecision, EntriesCheckInTheirOrderAndLeaveNothing) {
       if (masked) made.set(F(variable_mask), selected);
       if (weighted) made.set(F(weights), made.numbers.data());
       const auto run = [&] { return c.entry(&made.task, c.estimates, made.how, &in_turn); };
-      for (uint64_t method_bit = 1; method_bit <= SS_METHOD_STREAM_ADD; method_bit *= 2) {
+      for (const uint64_t method_bit : {uint64_t{SS_METHOD_FAST}, ~uint64_t{SS_METHOD_FAST}}) {
         made.how = c.methods & method_bit;
         if (made.how == 0 && c.methods != 0) continue;
         const bool reports = c.entry != Entries<TypeParam>::quantiles;  // see below
@@ -296,6 +324,24 @@ TYPED_TEST(EachPrecision, DistancesAndOutliersLeaveNothing) {
   };
   EXPECT_GE(expect_failures(detect), 4);
   EXPECT_EQ(weights[38], 0);
+}
+
+// A small epsilon costs memory when the stream has become long, and no more than is needed.
+TEST(Allocation, StreamSummaries) {
+  for (const auto& [epsilon, n, most_bytes] :
+       {std::tuple(1e-6, 1, 10000.0), std::tuple(1e-10, 1000, 50000.0),
+        std::tuple(1e-6, 100000, 3e6), std::tuple(1e-3, 1000000, 4e6)}) {
+    const std::vector<double> x(n, 1.0);
+    const double order = 0.5;
+    double answer = 0;
+    Task<double> task(1, n, SS_COLUMNS, x.data());
+    task.set(SS_PARAM_STREAM_PARAMS, &epsilon).set(SS_PARAM_STREAM_PARAM_COUNT, {1});
+    task.set(SS_PARAM_STREAM_ORDERS, &order).set(SS_PARAM_STREAM_ORDER_COUNT, {1});
+    task.set(SS_PARAM_STREAM_QUANTILES, &answer);
+    watch_allocations();
+    EXPECT_EQ(_zokdSSStreamQuantiles(task, 0, SS_METHOD_STREAM_ADD, orv_threads_serial()), SS_OK);
+    EXPECT_LT(static_cast<double>(seen_allocations().bytes), most_bytes) << epsilon << " " << n;
+  }
 }
 
 // No more threads have sums of their own than there are groups.

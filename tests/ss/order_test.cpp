@@ -230,7 +230,7 @@ TYPED_TEST(EachPrecision, WeightedQuantileTakesEachBranch) {
       task.set(SS_PARAM_WEIGHTS, c.weights)
           .set(SS_PARAM_QUANT_ORDERS, &c.q)
           .set(SS_PARAM_QUANTILES, result);
-      EXPECT_EQ(Entries<T>::weighted_median(task, 0, 0, nullptr), SS_OK);
+      EXPECT_EQ(Entries<T>::weighted_quantile(task, 0, 0, nullptr), SS_OK);
       EXPECT_EQ(result, (std::vector<T>{c.expected, 2 * c.expected, -1})) << c.what;
     }
   }
@@ -251,7 +251,7 @@ TYPED_TEST(EachPrecision, WeightsMoveWithTheirKeys) {
       Task<T> task(1, n, SS_ROWS, x.data());
       task.set(SS_PARAM_WEIGHTS, weights).set(SS_PARAM_QUANT_ORDERS, &q);
       task.set(SS_PARAM_QUANTILES, &results.emplace_back());
-      EXPECT_EQ(Entries<T>::weighted_median(task, 0, 0, nullptr), SS_OK);
+      EXPECT_EQ(Entries<T>::weighted_quantile(task, 0, 0, nullptr), SS_OK);
     }
     EXPECT_EQ(results, std::vector<T>(3, results[0])) << n;
   }

@@ -231,7 +231,7 @@ std::vector<Real> medians(int64_t p, const std::vector<T>& x, const std::vector<
   Task<T> task(p, static_cast<int64_t>(x.size()) / p, SS_COLUMNS, x.data());
   task.set(SS_PARAM_WEIGHTS, weights).set(SS_PARAM_QUANT_ORDERS, &middle);
   task.set(SS_PARAM_QUANTILES, result);
-  EXPECT_EQ(Entries<T>::weighted_median(task, 0, 0, nullptr), SS_OK);
+  EXPECT_EQ(Entries<T>::weighted_quantile(task, 0, 0, nullptr), SS_OK);
   return {result.begin(), result.end()};
 }
 

@@ -164,7 +164,7 @@ TYPED_TEST(EachPrecision, SelectionLeavesTheTextbooksArrangement) {
 
 TYPED_TEST(EachPrecision, RadixOrdersByBits) {
   using T = TypeParam;
-  using Word = typename Entries<T>::Bits;
+  using Word = typename Entries<T>::word;
   const auto check = [](std::vector<T> data, int n) {
     if (n == 0) return;
     auto expected = data;

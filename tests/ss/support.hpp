@@ -11,8 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "orv/sort.h"
-#include "orv/ss.h"
+#include "orv/task.hpp"
 #include "orv/threads.h"
 
 namespace orv_test {
@@ -24,31 +23,7 @@ TYPED_TEST_SUITE(EachPrecision, Precisions);
 
 /// The entries for floating type T.
 template <class T>
-struct Entries;
-
-#define ORV_ENTRIES(T, t, bits)                                              \
-  template <>                                                                \
-  struct Entries<T> {                                                        \
-    static constexpr auto new_task = __zok##t##SSNewTask;                    \
-    static constexpr auto edit = __zok##t##SSEditTask;                       \
-    static constexpr auto basic = _zok##t##SSBasic;                          \
-    static constexpr auto minmax = _zok##t##SSMinmax;                        \
-    static constexpr auto quantiles = _zok##t##SSQuantiles;                  \
-    static constexpr auto weighted_median = _zok##t##SSWMedian;              \
-    static constexpr auto pooled_covariance = _zok##t##SSPooledCovariance;   \
-    static constexpr auto partial_covariance = _zok##t##SSPartialCovariance; \
-    static constexpr auto mahalanobis = _zok##t##SSMahDistance;              \
-    static constexpr auto outliers = _zok##t##SSOutliersDetection;           \
-    static constexpr auto parametrize = _zok##t##SSCorParametrization;       \
-    static constexpr auto sort = __zok##t##QSort;                            \
-    static constexpr auto sort_step = __zok##t##QSortStep;                   \
-    static constexpr auto select = __zok##t##QSortSelect;                    \
-    static constexpr auto radix_sort = p8_tebsSortRadixAscend_##bits##f_I;   \
-    using Bits = uint##bits##_t;                                             \
-  };
-ORV_ENTRIES(double, d, 64)
-ORV_ENTRIES(float, s, 32)
-#undef ORV_ENTRIES
+using Entries = orv::entries<T>;
 
 /// A task over data that the test keeps, with integers of either width.
 template <class T>
@@ -103,7 +78,7 @@ class Task {
 /// Tells zeros by their signs, and NaNs apart.
 template <class T>
 auto bits(const std::vector<T>& x) {
-  std::vector<typename Entries<T>::Bits> words(x.size());
+  std::vector<typename Entries<T>::word> words(x.size());
   if (!x.empty()) std::memcpy(words.data(), x.data(), x.size() * sizeof(T));
   return words;
 }

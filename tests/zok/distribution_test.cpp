@@ -196,6 +196,19 @@ TYPED_TEST(Continuous, AFailureKeepsWhatWaits) {
   }
 }
 
+/// Mean and deviation come in at the end, which a failure does not reach.
+TYPED_TEST(Continuous, AFailureLeavesStandardDeviates) {
+  using T = TypeParam;
+  const Given<T> stream({T(0.5), T(0.25)});
+  T r[2] = {77, 77};
+  numbers<T>(bound<T>(ORV_ENTRY(T, Gaussian), RNG_GAUSSIAN_BOXMULLER2, 2, 3), stream, 1);
+  static_cast<StreamState*>(stream)->Brng = BRNG_IABSTRACT;
+  EXPECT_EQ(ORV_ENTRY(T, Gaussian)(RNG_GAUSSIAN_BOXMULLER2, stream, 2, r, 2, 3),
+            RNG_ABSTRACT_BAD_FLAVOUR);
+  EXPECT_NEAR(r[0], sqrt(2 * M_LN2) * cos(M_PI / 2), 1e-6);
+  EXPECT_EQ(r[1], 77);
+}
+
 /// What the ends of the uniform numbers become: finite, and as the law has it.
 TYPED_TEST(Continuous, EndsOfTheUniformsAreFinite) {
   using T = TypeParam;

@@ -90,7 +90,7 @@ T half_of_pair(const Pending<T>& pair, Trigonometric<T> function) {
 
 /// All deviates of n / 2 pairs, whose uniforms are drawn where the deviates will be.
 template <class T>
-int32_t whole_pairs(StreamState* stream, int32_t n, T* r, T a, T sigma) {
+int32_t whole_pairs(StreamState* stream, int32_t n, T* r) {
   constexpr int32_t most = block / 2;
   alignas(32) T u1[most], u2[most], rho[most], cosines[most];
   T* const sines = u1;
@@ -103,8 +103,8 @@ int32_t whole_pairs(StreamState* stream, int32_t n, T* r, T a, T sigma) {
     radii(pairs, u1, rho);
     kernels::sin_cos(pairs, u2, sines, cosines);
     for (int32_t k = 0; k < pairs; ++k) {
-      sines[k] = a + sigma * (sines[k] * rho[k]);
-      cosines[k] = a + sigma * (cosines[k] * rho[k]);
+      sines[k] = sines[k] * rho[k];
+      cosines[k] = cosines[k] * rho[k];
     }
     join_pairs(pairs, sines, cosines, r);
     r += 2 * pairs;
@@ -113,18 +113,18 @@ int32_t whole_pairs(StreamState* stream, int32_t n, T* r, T a, T sigma) {
   return RNG_OK;
 }
 
-/// Both halves of every pair. After a failure the pair that was pending still is.
+/// Standard deviates, both halves of every pair. After a failure the pair that was pending still
+/// is.
 template <class T>
-int32_t _vRngGaussianBoxMuller2(StreamState* stream, int32_t n, T* r, T a, T sigma) {
-  if (n < 1) return RNG_OK;
+int32_t halves_of_pairs(StreamState* stream, int32_t n, T* r) {
   Pending<T>* pending;
   int32_t status = find_or_add_record(stream, Gaussian<T>::chunk, &pending);
   if (status < 0) return status;
   if (pending->U1 != Pending<T>::none) {
-    *r++ = a + sigma * half_of_pair<T>(*pending, kernels::cos);
+    *r++ = half_of_pair<T>(*pending, kernels::cos);
     --n;
   }
-  status = whole_pairs(stream, n, r, a, sigma);
+  status = whole_pairs(stream, n, r);
   if (status < 0) return status;
   if (n % 2 == 0) {
     *pending = {};
@@ -134,7 +134,17 @@ int32_t _vRngGaussianBoxMuller2(StreamState* stream, int32_t n, T* r, T a, T sig
   status = draw_uniforms(stream, 2, pair);
   if (status < 0) return status;
   *pending = {pair[0], pair[1]};
-  r[n - 1] = a + sigma * half_of_pair<T>(*pending, kernels::sin);
+  r[n - 1] = half_of_pair<T>(*pending, kernels::sin);
+  return RNG_OK;
+}
+
+/// After a failure r holds standard deviates as far as they were drawn.
+template <class T>
+int32_t _vRngGaussianBoxMuller2(StreamState* stream, int32_t n, T* r, T a, T sigma) {
+  if (n < 1) return RNG_OK;
+  const int32_t status = halves_of_pairs(stream, n, r);
+  if (status < 0) return status;
+  for (int32_t i = 0; i < n; ++i) r[i] = a + sigma * r[i];
   return RNG_OK;
 }
 
