@@ -1,0 +1,48 @@
+// Rows as points: what their columns are measured in, and how far they are from a mean.
+#pragma once
+
+#include <orv/ss.h>
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "distance_plot.hpp"
+#include "stats_sample.hpp"
+
+namespace orv_cli {
+
+template <class T>
+struct Estimate {
+  std::vector<T> mean, cov;
+};
+
+/// What a column is measured in.
+struct Unit {
+  double origin, scale;
+};
+
+/// The median and the spread of the middle half, or where that is 0 the deviation. Throws an Error,
+/// which names the option, where a column is not finite or does not vary.
+template <class T>
+std::vector<Unit> units_of(const Sample<T>& sample, const std::vector<std::string>& names,
+                           const std::string& option, const SSThreadServices* services);
+
+/// The sample's values in units, and an estimate that was made of those in the data's own.
+template <class T>
+std::vector<T> in_units(const Sample<T>& sample, const std::vector<Unit>& units);
+template <class T>
+void take_units_off(Estimate<T>& estimate, const std::vector<Unit>& units);
+
+/// Mean and covariance of all rows.
+template <class T>
+Estimate<T> classical(const Sample<T>& sample);
+
+/// Mahalanobis distances of rows, one after another; none where the covariance has no inverse.
+template <class T>
+std::vector<double> distances_of(std::span<const T> values, const Estimate<T>& estimate);
+
+/// "14 of 75 rows are beyond the cut-off 3.34: 1, 2, 3"
+std::string beyond_text(const DistancePlot& plot);
+
+}  // namespace orv_cli
