@@ -80,7 +80,8 @@ What is not defined, such as the deviation of one value, is shown as -, in CSV a
 in JSON as null. Infinities are inf and -inf, in JSON the strings "inf" and "-inf".
 
 The file is read once, in blocks, and may be larger than memory. Quantiles, modes, histograms and
---by need all values: beyond --memory quartiles are left out, and what was asked for stops.
+--by need all values. Beyond --memory quantiles are told from a summary of the values, with ranks that
+are off by 0.0001 of the count at most, and the others stop. --eps has it so from the start.
 
 CSV output: a table of the columns; histograms, groups and matrices follow, each after a blank line.
 CSV and JSON have all digits.
