@@ -95,8 +95,10 @@ others come from updates about the mean. No digit depends on --threads.
 What is not defined, such as the deviation of one value, is shown as -, in CSV as an empty cell,
 in JSON as null. Infinities are inf and -inf, in JSON the strings "inf" and "-inf".
 
-The file is read once, in blocks, and may be larger than memory. Quantiles, modes, histograms, --by
-and --robust need all values: beyond --memory quartiles are left out, and what was asked for stops.
+The file is read once, in blocks, and may be larger than memory. Quantiles, modes, histograms, --by,
+--robust, --outliers and --mahalanobis need all values. Beyond --memory quantiles are told from a
+summary of the values, with ranks that are off by 0.0001 of the count at most, and the others stop.
+--eps has it so from the start.
 
 CSV output: a table of the columns; histograms, groups and matrices follow, each after a blank line.
 CSV and JSON have all digits.
