@@ -48,6 +48,7 @@ void run(int argc, char** argv) {
       "'orv help COMMAND' tells more. Exit codes: 0 success; 2 a mistake in what was given, or\n"
       "results that could not be written; 1 anything else.");
   add_math_command(app);
+  add_impute_command(app);
   add_info_command(app);
   add_measure_command(app);
   add_random_command(app);

@@ -49,7 +49,8 @@ whose first cell that is not missing, among the first 1000 rows, is a number.
 Missing cells: with available (default) a column's figures are of all its values, and the table says
 how many these are; matrices are of the rows without a missing cell. drop leaves out each row in
 which a selected column has one, and tells how many; pairwise is as available, but takes for each
-pair of columns the rows that have both; fail stops at a missing cell. A text below numbers is a
+pair of columns the rows that have both; em adds mean, covariance and correlation of maximum
+likelihood, from all cells there are, for normal data; fail stops at a missing cell. A text below numbers is a
 missing cell, too, and a note tells where it stands.
 
 Figures: count missing sum mean standard_error (se) mean_low mean_high (ci is both)
@@ -78,8 +79,8 @@ others come from updates about the mean. No digit depends on --threads.
 What is not defined, such as the deviation of one value, is shown as -, in CSV as an empty cell,
 in JSON as null. Infinities are inf and -inf, in JSON the strings "inf" and "-inf".
 
-The file is read once, in blocks, and may be larger than memory. Quantiles, modes, histograms and
---by need all values: beyond --memory quartiles are left out, and what was asked for stops.
+The file is read once, in blocks, and may be larger than memory. Quantiles, modes, histograms, --by
+and --robust need all values: beyond --memory quartiles are left out, and what was asked for stops.
 
 CSV output: a table of the columns; histograms, groups and matrices follow, each after a blank line.
 CSV and JSON have all digits.
@@ -137,9 +138,18 @@ void add_stats_command(CLI::App& app) {
   add("--plot", options->plot, "FILE",
       "Draw the robust distances and their cut-off line: an SVG picture, or\n"
       "with - characters");
-  add_word("--missing", options->missing, "WHAT", {"available", "drop", "pairwise", "fail"},
-           "What to do about missing cells: available (default), drop, pairwise\n"
-           "or fail; see below");
+  add_word("--missing", options->missing, "WHAT", {"available", "drop", "pairwise", "em", "fail"},
+           "What to do about missing cells: available (default), drop, pairwise,\n"
+           "em or fail; see below");
+  add("--eps", options->epsilon, "E",
+      "Quantiles whose ranks are off by E of the count at most, such as 1e-4,\n"
+      "without keeping the values")
+      ->check([](const std::string& text) {
+        double value;
+        return parse(text, value) && value > 0 && value <= 1
+                   ? std::string()
+                   : in_quotes(text) + " is not above 0 and up to 1";
+      });
   add_word("--format", options->format, "FORMAT", {"table", "markdown", "csv", "json", "jsonl"},
            "table (default), markdown, csv, json, or jsonl: a line each column");
   add_word("--precision", options->precision, "TYPE", {"d", "s"},

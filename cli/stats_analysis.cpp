@@ -12,11 +12,13 @@
 #include <functional>
 #include <limits>
 #include <new>
+#include <optional>
 
 #include "error.hpp"
 #include "progress.hpp"
 #include "stats_choice.hpp"
 #include "stats_groups.hpp"
+#include "stats_missing.hpp"
 #include "stats_robust.hpp"
 
 namespace orv_cli {
@@ -24,6 +26,8 @@ namespace {
 
 constexpr int64_t block_values = 1 << 17;  // that are read before they are computed with
 constexpr size_t most_pairwise = 200;      // columns that all pairs are made of
+constexpr double epsilon_by_default = 1e-4;
+
 /// Of a covariance.
 Matrix correlation_of(const Matrix& covariance) {
   const auto p =
@@ -51,8 +55,8 @@ class Analysis {
         table_(input_of(options.input), column_limit()),
         choice_(table_, options),
         pairwise_(options.missing == "pairwise"),
-        matrix_(options.covariance || options.correlation || !options.partial.empty() ||
-                !options.robust.empty()),
+        matrix_(options.missing != "em" && (options.covariance || options.correlation ||
+                                            !options.partial.empty() || !options.robust.empty())),
         values_(choice_.columns.size()),
         missing_(choice_.columns.size()),
         groups_(choice_.by.empty() ? 0 : choice_.columns.size()) {
@@ -88,6 +92,8 @@ class Analysis {
   void make_room();
   void leave_values_out();
   void drop_values();
+  const char* option_that_keeps_values() const;
+  void summarise_values();
   template <class Function>
   void for_each(size_t items, Function function, bool together = true);
   /// Whether columns may be copied on all threads at once, few of many.
@@ -120,7 +126,8 @@ class Analysis {
   std::vector<Values> columns_;  // each by itself
   std::vector<Values> whole_;    // one of complete rows, where a matrix is wanted, or none
   std::vector<Values> pairs_;    // of columns
-  std::vector<T> values_;        // of the row in hand, NaN where missing
+  std::optional<MissingTable> em_table_;
+  std::vector<T> values_;  // of the row in hand, NaN where missing
   T weight_ = 1;
   std::vector<int64_t> missing_;  // cells of each column
   GroupNumbers group_numbers_;
@@ -132,7 +139,7 @@ class Analysis {
   int64_t rows_ = 0, dropped_ = 0, weightless_ = 0, complete_ = 0;
   double weight_sum_ = 0;
   int64_t waiting_ = 0, block_rows_ = 0;
-  bool keeps_values_ = true, left_out_ = false, made_room_ = false;
+  bool keeps_values_ = true, left_out_ = false, summarised_ = false, made_room_ = false;
   int64_t texts_ = 0;  // cells with text, taken as missing
   std::string first_text_;
 };
@@ -191,8 +198,17 @@ void Analysis<T>::make_samples() {
   } else if (matrix_) {
     whole_.emplace_back(p, weighted, !choice_.by.empty() || !options_.robust.empty());
   }
-  if (!figures_.need_values() && !options_.histogram && choice_.by.empty() &&
-      options_.robust.empty()) {
+  if (options_.missing == "em") {
+    check_em(options_);
+    em_table_.emplace(names(0));
+  }
+  if (options_.epsilon > 0) {
+    if (const char* option = option_that_keeps_values()) {
+      throw Error("--eps: does not go with {}, which needs all values", option);
+    }
+    summarise_values();
+  } else if (!figures_.need_values() && !options_.histogram && choice_.by.empty() &&
+             options_.robust.empty()) {
     drop_values();
   }
   const auto width_in_all = static_cast<int64_t>(p * (1 + whole_.size()) + 2 * pairs_.size());
@@ -313,6 +329,7 @@ void Analysis<T>::take(const CsvRow& row) {
     if (!options_.robust.empty()) whole_rows_.push_back(rows_);
   }
   if (!pairs_.empty()) take_pairs();
+  if (em_table_) em_table_->add(values_.data());
 }
 
 // ---- Blocks -------------------------------------------------------------------------------------
@@ -353,9 +370,33 @@ void Analysis<T>::drop_values() {
   keeps_values_ = false;
 }
 
+/// What needs more than a summary of the values; or null.
+template <class T>
+const char* Analysis<T>::option_that_keeps_values() const {
+  for (const auto& [given, option] :
+       {std::pair(choice_.weights.has_value(), "--weights"), std::pair(!choice_.by.empty(), "--by"),
+        std::pair(!options_.robust.empty(), "--robust"),
+        std::pair(options_.histogram, "--histogram"),
+        std::pair(figures_.has("mode") || figures_.has("mode_count"), "--figures mode")}) {
+    if (given) return option;
+  }
+  return nullptr;
+}
+
+/// From here on quantiles are told from a summary of each column.
+template <class T>
+void Analysis<T>::summarise_values() {
+  const double epsilon = options_.epsilon > 0 ? options_.epsilon : epsilon_by_default;
+  for_each(columns_.size(),
+           [&](size_t j) { columns_[j].summarise_values(epsilon, orv_threads_serial()); });
+  drop_values();
+  summarised_ = true;
+}
+
 /// Values are kept for quantiles, modes, histograms and groups only.
 template <class T>
 void Analysis<T>::leave_values_out() {
+  if (option_that_keeps_values() == nullptr) return summarise_values();
   const bool by_default = figures_.leave_values_out();
   for (const auto& [given, option] :
        {std::pair(!by_default, options_.quantiles.empty() ? "--figures" : "--quantiles"),
@@ -399,6 +440,10 @@ void Analysis<T>::take_block() {
   waiting_ = 0;
   try {
     if (keeps_values_) make_room();
+    if (em_table_ && em_table_->bytes() > options_.memory << 20) {
+      throw Error("--missing em: the values take more than {} MiB; --memory MIB allows more",
+                  options_.memory);
+    }
     std::vector<Values>* const all[] = {&columns_, &pairs_, &whole_};
     for (std::vector<Values>* samples : all) {
       for_each(samples->size(), [&](size_t i) { (*samples)[i].take_block(services_); });
@@ -459,13 +504,21 @@ void Analysis<T>::report_columns(Report& report) {
         const Values& sample = columns_[j];
         ColumnReport& c = report.columns[j];
         c = {summary(j), choice_.name(choice_.columns[j]), {}};
-        c.quantiles =
-            quantiles_of(1, sample.values(), sample.weights(), figures_.orders(), services_);
+        c.quantiles = sample.quantiles(figures_.orders(), services_);
         if (options_.histogram) c.histogram = histogram_of(sample.values(), options_.bins);
         if (figures_.has("mode") || figures_.has("mode_count")) set_mode(c, sample.values());
       },
       may_copy_together());
   report.figures = figures_.list();
+  if (summarised_ && !figures_.orders().empty()) {
+    report.notes.push_back(fmt::format(
+        "quantiles are values whose rank is off by at most {} of the count{}",
+        options_.epsilon > 0 ? options_.epsilon : epsilon_by_default,
+        options_.epsilon > 0 ? ""
+                             : fmt::format(": the values take more than {} MiB; --memory MIB "
+                                           "allows more, --eps E asks for another part",
+                                           options_.memory)));
+  }
   if (!left_out_) return;
   report.notes.push_back(
       fmt::format("quartiles are left out: the values take more than {} MiB; --memory MIB allows "
@@ -536,6 +589,7 @@ Strings Analysis<T>::names(int64_t role) const {
 
 template <class T>
 void Analysis<T>::report_matrices(Report& report) {
+  if (em_table_) return report_em(*em_table_, names(0), report);
   if (options_.covariance) report.matrices.push_back({"Covariance", names(0), matrix(false)});
   if (options_.correlation) report.matrices.push_back({"Correlation", names(0), matrix(true)});
   if (!options_.partial.empty()) {

@@ -23,6 +23,7 @@ struct StatsOptions {
   std::string robust;      // ogk or tbs
   bool distances = false;  // a table of them
   std::string plot;        // file for a picture of them, or -
+  double epsilon = 0;      // of ranks of quantiles; 0: exact while there is room
   std::string missing = "available";
   std::string format = "table";
   std::string precision = "d";

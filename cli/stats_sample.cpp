@@ -1,5 +1,7 @@
 #include "stats_sample.hpp"
 
+#include <orv/task.hpp>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -13,21 +15,7 @@ namespace orv_cli {
 namespace {
 
 template <class T>
-struct Entries;
-#define ORV_ENTRIES(T, t)                                                    \
-  template <>                                                                \
-  struct Entries<T> {                                                        \
-    static constexpr auto new_task = __zok##t##SSNewTask;                    \
-    static constexpr auto edit = __zok##t##SSEditTask;                       \
-    static constexpr auto basic = _zok##t##SSBasic;                          \
-    static constexpr auto minmax = _zok##t##SSMinmax;                        \
-    static constexpr auto quantiles = _zok##t##SSQuantiles;                  \
-    static constexpr auto weighted_quantile = _zok##t##SSWMedian;            \
-    static constexpr auto partial_covariance = _zok##t##SSPartialCovariance; \
-  };
-ORV_ENTRIES(double, d)
-ORV_ENTRIES(float, s)
-#undef ORV_ENTRIES
+using Entries = orv::entries<T>;
 
 void check(int32_t status) {
   if (status == SS_NO_MEMORY) throw std::bad_alloc();
@@ -141,6 +129,7 @@ void Sample<T>::take_block(const SSThreadServices* services) {
     append(values_, block_);
     append(weights_, block_weights_);
   }
+  if (stream_) stream_->add(block_, services);
   Task<T> task(p_, n, block_.data(), data_or_null(block_weights_));
   if (wanted_ == Wanted::everything) {
     task.set(SS_PARAM_MINIMUM, minimum_);
@@ -229,6 +218,13 @@ void Sample<T>::drop_values() {
 }
 
 template <class T>
+void Sample<T>::summarise_values(double epsilon, const SSThreadServices* services) {
+  stream_ = std::make_shared<StreamQuantiles<T>>(p_, epsilon);
+  if (!values_.empty()) stream_->add(values_, services);
+  drop_values();
+}
+
+template <class T>
 std::vector<double> quantiles_of(int64_t p, std::span<const T> values, std::span<const T> weights,
                                  std::span<const double> orders, const SSThreadServices* services) {
   const std::vector<T> wanted(orders.begin(), orders.end());
@@ -253,6 +249,13 @@ std::vector<double> quantiles_of(int64_t p, std::span<const T> values, std::span
     for (size_t j = 0; j < variables; ++j) results[j * orders.size() + i] = found[j];
   }
   return results;
+}
+
+template <class T>
+std::vector<double> Sample<T>::quantiles(std::span<const double> orders,
+                                         const SSThreadServices* services) const {
+  if (stream_) return stream_->answers(orders, services);
+  return quantiles_of<T>(p_, values(), weights(), orders, services);
 }
 
 /// The covariance of the distances from the groups' means, over what is left of the observations.

@@ -4,10 +4,12 @@
 #include <orv/ss.h>
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
 #include "stats_exact.hpp"
+#include "stats_stream_quantiles.hpp"
 
 namespace orv_cli {
 
@@ -59,6 +61,11 @@ class Sample {
   int64_t bytes_waiting() const;  // that the next block will add
   void reserve(int64_t observations);
   void drop_values();
+  /// In place of values a summary is kept, from which quantiles are told, but with weights.
+  void summarise_values(double epsilon, const SSThreadServices* services);
+  /// Of each variable in turn; undefined where values were dropped.
+  std::vector<double> quantiles(std::span<const double> orders,
+                                const SSThreadServices* services) const;
 
   std::span<const T> values() const { return values_; }
   std::span<const T> weights() const { return weights_; }
@@ -79,6 +86,7 @@ class Sample {
   Wanted wanted_;
   int64_t count_ = 0;
   std::vector<T> block_, block_weights_, values_, weights_;
+  std::shared_ptr<StreamQuantiles<T>> stream_;
   std::vector<T> origin_;  // subtracted from the values that moments are taken of
   std::vector<T> mean_, raw_2_, raw_3_, raw_4_, central_2_, central_3_, central_4_, skewness_,
       kurtosis_, covariance_, minimum_, maximum_;
