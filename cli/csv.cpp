@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "error.hpp"
+#include "input.hpp"
 
 namespace orv_cli {
 namespace {
@@ -56,6 +57,13 @@ CsvReader::CsvReader(const std::string& path, CsvLimit limit, CsvFormat format)
 
 void CsvReader::fail(const std::string& what) const {
   throw Error("{}, line {}: {}", name(), line_, what);
+}
+
+void CsvReader::fail_at_quote() const {
+  fail(
+      "a quote within a cell, or text after the closing quote; a quote within a cell in quotes is "
+      "doubled" +
+      format_hint(beginning_, format_));
 }
 
 // ---- Bytes --------------------------------------------------------------------------------------
@@ -157,9 +165,7 @@ char* CsvReader::parse_quoted(char* p, std::string_view& cell) {
   const bool follows = is_line_end(*after) || *after == format_.delimiter ||
                        (format_.delimiter == ' ' && after != p + 1);
   if (!follows) {
-    fail(
-        "a quote within a cell, or text after the closing quote; a quote within a cell in quotes "
-        "is doubled");
+    fail_at_quote();
   }
   line_ += std::count(begin, p, '\n');
   char* text_end = p;
@@ -186,9 +192,7 @@ bool CsvReader::parse_cell() {
     stop = find_stop(begin, format_.delimiter);
     if (stop == end_) return false;
     if (*stop == '"') {
-      fail(
-          "a quote within a cell, or text after the closing quote; a quote within a cell in "
-          "quotes is doubled");
+      fail_at_quote();
     }
     char* text_end = stop;
     while (text_end != begin && is_blank(text_end[-1])) --text_end;

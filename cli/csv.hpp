@@ -61,6 +61,7 @@ class CsvReader {
   void make_room(char* keep);
   void drop_mark();
   [[noreturn]] void fail(const std::string& what) const;
+  [[noreturn]] void fail_at_quote() const;
 
   ByteSource source_;
   CsvLimit limit_;

@@ -14,6 +14,12 @@ namespace orv_cli {
 void open_output(const std::string& path);
 void close_output();
 
+/// Whether a terminal is there that shows colours, and the user has not set NO_COLOR.
+bool may_colour(int file);
+
+/// From here on an interrupt takes away what is unfinished, and a reader that left is no mistake.
+void end_cleanly_on_signals();
+
 /// Writes at once. Throws an Error where that fails, on a full disk for instance. All that goes to
 /// standard output goes through here, so that none of it is lost in silence.
 void write(const void* data, size_t size);

@@ -25,6 +25,7 @@
 #include "points.hpp"
 #include "poisson_means.hpp"
 #include "print_numbers.hpp"
+#include "random_kinds.hpp"
 #include "random_streams.hpp"
 
 namespace orv_cli {
@@ -361,16 +362,6 @@ Examples:
   orv random bits --brng MT19937 --seed 0x123,0x234,0x345,0x456
   orv random int --brng WH:7 --leapfrog 0/4 --range 1 7)";
 
-std::vector<std::string> kinds() {
-  std::vector<std::string> names = {"uniform", "bits", "int", "list"};
-  for (const Distribution& row : distributions()) names.emplace_back(row.name);
-  for (const std::string_view name :
-       {multivariate_kind, poisson_vector_kind, sobol_kind, niederreiter_kind}) {
-    names.emplace_back(name);
-  }
-  return names;
-}
-
 /// One option for all distributions that have a parameter of the name.
 void add_parameters(CLI::App& command, Options& options) {
   std::map<std::string_view, std::vector<std::string_view>> users;
@@ -391,6 +382,16 @@ void add_parameters(CLI::App& command, Options& options) {
 
 }  // namespace
 
+std::vector<std::string> random_kinds() {
+  std::vector<std::string> names = {"uniform", "bits", "int", "list"};
+  for (const Distribution& row : distributions()) names.emplace_back(row.name);
+  for (const std::string_view name :
+       {multivariate_kind, poisson_vector_kind, sobol_kind, niederreiter_kind}) {
+    names.emplace_back(name);
+  }
+  return names;
+}
+
 void add_random_command(CLI::App& app) {
   auto* command = app.add_subcommand("random", "Print random numbers, or list what there is");
   auto options = std::make_shared<Options>();
@@ -402,7 +403,7 @@ void add_random_command(CLI::App& app) {
   };
   add("KIND", options->kind, "uniform, bits, int, a distribution such as gaussian, or list", " ")
       ->required()
-      ->transform(one_of(kinds()));
+      ->transform(one_of(random_kinds()));
   auto* brng = add("--brng", options->brng, "The generator (default: MT19937)", "NAME[:OFFSET]");
   auto* seed = add("--seed", options->seed,
                    "Seed words with commas between, 0 to 4294967295 each, decimal\n"

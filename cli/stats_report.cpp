@@ -213,7 +213,9 @@ std::string as_table(const Report& report, bool markdown) {
   const auto append = [&](const Grid& grid) {
     markdown ? append_markdown(text, grid) : append_panels(text, grid);
   };
-  const auto append_title = [&](const std::string& title) {
+  const bool bold = !markdown && may_colour(STDOUT_FILENO);
+  const auto append_title = [&](const std::string& plain) {
+    const std::string title = bold ? fmt::format("\033[1m{}\033[0m", plain) : plain;
     text += markdown ? fmt::format("\n{}\n\n", title) : fmt::format("\n{}\n", title);
   };
   append(summary_grid(report));

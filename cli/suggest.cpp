@@ -49,7 +49,7 @@ std::string did_you_mean(std::string_view text, const std::vector<std::string>& 
     if (close.size() < 5 && is_close(text, name)) close.push_back(one_line(name, 40));
   }
   if (close.empty()) return "";
-  return fmt::format("; did you mean {}?", fmt::join(close, ", "));
+  return fmt::format(" (did you mean {}?)", fmt::join(close, ", "));
 }
 
 }  // namespace orv_cli

@@ -15,7 +15,7 @@ std::string lower(std::string_view text);
 /// whatever their case.
 bool is_close(std::string_view text, std::string_view name);
 
-/// "; did you mean x, y?" if there are names like the text, else nothing.
+/// " (did you mean x, y?)" if there are names like the text, else nothing.
 std::string did_you_mean(std::string_view text, const std::vector<std::string>& names);
 
 }  // namespace orv_cli
