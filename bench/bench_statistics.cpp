@@ -1,6 +1,7 @@
 // Times statistics and their peers: seconds an element of a table of ten million numbers.
 //
-//   WHO/WORK/PRECISION/LAYOUT/P/THREADS      n is 10^7 / P; for order statistics P is 1, n 10^6
+//   WHO/WORK/PRECISION/LAYOUT/P/THREADS      n is 10^7 / P; for order statistics P is 1, n 10^6;
+//                                            for robust covariance P is 10, n 10^4 or 50, n 10^5
 //
 // WHO is "ours" or a peer; peers have one thread. "ours/covariance" is by matrix routines,
 // "ours/covariance_one_pass" by updates. Results are checked against plain loops first, and a
@@ -40,7 +41,7 @@ template <class T>
 Truth find_truth(const Table<T>& t) {
   const int32_t p = t.p, n = t.n;
   const Truth::Values zeros(p), squares(p * p);
-  Truth r{zeros, zeros, zeros, zeros, zeros, zeros, zeros, squares, squares, {}, {}};
+  Truth r{zeros, zeros, zeros, zeros, zeros, zeros, zeros, squares, squares, {}, {}, {}, {}};
   std::vector<double> group_mean(groups * p), group_size(groups), d(p);
   for (int32_t j = 0; j < p; ++j) r.least[j] = r.largest[j] = t(0, j);
   for (int32_t i = 0; i < n; ++i) {
@@ -214,6 +215,62 @@ std::vector<Work> all_work(int32_t p) {
   return work;
 }
 
+// ---- Robust covariance --------------------------------------------------------------------------
+
+/// About normal, correlated, and a tenth of the observations far away.
+template <class T>
+std::vector<T> contaminated(int32_t p, int32_t n) {
+  std::vector<T> x;
+  std::mt19937 random;
+  const auto normal = [&] {
+    double sum = -6;
+    for (int k = 0; k < 12; ++k) sum += static_cast<double>(random()) * 0x1p-32;
+    return sum;
+  };
+  for (int32_t i = 0; i < n; ++i) {
+    const double common = 0.5 * normal() + (i % 10 == 0 ? 8 : 0);
+    for (int32_t j = 0; j < p; ++j) x.push_back(static_cast<T>(normal() + common));
+  }
+  return x;
+}
+
+/// OGK is the start of the iterations, which go on to an accuracy of 10^-5 deviations. Of what they
+/// come to, only that it is near is known.
+template <class T>
+class Robust {
+ public:
+  Robust(int32_t p, int32_t n) : p_(p), n_(n), x_(contaminated<T>(p, n)), mean_(p), cov_(p * p) {
+    task_.dimension = &p_;
+    task_.observation_count = &n_;
+    task_.observation_storage = &layout_;
+    task_.observations = x_.data();
+    task_.robust_param_count = &four_;
+    task_.robust_params = parameters_;
+    task_.robust_mean = mean_.data();
+    task_.robust_cov = cov_.data();
+    task_.robust_cov_storage = &full_;
+  }
+  Table<T> table() const { return {x_.data(), p_, n_, false}; }
+
+  void run(int32_t threads, bool iterate) {
+    orv_threads_set_count(threads);
+    parameters_[3] = iterate ? 100 : 0;
+    status_ = Entries<T>::robust_covariance(
+        &task_, 0, SS_METHOD_TBS, threads == 1 ? orv_threads_serial() : orv_threads_pool());
+  }
+  bool verified(const LazyTruth& truth, bool iterate) const {
+    if (status_ != SS_OK) return false;
+    if (!iterate) return near(cov_.data(), truth().robust_cov);
+    return std::all_of(mean_.begin(), mean_.end(), [](T m) { return m > T(-0.1) && m < T(0.1); });
+  }
+
+ private:
+  int32_t p_, n_, layout_ = SS_COLUMNS, full_ = SS_MATRIX_FULL, four_ = 4, status_ = -1;
+  T parameters_[4] = {T(0.5), T(0.001), T(1e-10), 0};
+  std::vector<T> x_, mean_, cov_;
+  SSTask task_ = {};
+};
+
 // ---- The benchmarks -----------------------------------------------------------------------------
 
 int faults = 0;
@@ -271,6 +328,40 @@ void add_table(int32_t p, bool rows) {
   }
 }
 
+template <class T>
+void add_robust(int32_t p, int32_t n) {
+  const auto data = std::make_shared<std::unique_ptr<Robust<T>>>();
+  const auto get = [=]() -> Robust<T>& {
+    if (*data == nullptr) *data = std::make_unique<Robust<T>>(p, n);
+    return **data;
+  };
+  const auto found = std::make_shared<Truth>();
+  const LazyTruth truth = [=]() -> const Truth& {
+    if (found->robust_cov.empty()) {
+      const Robust<double> same(p, n);
+      plain_ogk(same.table(), &found->robust_mean, &found->robust_cov);
+    }
+    return *found;
+  };
+  const std::string shape =
+      std::string(sizeof(T) == 8 ? "/d" : "/s") + "/columns/" + std::to_string(p);
+  const double elements = static_cast<double>(n) * p;
+  for (const bool iterate : {false, true}) {
+    for (const int32_t threads : {1, 2}) {
+      add({iterate ? "ours/robust_tbs" : "ours/robust_ogk", [=] { get().run(threads, iterate); },
+           [=] { return get().verified(truth, iterate); }},
+          shape + "/" + std::to_string(threads), elements);
+    }
+  }
+  if constexpr (sizeof(T) == 8) {
+    if (p > 10) return;  // takes long
+    const auto own = std::make_shared<Robust<double>>(p, n);
+    Contender peer = plain_ogk_peer(own->table(), truth);
+    peer.run = [own, run = peer.run] { run(); };  // keeps the table
+    add(peer, shape + "/1", elements);
+  }
+}
+
 void add_all() {
   for (const std::string& name : missing_statistics_peers()) {
     fprintf(stderr, "left out, not installed for this word size: %s\n", name.c_str());
@@ -281,6 +372,10 @@ void add_all() {
       add_table<float>(p, rows);
     }
   }
+  add_robust<double>(10, 10000);
+  add_robust<float>(10, 10000);
+  add_robust<double>(50, 100000);
+  add_robust<float>(50, 100000);
   add_table<double>(1, false);
   add_table<float>(1, false);
 }

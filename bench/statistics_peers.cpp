@@ -1,9 +1,11 @@
 // ORV_HAVE_ARMADILLO and ORV_HAVE_GSL are 1 or 0.
 #include "statistics_peers.hpp"
 
+#include <orv/scalar.h>
 #include <string.h>
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 
 #if ORV_HAVE_ARMADILLO
@@ -21,6 +23,8 @@ void dsyrk_(const char*, const char*, const int32_t* n, const int32_t* k, const 
 void ssyrk_(const char*, const char*, const int32_t* n, const int32_t* k, const float* alpha,
             const float* a, const int32_t* lda, const float* beta, float* c, const int32_t* ldc,
             size_t, size_t);
+void dsyev_(const char*, const char*, const int32_t* n, double* a, const int32_t* lda, double* w,
+            double* work, const int32_t* lwork, int32_t* info, size_t, size_t);
 void openblas_set_num_threads(int);
 }
 
@@ -188,6 +192,35 @@ void add_gsl(const Table<T>& t, const LazyTruth& truth, Peers* peers) {
 }
 #endif
 
+// ---- Robust covariance --------------------------------------------------------------------------
+
+double median(std::vector<double> x) {
+  const auto middle = x.begin() + static_cast<std::ptrdiff_t>(x.size() / 2);
+  std::nth_element(x.begin(), middle, x.end());
+  return x.size() % 2 != 0 ? *middle : (*middle + *std::max_element(x.begin(), middle)) / 2;
+}
+
+struct LocationScale {
+  double location, scale;
+};
+
+LocationScale robust_scale(const std::vector<double>& x) {
+  const double m = median(x);
+  std::vector<double> away(x.size());
+  std::transform(x.begin(), x.end(), away.begin(), [=](double v) { return std::fabs(v - m); });
+  const double s = median(away);
+  double top = 0, bottom = 0, sum = 0;
+  for (const double v : x) {
+    const double u = (v - m) / s / 4.5, w = u * u > 1 ? 0 : (1 - u * u) * (1 - u * u);
+    top += w * v, bottom += w;
+  }
+  for (const double v : x) {
+    const double t = (v - top / bottom) / s;
+    sum += std::min(t * t, 9.0);
+  }
+  return {top / bottom, s * std::sqrt(sum / static_cast<double>(x.size()))};
+}
+
 template <class T>
 Peers all(const Table<T>& table, const LazyTruth& truth) {
   openblas_set_num_threads(1);
@@ -214,6 +247,55 @@ std::vector<Contender> statistics_peers(const Table<double>& table, const LazyTr
 }
 std::vector<Contender> statistics_peers(const Table<float>& table, const LazyTruth& truth) {
   return all(table, truth);
+}
+
+void plain_ogk(const Table<double>& t, Truth::Values* mean, Truth::Values* cov) {
+  const int32_t p = t.p, n = t.n, work_size = 4 * p;
+  std::vector<std::vector<double>> z(p, std::vector<double>(n));
+  for (int32_t j = 0; j < p; ++j) {
+    for (int32_t i = 0; i < n; ++i) z[j][i] = t(i, j);
+    const LocationScale s = robust_scale(z[j]);
+    for (double& v : z[j]) v /= s.scale;
+  }
+  std::vector<double> U(p * p), values(p), work(work_size), sum(n), difference(n), d(n);
+  for (int32_t j = 0; j < p; ++j) {
+    U[j * (p + 1)] = 1;
+    for (int32_t k = j + 1; k < p; ++k) {
+      for (int32_t i = 0; i < n; ++i) sum[i] = z[j][i] + z[k][i], difference[i] = z[j][i] - z[k][i];
+      const double a = robust_scale(sum).scale, b = robust_scale(difference).scale;
+      U[j * p + k] = U[k * p + j] = (a * a - b * b) / 4;
+    }
+  }
+  int32_t info = 0;
+  dsyev_("v", "u", &p, U.data(), &p, values.data(), work.data(), &work_size, &info, 1, 1);
+  for (int32_t l = 0; l < p; ++l) {
+    std::fill(sum.begin(), sum.end(), 0);
+    for (int32_t j = 0; j < p; ++j) {
+      for (int32_t i = 0; i < n; ++i) sum[i] += U[l * p + j] * z[j][i];
+    }
+    const LocationScale s = robust_scale(sum);
+    for (int32_t i = 0; i < n; ++i) d[i] += std::pow((sum[i] - s.location) / s.scale, 2);
+  }
+  const double limit = __zokdChi2ICDF(p, 0.9) / __zokdChi2ICDF(p, 0.5) * median(d);
+  const auto kept =
+      static_cast<double>(std::count_if(d.begin(), d.end(), [=](double v) { return v < limit; }));
+  mean->assign(p, 0), cov->assign(p * p, 0);
+  std::vector<double> u(p);
+  for (const bool means : {true, false}) {
+    for (int32_t i = 0; i < n; ++i) {
+      if (!(d[i] < limit)) continue;
+      for (int32_t j = 0; j < p; ++j)
+        means ? (*mean)[j] += t(i, j) / kept : u[j] = t(i, j) - (*mean)[j];
+      for (int32_t k = 0; !means && k < p * p; ++k) (*cov)[k] += u[k / p] * u[k % p] / kept;
+    }
+  }
+}
+
+Contender plain_ogk_peer(const Table<double>& table, const LazyTruth& truth) {
+  const auto results = std::make_shared<Truth>();
+  return {"plain/robust_ogk",
+          [=] { plain_ogk(table, &results->robust_mean, &results->robust_cov); },
+          [=] { return near(results->robust_cov.data(), truth().robust_cov); }};
 }
 
 std::vector<std::string> missing_statistics_peers() {

@@ -31,6 +31,7 @@ struct Truth {
   using Values = std::vector<double>;
   Values mean, raw2, raw3, raw4, least, largest, variance, covariance, pooled;
   Values sorted, quantiles;  // of a table of one variable
+  Values robust_mean, robust_cov;
 };
 /// Found when it is first asked for.
 using LazyTruth = std::function<const Truth&()>;
@@ -54,6 +55,11 @@ struct Contender {
 
 std::vector<Contender> statistics_peers(const Table<double>& table, const LazyTruth& truth);
 std::vector<Contender> statistics_peers(const Table<float>& table, const LazyTruth& truth);
+
+/// The orthogonalised Gnanadesikan-Kettenring estimate (Maronna and Zamar 2002) as C++ programs
+/// write it: columns in hand, medians by std::nth_element.
+void plain_ogk(const Table<double>& table, Truth::Values* mean, Truth::Values* cov);
+Contender plain_ogk_peer(const Table<double>& table, const LazyTruth& truth);
 
 /// Those that are not installed for this word size.
 std::vector<std::string> missing_statistics_peers();

@@ -86,7 +86,8 @@ std::vector<size_t> farthest(const std::vector<double>& distances, double cutoff
 
 // ---- Characters ---------------------------------------------------------------------------------
 
-std::string as_text(const std::vector<double>& distances, double cutoff) {
+std::string as_text(const std::vector<double>& distances, double cutoff,
+                    const std::vector<std::string>& labels) {
   constexpr size_t most_columns = 64, lines = 17;
   const Scale scale(distances, cutoff);
   const size_t n = distances.size();
@@ -105,9 +106,10 @@ std::string as_text(const std::vector<double>& distances, double cutoff) {
   axis[line_of(cutoff)] = fmt::format("{:.4g}", cutoff);
   std::string text = "distance\n";
   for (size_t l = 0; l < lines; ++l) text += fmt::format("{:>8} |{}\n", axis[l], picture[l]);
-  const std::string last = fmt::format("{}", n);
-  text += fmt::format("{:>8} +{:-<{}}\n{:>8}  1{:>{}}\n", "", "", columns, "row", last,
-                      std::max(columns, last.size() + 2) - 1);
+  const std::string first = one_line(labels.front(), 24), last = one_line(labels.back(), 24);
+  const size_t room = std::max(columns, first.size() + last.size() + 1) - first.size();
+  text += fmt::format("{:>8} +{:-<{}}\n{:>8}  {}{:>{}}\n", "", "", columns, "row", first,
+                      n > 1 ? last : "", room);
   return text + fmt::format("{:>8}  -- cut-off {:.4g}, * beyond it\n", "", cutoff);
 }
 
@@ -145,7 +147,7 @@ class Picture {
         R"(font-size="12" fill="#333">)",
         width, height);
     add(R"(<rect width="{}" height="{}" fill="#fff"/>)", width, height);
-    draw_axes();
+    draw_axes(labels);
     draw_rows(false, "#4477aa");
     add(R"(<path d="M{} {:.1f}H{}" stroke="#cc3311" stroke-dasharray="6 4"/>)", left, y(cutoff_),
         width - right);
@@ -172,7 +174,7 @@ class Picture {
     return height - bottom - scale_.height(distance) * (height - top - bottom);
   }
 
-  void draw_axes() {
+  void draw_axes(const std::vector<std::string>& labels) {
     for (const double tick : scale_.ticks()) {
       add(R"(<path d="M{} {:.1f}H{}" stroke="#ddd"/>)", left, y(tick), width - right);
       add(R"(<text x="{}" y="{:.1f}" text-anchor="end">{:.4g}</text>)", left - 6, y(tick) + 4,
@@ -185,7 +187,7 @@ class Picture {
     for (const size_t row : marked) {
       if (row == 0) continue;
       add(R"(<text x="{:.1f}" y="{}" text-anchor="middle">{}</text>)", x(row - 1),
-          height - bottom + 17, row);
+          height - bottom + 17, escaped(labels[row - 1]));
     }
     add(R"(<text x="{}" y="{}" text-anchor="middle">row</text>)", (left + width - right) / 2,
         height - 10);
@@ -208,17 +210,22 @@ class Picture {
 
   /// Where a name would cover another, it is left out.
   void draw_names(const std::vector<std::string>& labels) {
-    std::vector<std::pair<double, double>> placed;
+    struct Name {
+      double x, y, width;
+    };
+    std::vector<Name> placed;
     for (const size_t i : farthest(distances_, cutoff_)) {
-      const double at_x = x(i), at_y = y(distances_[i]);
-      const bool covers = std::ranges::any_of(placed, [&](const auto& other) {
-        return std::fabs(other.first - at_x) < 30 && std::fabs(other.second - at_y) < 12;
+      const std::string text = escaped(labels[i]);
+      const double above = y(distances_[i]) - 6;
+      const Name name = {x(i), above > 12 ? above : above + 20,
+                         7 * static_cast<double>(text.size()) + 6};
+      const bool covers = std::ranges::any_of(placed, [&](const Name& other) {
+        return std::fabs(other.x - name.x) < (other.width + name.width) / 2 &&
+               std::fabs(other.y - name.y) < 12;
       });
       if (covers) continue;
-      placed.emplace_back(at_x, at_y);
-      const bool at_end = at_x > width - right - 60;
-      add(R"(<text x="{:.1f}" y="{:.1f}" text-anchor="{}">{}</text>)", at_x + (at_end ? -5 : 5),
-          at_y + 4, at_end ? "end" : "start", escaped(labels[i]));
+      placed.push_back(name);
+      add(R"(<text x="{:.1f}" y="{:.1f}" text-anchor="middle">{}</text>)", name.x, name.y, text);
     }
   }
 
@@ -233,7 +240,7 @@ class Picture {
 void distance_plot(const std::vector<double>& distances, double cutoff,
                    const std::vector<std::string>& labels, const std::string& file) {
   if (file == "-") {
-    const std::string text = as_text(distances, cutoff);
+    const std::string text = as_text(distances, cutoff, labels);
     return write(text.data(), text.size());
   }
   const std::string picture = Picture(distances, cutoff).draw(labels);

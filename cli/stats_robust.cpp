@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
-#include <orv/scalar.h>
 #include <orv/serv.h>
+#include <orv/task.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -15,21 +15,8 @@
 namespace orv_cli {
 namespace {
 
-/// The entries for floating type T.
 template <class T>
-struct Entries;
-
-#define ORV_ENTRIES(T, t)                                       \
-  template <>                                                   \
-  struct Entries<T> {                                           \
-    static constexpr auto robust = _zok##t##SSRobustCovariance; \
-    static constexpr auto distances = _zok##t##SSMahDistance;   \
-    static constexpr auto test_rank = __zok##t##TestCovRank;    \
-    static constexpr auto invert = __zok##t##InvCov;            \
-  };
-ORV_ENTRIES(double, d)
-ORV_ENTRIES(float, s)
-#undef ORV_ENTRIES
+using Entries = orv::entries<T>;
 
 /// The square of the mean's way, in units of the scale, at which iterations end.
 template <class T>
@@ -56,7 +43,8 @@ std::vector<Unit> units_of(const Sample<T>& sample, const std::vector<std::strin
                            const StatsOptions& options, const SSThreadServices* services) {
   constexpr double deviation_of_normal = 1 / 1.3489795003921635;  // of its interquartile range
   const double orders[] = {0.25, 0.5, 0.75};
-  const std::vector<double> quartiles = sample.quantiles(orders, services);
+  const std::vector<double> quartiles =
+      quantiles_of(static_cast<int64_t>(sample.variables()), sample.values(), {}, orders, services);
   std::vector<Unit> units;
   for (size_t j = 0; j < sample.variables(); ++j) {
     if (!std::isfinite(sample.minimum(j)) || !std::isfinite(sample.maximum(j))) {
@@ -114,7 +102,7 @@ Estimate<T> estimate(const Sample<T>& sample, const std::vector<Unit>& units,
   task.robust_mean = e.mean.data();
   task.robust_cov = e.cov.data();
   task.robust_cov_storage = &storage;
-  const int32_t status = Entries<T>::robust(&task, 0, SS_METHOD_TBS, services);
+  const int32_t status = Entries<T>::robust_covariance(&task, 0, SS_METHOD_TBS, services);
   if (status != SS_OK) fail(status, options);
   for (size_t j = 0; j < p; ++j) {
     e.mean[j] = static_cast<T>(units[j].origin + units[j].scale * static_cast<double>(e.mean[j]));
@@ -165,7 +153,7 @@ std::vector<double> distances(const Sample<T>& sample, const Estimate<T>& e) {
                                result.data(), nullptr, buffer.data(), &block};
   static_assert(sizeof words == sizeof task.mahalanobis_block);
   std::copy(std::begin(words), std::end(words), const_cast<const void**>(task.mahalanobis_block));
-  if (Entries<T>::distances(&task) != SS_OK) throw std::bad_alloc();
+  if (Entries<T>::mahalanobis(&task) != SS_OK) throw std::bad_alloc();
   return {result.begin(), result.end()};
 }
 
@@ -200,7 +188,7 @@ std::string beyond_text(const DistancePlot& plot) {
 
 void check_robust(const StatsOptions& options) {
   if (options.missing == "pairwise") {
-    throw Error("--missing pairwise: {} needs complete rows; allowed are drop and fail",
+    throw Error("--missing pairwise: {} needs complete rows; allowed are available, drop and fail",
                 at_option(options));
   }
   if (!options.weights.empty()) {

@@ -148,6 +148,7 @@ TEST(Robust, SaysWhatIsWrong) {
         return stats(arguments, input);
       },
       {{"IN --robust mcd", fine, {"--robust", "mcd", "ogk", "tbs"}},
+       {"IN --robust ogk --memory 0", fine, {"--robust", "0 MiB", "--memory"}},
        {"IN --distances", fine, {"--distances", "--robust"}},
        {"IN --plot x.svg", fine, {"--plot", "x.svg", "--robust"}},
        {"IN --robust ogk --plot - --format csv", fine, {"--plot -", "csv", "table"}},

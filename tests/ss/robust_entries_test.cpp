@@ -43,8 +43,7 @@ struct Call {
   }
   int32_t operator()() {
     static const SSThreadServices services = two_in_turn();
-    if constexpr (sizeof(T) == 8) return _zokdSSRobustCovariance(&task, 0, method, &services);
-    return _zoksSSRobustCovariance(&task, 0, method, &services);
+    return Entries<T>::robust_covariance(&task, 0, method, &services);
   }
 };
 

@@ -81,8 +81,9 @@ struct TbsWork {
   int32_t allocate_all(const SSThreadServices& services) {
     constexpr intptr_t least_share = 1000, observations = 256;
     threads = usable_threads(services);
-    if (n / threads < least_share)
+    if (n / threads < least_share) {
       threads = n < least_share ? 1 : static_cast<int32_t>(n / least_share);
+    }
     const intptr_t fitting = pool_bytes / static_cast<intptr_t>(sizeof(T)) / threads;
     pool_share = fitting < 2 * observations * p ? fitting : 2 * observations * p;
     const Count square = Count(p) * p;
@@ -181,7 +182,7 @@ template <class T>
 void _vSSOGKMahThreader(int32_t thread, int32_t, int32_t threads, void* args) {
   auto& w = *static_cast<TbsWork<T>*>(args);
   const intptr_t chunk = w.n / threads;
-  const int64_t first = thread * chunk, end = thread + 1 == threads ? w.n : first + chunk;
+  const intptr_t first = thread * chunk, end = thread + 1 == threads ? w.n : first + chunk;
   T* const buffer = w.pool + thread * w.pool_share;
   MahalanobisDistances<T> distances(w.task, w.mean, w.inverse, buffer, w.pool_share);
   const int32_t status = distances(first, end, w.distances + first);
