@@ -15,8 +15,8 @@ import numpy as np
 
 from . import _core
 
-__all__ = ["Accumulator", "Description", "Outliers", "Pooled", "RobustCovariance", "corrcoef", "cov",
-           "describe", "outliers", "partial_cov", "pooled", "quantile", "robust_cov"]
+__all__ = ["Accumulator", "Description", "Imputations", "Outliers", "Pooled", "RobustCovariance", "corrcoef", "cov",
+           "describe", "impute", "outliers", "partial_cov", "pooled", "quantile", "robust_cov"]
 
 _MATRIX_FULL = np.zeros(1, np.int64)
 _BLOCK = 1 << 16  # elements that are moved nearer to 0 at a time
@@ -67,9 +67,9 @@ class _Table:
         layout = _core.SS_ROWS if values.flags.f_contiguous else _core.SS_COLUMNS
         self.shape = np.array([self.p, self.n, layout], np.int64)
 
-    def compute(self, entry, estimates, method, parameters):
+    def compute(self, entry, estimates, method, parameters, stream=None):
         status = _core.compute(entry, estimates, method, self.values, self.shape, self.weights,
-                               parameters)
+                               parameters, stream)
         _check(status, entry)
 
     def results(self, *shape):
@@ -461,6 +461,32 @@ class Outliers(typing.NamedTuple):
         return f"{len(self.indices)} outliers among {len(self.flags)} observations: {shown or 'none'}"
 
 
+class Imputations(typing.NamedTuple):
+    """Completed copies of data with missing values: `tables` of the shape (m, n, p), `missing` telling which
+    values were drawn."""
+
+    names: typing.Optional[list]
+    tables: np.ndarray
+    missing: np.ndarray
+
+    def pool(self, estimate):
+        """Joins estimates by Rubin's rules: estimate(table) gives a value, or an array, and its variance.
+        Returns the joint one and its variance, which takes in that of the missing values."""
+        values, variances = map(np.stack, zip(*(map(np.asarray, estimate(table)) for table in self.tables)))
+        between = values.var(axis=0, ddof=1) if len(values) > 1 else np.zeros_like(values[0])
+        return values.mean(axis=0), variances.mean(axis=0) + (1 + 1 / len(values)) * between
+
+    def mean(self):
+        """Each variable's mean and standard error."""
+        n = self.tables.shape[1]
+        value, variance = self.pool(lambda table: (table.mean(axis=0), table.var(axis=0, ddof=1) / n))
+        return value, np.sqrt(variance)
+
+    def __repr__(self):
+        m, n, p = self.tables.shape
+        return f"{m} imputations of {self.missing.sum()} values among {n} observations of {p} variables"
+
+
 def _description(sums, names, orders=(), quantiles=None):
     variance, skewness, kurtosis = _moments_of(sums)
     if quantiles is None:
@@ -670,3 +696,53 @@ def outliers(x, alpha=0.05, centre="median", accuracy=0.005):
         _core.SS_PARAM_OUTLIER_WEIGHTS: weights})
     flags = weights == 0
     return Outliers(flags, np.flatnonzero(flags))
+
+
+# ---- Missing values -----------------------------------------------------------------------------
+
+
+def impute(x, m=5, stream=None, chain=30, max_iterations=1000, accuracy=1e-6):
+    """Draws values for each NaN of x, m times (multiple imputation, Rubin 1987), as Imputations: for values
+    that are missing at random from rows of a multivariate normal law.
+
+    Mean and covariance come from EM, which ends where none changes by `accuracy` (of variables scaled to
+    1) or after `max_iterations`; each imputation then is the end of a chain of data augmentation of
+    `chain` iterations. Numbers come from a Stream, or from the same one each time."""
+    table = _Table(x)
+    for name, value in (("m", m), ("chain", chain), ("max_iterations", max_iterations)):
+        if not 1 <= value <= 10**6 or value != int(value):
+            _fail(name, repr(value), "whole numbers from 1 to 1000000")
+    accuracy = _between("accuracy", accuracy, 0, 1)
+    missing = np.isnan(table.values)
+    if not np.isfinite(table.values[~missing]).all():
+        _fail("x", "one value is infinite", "finite numbers and NaN")
+    if missing.all(axis=0).any():
+        _fail("x", f"column {missing.all(axis=0).argmax()} has no value", "variables that have some")
+    origin = np.nanmean(table.values, axis=0, dtype=np.float64)
+    scale = np.nanstd(table.values, axis=0, dtype=np.float64)
+    scale[scale == 0] = 1
+    count = int(missing.sum())
+    tables = np.repeat(np.ascontiguousarray(table.values)[None], m, axis=0)
+    if count:
+        known = np.where(missing, 0, (table.values - origin) / scale)
+        scaled = _Table(np.ascontiguousarray(np.where(missing, -np.abs(np.float64(np.nan)), known)))
+        drawn = scaled.results(m, count)
+        _draw_missing(scaled, stream, drawn, [max_iterations, chain, accuracy, m, count])
+        where = np.nonzero(missing)
+        tables[:, where[0], where[1]] = origin[where[1]] + scale[where[1]] * drawn
+    return Imputations(table.names, tables, missing)
+
+
+def _draw_missing(table, stream, drawn, settings):
+    parameters = {
+        _core.SS_PARAM_MISSING_PARAM_COUNT: np.array([len(settings)], np.int64),
+        _core.SS_PARAM_MISSING_PARAMS: np.array(settings, np.float64),
+        _core.SS_PARAM_SIMULATED_COUNT: np.array([drawn.size], np.int64),
+        _core.SS_PARAM_SIMULATED_VALUES: drawn}
+    arguments = "MissingValues", 0, _core.SS_METHOD_MULTIPLE_IMPUTATION, parameters
+    if stream is None:
+        return table.compute(*arguments)
+    if not hasattr(stream, "_stream"):
+        raise TypeError(f"stream: {type(stream).__name__}; allowed are None and streams of orv.random")
+    with stream.lock:
+        return table.compute(*arguments, stream._stream)

@@ -435,6 +435,11 @@ PyObject* draw_normal_vectors(PyObject*, PyObject* arguments) {
 
 }  // namespace
 
+StreamState* stream_of(PyObject* capsule) {
+  Source* source = source_of(capsule);
+  return source == nullptr ? nullptr : source->settle();
+}
+
 PyMethodDef stream_methods[] = {
     {"stream_new", stream_new, METH_VARARGS, nullptr},
     {"stream_copy", stream_copy, METH_O, nullptr},
