@@ -40,7 +40,8 @@ def _blocks(x, weights=None):
     if weights is None:
         return [(part, None) for part in parts]
     if not isinstance(weights, dask.array.Array) or weights.shape != x.shape[:1]:
-        _fail("weights", getattr(weights, "shape", type(weights).__name__), f"an array of Dask, {x.shape[:1]}")
+        found = getattr(weights, "shape", type(weights).__name__)
+        _fail("weights", found, f"an array of Dask, {x.shape[:1]}")
     return list(zip(parts, weights.rechunk((rows.chunks[0],)).to_delayed().ravel()))
 
 

@@ -15,8 +15,9 @@ import numpy as np
 
 from . import _core
 
-__all__ = ["Accumulator", "Description", "Imputations", "Outliers", "Pooled", "RobustCovariance", "Sketch", "corrcoef", "cov",
-           "describe", "impute", "outliers", "partial_cov", "pooled", "quantile", "robust_cov"]
+__all__ = ["Accumulator", "Description", "Imputations", "Outliers", "Pooled", "RobustCovariance",
+           "Sketch", "corrcoef", "cov", "describe", "impute", "outliers", "partial_cov", "pooled",
+           "quantile", "robust_cov"]
 
 _MATRIX_FULL = np.zeros(1, np.int64)
 _BLOCK = 1 << 16  # elements that are moved nearer to 0 at a time
@@ -718,7 +719,8 @@ def robust_cov(x, breakdown=0.5, rejection=0.001, max_iterations=1000, nan_polic
     weight."""
     table = _Table(x, None, nan_policy)
     _finite(table)
-    breakdown, rejection = _between("breakdown", breakdown, 0, 0.5), _between("rejection", rejection, 0, 0.999)
+    breakdown = _between("breakdown", breakdown, 0, 0.5)
+    rejection = _between("rejection", rejection, 0, 0.999)
     if max_iterations != int(max_iterations) or max_iterations < 0:
         _fail("max_iterations", repr(max_iterations), "whole numbers from 0 on")
     if table.n <= 2 * table.p:
