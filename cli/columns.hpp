@@ -41,6 +41,7 @@ class Table {
   int64_t bytes_read() const { return bytes_before_ + file_->bytes_read(); }
   int64_t bytes_in_all() const { return bytes_in_all_; }  // 0 where that is not known
   const CellFormat& format() const { return input_.cells; }
+  char delimiter() const { return input_.csv.delimiter; }
 
   /// The first rows that `next` has yet to give, 1000 or what is a million cells.
   const std::deque<CsvRow>& head() const { return head_; }

@@ -8,6 +8,7 @@ class App;
 namespace orv_cli {
 
 void add_math_command(CLI::App& app);
+void add_impute_command(CLI::App& app);
 void add_info_command(CLI::App& app);
 void add_measure_command(CLI::App& app);
 void add_random_command(CLI::App& app);

@@ -37,6 +37,17 @@ char* find_stop(char* p, char delimiter) {
 
 }  // namespace
 
+std::string csv_cell(std::string_view text, char delimiter) {
+  const bool quoted = text.find(delimiter) != text.npos ||
+                      text.find_first_of("\"\r\n") != text.npos || text.starts_with(' ') ||
+                      text.ends_with(' ') ||
+                      (delimiter == ' ' && (text.empty() || text.find('\t') != text.npos));
+  if (!quoted) return std::string(text);
+  std::string cell = "\"";
+  for (const char c : text) cell.append(c == '"' ? 2 : 1, c);
+  return cell + '"';
+}
+
 CsvReader::CsvReader(const std::string& path, CsvLimit limit, CsvFormat format)
     : source_(path), limit_(std::move(limit)), format_(format), buffer_(first_size + padding) {
   at_ = end_ = row_begin_ = buffer_.data();

@@ -28,6 +28,9 @@ struct CsvFormat {
   char comment = 0;      // begins a line that is passed over; 0: there are none
 };
 
+/// The text of a cell in a file, in quotes where it needs them.
+std::string csv_cell(std::string_view text, char delimiter = ',');
+
 /// Cells may stand in double quotes, which then may hold delimiters, line ends and doubled quotes.
 /// Lines end in LF, CR LF or CR; blanks around a cell, blank lines and a byte order mark are passed
 /// over.

@@ -4,6 +4,7 @@
 #include <orv/qem.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "error.hpp"
@@ -44,6 +45,15 @@ constexpr Figure figures[] = {
 #include "qem/_bt_gen_ia32/accuracy.def"
 };
 
+/// Names that other programs have for functions.
+constexpr std::pair<std::string_view, std::string_view> other_names[] = {
+    {"log", "Ln"},        {"arcsin", "Asin"},   {"arccos", "Acos"},      {"arctan", "Atan"},
+    {"arctan2", "Atan2"}, {"arcsinh", "Asinh"}, {"arccosh", "Acosh"},    {"arctanh", "Atanh"},
+    {"fabs", "Abs"},      {"power", "Pow"},     {"square", "Sqr"},       {"reciprocal", "Inv"},
+    {"ceiling", "Ceil"},  {"pnorm", "CdfNorm"}, {"qnorm", "CdfNormInv"}, {"rsqrt", "InvSqrt"},
+    {"subtract", "Sub"},  {"multiply", "Mul"},  {"divide", "Div"},       {"angle", "Arg"},
+};
+
 std::vector<std::string_view> names_if(auto&& wanted) {
   std::vector<std::string_view> names;
   for (const Function& f : functions()) {
@@ -68,7 +78,9 @@ std::vector<std::string_view> names_if(auto&& wanted) {
 std::span<const Function> functions() { return all_functions; }
 
 std::vector<const Function*> find_functions(std::string_view text) {
-  const std::string wanted = lower(text);
+  std::string wanted = lower(text);
+  const auto* other = std::ranges::find(other_names, wanted, [](auto& row) { return row.first; });
+  if (other != std::end(other_names)) wanted = lower(other->second);
   std::vector<const Function*> found;
   for (const Function& f : functions()) {
     if (lower(f.name) == wanted || lower(f.full_name()) == wanted) found.push_back(&f);

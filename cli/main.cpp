@@ -20,7 +20,7 @@ constexpr const char* word_size = sizeof(void*) == 8 ? "x86-64" : "32-bit x86";
 
 [[noreturn]] void throw_no_command(const CLI::App& app) {
   const std::vector<std::string> given = app.remaining();
-  throw Error("{}; allowed are math, info, measure, random, stats, --help and --version",
+  throw Error("{}; allowed are impute, info, math, measure, random, stats, --help and --version",
               given.empty() ? "no command is given" : in_quotes(given[0]) + " is no command");
 }
 
@@ -39,6 +39,7 @@ void run(int argc, char** argv) {
       "'orv COMMAND --help' tells more. Exit codes: 0 success; 2 a mistake in what was given, or\n"
       "results that could not be written; 1 anything else.");
   add_math_command(app);
+  add_impute_command(app);
   add_info_command(app);
   add_measure_command(app);
   add_random_command(app);

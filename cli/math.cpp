@@ -43,11 +43,11 @@ constexpr ScalarOption scalar_options[] = {
 };
 
 struct Options {
-  std::string function, level, type, column, second, mode;
+  std::string functions, level, type, column, second, mode, as, output;
   InputOptions input;
-  std::string missing = "fail";
+  std::string missing;
   std::string scalars[std::size(scalar_options)];
-  bool errors = false;
+  bool errors = false, append = false;
 };
 
 /// Elements that one call of a kernel gets; a power of two, see local_index.
@@ -55,11 +55,25 @@ constexpr int32_t chunk_size = 1 << 15;
 
 template <class T>
 struct Chunk {
-  std::vector<T> in[2], out[2];  // complex: real and imaginary parts in turn
-  std::vector<int64_t> lines;    // of each element
-  int64_t start = 0;             // its first element's place among all
+  std::vector<T> in[2];           // complex: real and imaginary parts in turn
+  std::vector<int64_t> lines;     // of each element
+  std::vector<char> missing;      // likewise, whether it was
+  std::vector<std::string> rows;  // likewise, where columns are to be appended to them
+  int64_t start = 0;              // its first element's place among all
 
   int32_t size() const { return static_cast<int32_t>(lines.size()); }
+};
+
+/// A function of a run, and its results.
+template <class T>
+struct Applied {
+  const Function* function;
+  orv_call::Kernel kernel;
+  std::vector<double> scalars;
+  std::vector<T> out[2];
+
+  int results() const { return kernel.signature.results; }
+  size_t parts() const { return static_cast<size_t>(kernel.signature.result_parts); }
 };
 
 /// Shortest text that reads back as the same number.
@@ -166,18 +180,26 @@ double scalar(std::string_view text, std::string_view option) {
   return value;
 }
 
-/// The function's scalars from their options; an option that is not the function's is a mistake.
+/// An option that no function of the run takes is a mistake.
+void expect_scalars_of(const std::vector<const Function*>& run, const Options& options) {
+  for (size_t k = 0; k < std::size(scalar_options); ++k) {
+    const ScalarOption& o = scalar_options[k];
+    if (options.scalars[k].empty() || std::ranges::count(run, o.shape, &Function::shape) > 0)
+      continue;
+    throw Error("{} {}: {} takes no such number; {} does", o.option, in_quotes(options.scalars[k]),
+                run[0]->full_name(),
+                std::ranges::find(functions(), o.shape, &Function::shape)->name);
+  }
+}
+
+/// The function's scalars from their options.
 template <class T>
 std::vector<double> scalars_of(const Function& f, const Options& options) {
   std::vector<double> scalars;
   for (size_t k = 0; k < std::size(scalar_options); ++k) {
     const ScalarOption& o = scalar_options[k];
+    if (f.shape != o.shape) continue;
     std::string text = options.scalars[k];
-    if (f.shape != o.shape) {
-      if (text.empty()) continue;
-      throw Error("{} {}: {} takes no such number; {} does", o.option, in_quotes(text),
-                  f.full_name(), std::ranges::find(functions(), o.shape, &Function::shape)->name);
-    }
     if (text.empty() && o.otherwise == nullptr) {
       throw Error("{} takes one second argument for all elements; give {}, such as {} 2.5",
                   f.full_name(), o.option, o.option);
@@ -196,20 +218,21 @@ std::vector<double> scalars_of(const Function& f, const Options& options) {
 // ---- The run ------------------------------------------------------------------------------------
 
 template <class T>
-void apply(const orv_call::Kernel& kernel, const std::vector<double>& scalars, Chunk<T>& chunk) {
-  const orv_call::Signature& signature = kernel.signature;
-  for (int j = 0; j < signature.results; ++j) {
-    chunk.out[j].resize(static_cast<size_t>(chunk.size()) * signature.result_parts);
+void apply(Applied<T>& f, const Chunk<T>& chunk) {
+  const orv_call::Signature& signature = f.kernel.signature;
+  reporting = {f.function, chunk.start, &chunk.lines};
+  for (int j = 0; j < f.results(); ++j) {
+    f.out[j].resize(static_cast<size_t>(chunk.size()) * f.parts());
   }
   const T* a = chunk.in[0].data();
   // The library counts from this base. It is an address to compare with, never read.
   const uintptr_t before = static_cast<uintptr_t>(chunk.start) * signature.input_parts * sizeof(T);
   orv_qem_kernel_SetInterfInputVectorPointer(
       reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(a) - before));
-  kernel({.n = chunk.size(),
-          .inputs = {a, chunk.in[1].data()},
-          .results = {chunk.out[0].data(), chunk.out[1].data()},
-          .scalars = scalars.data()});
+  f.kernel({.n = chunk.size(),
+            .inputs = {a, chunk.in[1].data()},
+            .results = {f.out[0].data(), f.out[1].data()},
+            .scalars = f.scalars.data()});
   orv_qem_kernel_SetInterfInputVectorPointer(nullptr);
 }
 
@@ -252,33 +275,91 @@ void add_row(ColumnReader& reader, const std::vector<Cell>& cells,
   add_element(reader, cells[1], in_parts ? 1 : parts, chunk.in[in_parts ? 0 : 1]);
 }
 
+/// Cells as they would stand in a file.
+template <class Cells>
+std::string row_text(const Cells& cells, char delimiter) {
+  std::string text;
+  for (const auto& cell : cells) {
+    if (!text.empty() || &cell != &*cells.begin()) text += delimiter;
+    text += csv_cell(cell, delimiter);
+  }
+  return text;
+}
+
 /// Fills the chunk behind the one before; false if nothing is left.
 template <class T>
-bool read(ColumnReader& reader, const orv_call::Signature& signature, bool list, Chunk<T>& chunk) {
+bool read(ColumnReader& reader, const orv_call::Signature& signature, const Options& options,
+          Chunk<T>& chunk) {
+  const bool list = options.column.empty();
+  const char delimiter = reader.table().delimiter();
   chunk.start += chunk.size();
   chunk.in[0].clear(), chunk.in[1].clear(), chunk.lines.clear();
+  chunk.missing.clear(), chunk.rows.clear();
   for (std::vector<Cell> cells; chunk.size() < chunk_size && reader.next(cells);) {
     chunk.lines.push_back(cells[0].line);
+    chunk.missing.push_back(std::ranges::any_of(cells, &Cell::missing));
+    if (options.append) chunk.rows.push_back(row_text(reader.row().cells, delimiter));
     add_row(reader, cells, signature, list, chunk);
   }
   return chunk.size() > 0;
 }
 
-/// A line for each element, with the parts of its results.
-template <class T>
-void print(const Chunk<T>& chunk, const orv_call::Signature& signature) {
-  fmt::memory_buffer text;
-  const auto out = std::back_inserter(text);
-  const size_t parts = signature.result_parts;
-  for (size_t i = 0; i < chunk.lines.size(); ++i) {
-    for (int j = 0; j < signature.results; ++j) {
-      for (size_t part = 0; part < parts; ++part) {
-        const bool last = j == signature.results - 1 && part == parts - 1;
-        fmt::format_to(out, "{}{}", text_of(chunk.out[j][i * parts + part]), last ? '\n' : ',');
-      }
+/// Calls use(function, result, part) for each column of results.
+template <class T, class Use>
+void for_each_result(const std::vector<Applied<T>>& list, Use use) {
+  for (const Applied<T>& f : list) {
+    for (int j = 0; j < f.results(); ++j) {
+      for (size_t part = 0; part < f.parts(); ++part) use(f, j, part);
     }
   }
+}
+
+/// A line for each element, with the parts of all results.
+template <class T>
+void print(const Chunk<T>& chunk, const std::vector<Applied<T>>& list, const Table& table,
+           bool leave_empty) {
+  fmt::memory_buffer text;
+  const char delimiter = table.delimiter() == ' ' ? ',' : table.delimiter();
+  const char decimal = table.format().decimal();
+  for (size_t i = 0; i < chunk.lines.size(); ++i) {
+    if (!chunk.rows.empty()) text.append(chunk.rows[i]);
+    bool first = chunk.rows.empty();
+    for_each_result(list, [&](const Applied<T>& f, int j, size_t part) {
+      if (!first) text.push_back(chunk.rows.empty() ? delimiter : table.delimiter());
+      first = false;
+      if (leave_empty && chunk.missing[i] != 0) return;
+      std::string number = text_of(f.out[j][i * f.parts() + part]);
+      if (decimal != '.') std::ranges::replace(number, '.', decimal);
+      text.append(number);
+    });
+    text.push_back('\n');
+  }
   write(text.data(), text.size());
+}
+
+/// The names above a table with appended results.
+template <class T>
+void print_names(const Table& table, const std::vector<Applied<T>>& list, const Options& options) {
+  std::vector<std::string> names;
+  const std::string of =
+      options.second.empty() ? options.column : options.column + "," + options.second;
+  for_each_result(list, [&](const Applied<T>& f, int j, size_t part) {
+    std::string name = fmt::format("{}({})", f.function->name, of);
+    if (f.results() > 1) name += fmt::format(".{}", j + 1);
+    if (f.parts() > 1) name += part == 0 ? ".re" : ".im";
+    names.push_back(std::move(name));
+  });
+  if (!options.as.empty()) {
+    const std::vector<std::string> given = parts_of(options.as);
+    if (given.size() != names.size()) {
+      throw Error("--as {}: {} names for {} new columns", in_quotes(options.as), given.size(),
+                  names.size());
+    }
+    names = given;
+  }
+  if (table.names().empty()) return;
+  output("{}{}{}\n", row_text(table.names(), table.delimiter()), table.delimiter(),
+         row_text(names, table.delimiter()));
 }
 
 /// The columns that the function's arguments are taken from; none means a list.
@@ -312,18 +393,42 @@ Missing missing_of(const std::string& text) {
   return text == "skip" ? Missing::skip : text == "nan" ? Missing::nan : Missing::fail;
 }
 
+/// The functions of a run, which read the same arguments.
 template <class T>
-void run(const Function& f, int32_t slot, const Options& options) {
-  const std::vector<double> scalars = scalars_of<T>(f, options);
-  const std::vector<std::string> columns = argument_columns(f, options, scalars);
-  ColumnReader reader(input_of(options.input), columns, missing_of(options.missing));
-  const orv_call::Kernel& kernel = f.table[slot];
+std::vector<Applied<T>> applied(const std::vector<const Function*>& functions, int32_t slot,
+                                const Options& options) {
+  std::vector<Applied<T>> list;
+  const orv_call::Signature& first = functions[0]->table[slot].signature;
+  for (const Function* f : functions) {
+    const orv_call::Kernel& kernel = f->table[slot];
+    const orv_call::Signature& other = kernel.signature;
+    if (other.is_float != first.is_float || other.inputs != first.inputs ||
+        other.input_parts != first.input_parts) {
+      throw Error(
+          "{} and {} take different arguments; functions of one run are of one type and "
+          "number of arguments",
+          functions[0]->full_name(), f->full_name());
+    }
+    list.push_back({f, kernel, scalars_of<T>(*f, options), {}});
+  }
+  return list;
+}
+
+template <class T>
+void run(const std::vector<const Function*>& functions, int32_t slot, const Options& options) {
+  std::vector<Applied<T>> list = applied<T>(functions, slot, options);
+  std::vector<std::string> columns;
+  for (const Applied<T>& f : list) columns = argument_columns(*f.function, options, f.scalars);
+  // A table that is written whole has an empty cell where an argument is missing.
+  const bool leave_empty = options.append && options.missing.empty();
+  ColumnReader reader(input_of(options.input), columns,
+                      leave_empty ? Missing::nan : missing_of(options.missing));
+  if (options.append) print_names(reader.table(), list, options);
   Progress progress(reader.table().bytes_in_all());
   Chunk<T> chunk;
-  while (read(reader, kernel.signature, columns.empty(), chunk)) {
-    reporting = {&f, chunk.start, &chunk.lines};
-    apply(kernel, scalars, chunk);
-    print(chunk, kernel.signature);
+  while (read(reader, list[0].kernel.signature, options, chunk)) {
+    for (Applied<T>& f : list) apply(f, chunk);
+    print(chunk, list, reader.table(), leave_empty);
     progress.update(reader.table().bytes_read());
   }
   if (reader.texts() > 0) {
@@ -334,15 +439,26 @@ void run(const Function& f, int32_t slot, const Options& options) {
 }
 
 void math(const Options& options) {
-  const Function& f =
-      find_function(options.function, options.type.empty() ? '\0' : options.type[0]);
+  std::vector<const Function*> functions;
+  for (const std::string& name : parts_of(options.functions)) {
+    functions.push_back(&find_function(name, options.type.empty() ? '\0' : options.type[0]));
+  }
+  if (options.append && options.column.empty()) {
+    throw Error("--append: give --column; a list of numbers has no columns to append to");
+  }
+  if (!options.as.empty() && !options.append) {
+    throw Error("--as {}: it names the columns of --append", in_quotes(options.as));
+  }
+  expect_scalars_of(functions, options);
   const int32_t slot = choose_slot(options);
   if (options.errors) orv_qem_kernel_SetErrorCallBack(list_error);
-  if (f.table[slot].signature.is_float) {
-    run<float>(f, slot, options);
+  if (!options.output.empty()) open_output(options.output);
+  if (functions[0]->table[slot].signature.is_float) {
+    run<float>(functions, slot, options);
   } else {
-    run<double>(f, slot, options);
+    run<double>(functions, slot, options);
   }
+  close_output();
   if (!options.errors) note_status();
 }
 
@@ -354,13 +470,15 @@ those of a function's only argument may have a column for each part, and without
 of a line are the parts of one.
 
 Output: a result a line on standard output, with the fewest digits that read back as the same
-number; the two numbers of a complex result, and two results, with a comma between them.
+number; the two numbers of a complex result, and several results, with a comma between them. With a
+decimal comma or another delimiter in the input the output has them, too.
 
 Levels: la below 4 ulp, ha below 1 ulp, ep about half the bits. ulp: unit in the last place.
 
 Examples:
   orv math Ln --column Ozone --missing skip airquality.csv
   orv math Mul --column 3 --second 4 airquality.csv
+  orv math log,sqrt -c Ozone airquality.csv --append -o with_logs.csv
   orv math Sqrt --type z --column re --second im points.csv
   echo 3+4i -1-0i | orv math Sqrt --type z
   orv math Modf --column Wind airquality.csv
@@ -379,25 +497,28 @@ void add_math_command(CLI::App& app) {
   const auto add = [&](const char* name, std::string& value, const char* help) {
     return command->add_option(name, value, help);
   };
-  add("FUNCTION", options->function,
-      "Its name, such as Exp or, with its type, dExp; 'orv info' lists all")
+  add("FUNCTION", options->functions,
+      "Its name, such as Exp or, with its type, dExp, or those of several with\n"
+      "commas between; 'orv info' lists all. Other programs' names such as log\n"
+      "(the natural one), arcsin, square, pnorm are known, too")
       ->required()
       ->option_text(" ");
   command
       ->add_option("FILE", options->input.files, "Files to read; -, the default, is standard input")
       ->option_text(" ");
   add_input_options(*command, options->input);
-  add("--level", options->level, "Accuracy: la, ha or ep (default: that of the mode word)")
+  add("-l,--level", options->level, "Accuracy: la, ha or ep (default: that of the mode word)")
       ->transform(one_of({"la", "ha", "ep"}))
       ->option_text("LEVEL");
-  add("--type", options->type, "d double, s float, z and c complex of these (default: d, else z)")
+  add("-t,--type", options->type,
+      "d double, s float, z and c complex of these (default: d, else z)")
       ->transform(one_of({"d", "s", "z", "c"}))
       ->option_text("TYPE");
-  add("--column", options->column,
+  add("-c,--column", options->column,
       "Column of the argument, by its name or its number from 1, or of a\n"
       "complex one's real parts")
       ->option_text("NAME|K");
-  add("--second", options->second,
+  add("-2,--second", options->second,
       "Column of the second argument, or of the imaginary parts of an only one")
       ->option_text("NAME|K");
   for (size_t k = 0; k < std::size(scalar_options); ++k) {
@@ -409,7 +530,17 @@ void add_math_command(CLI::App& app) {
       "passes its row over, nan computes with NaN")
       ->transform(one_of({"fail", "skip", "nan"}))
       ->option_text("WHAT");
-  command->add_flag("--errors", options->errors,
+  command->add_flag("-a,--append", options->append,
+                    "Write the whole table with the results as new columns; where an\n"
+                    "argument is missing their cells are empty, unless --missing is given");
+  add("--as", options->as,
+      "Names of the new columns, with commas between (default: Ln(x) and so on)")
+      ->option_text("NAMES");
+  add("-o,--output", options->output,
+      "Write to this file in place of standard output; it appears\n"
+      "when all is written, and may be the one that is read")
+      ->option_text("FILE");
+  command->add_flag("-e,--errors", options->errors,
                     "List each reported element on standard error, before the results\n"
                     "around it: code, index from 0 among the elements read, line of the\n"
                     "file, argument, result. Sets the callback route of the mode word");

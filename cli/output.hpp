@@ -1,4 +1,4 @@
-// Results on standard output.
+// Results on standard output, or in a file in its place.
 #pragma once
 
 #include <fmt/format.h>
@@ -8,6 +8,11 @@
 #include <utility>
 
 namespace orv_cli {
+
+/// From here on results go to a file, which appears when it is closed, and only then; so it may be
+/// one that is read.
+void open_output(const std::string& path);
+void close_output();
 
 /// Writes at once. Throws an Error where that fails, on a full disk for instance. All that goes to
 /// standard output goes through here, so that none of it is lost in silence.

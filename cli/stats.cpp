@@ -58,9 +58,16 @@ constexpr const char* footer =
 Without --select all columns of numbers are taken: those
 whose first cell that is not missing, among the first 1000 rows, is a number.
 
-Missing cells: drop (default) leaves out each row in which a selected column has one, and tells
-how many; pairwise takes all values of each column, and for each pair of columns the rows that
-have both; fail stops there.
+Missing cells: with available (default) a column's figures are of all its values, and the table says
+how many these are; matrices are of the rows without a missing cell. drop leaves out each row in
+which a selected column has one, and tells how many; pairwise is as available, but takes for each
+pair of columns the rows that have both; em adds mean, covariance and correlation of maximum
+likelihood, from all cells there are, for normal data; fail stops at a missing cell. A text below numbers is a
+missing cell, too, and a note tells where it stands.
+
+Figures: count missing sum mean standard_error (se) mean_low mean_high (ci is both)
+standard_deviation (sd) variance (var) minimum (min) quantiles median maximum (max) mode mode_count
+skewness (skew) excess_kurtosis (kurtosis); all is all of them.
 
 Definitions, for values x with weights w (1 without --weights; rows of weight 0 are passed over).
 W is the sum of weights, W2 that of their squares, E the weighted mean:
@@ -72,6 +79,9 @@ W is the sum of weights, W2 that of their squares, E the weighted mean:
   quantile         of order q: at (n - 1) q in the sorted values, counted from 0, linear between
                    neighbours (definition 7 of Hyndman and Fan); with weights: the value at which
                    the sum of weights, in ascending order, reaches q W, linear between neighbours
+  standard error   deviation / sqrt(W^2 / W2), without weights sqrt(n); the mean's interval is
+                   that of Student's t with one degree of freedom less than that
+  sum              of w x;  mode: the most frequent value of a column of whole numbers
   pooled           the groups' sums of products, over the sum of their W - W2 / W
   partial          covariance of Y given Z: Cyy - Cyz inv(Czz) Czy
   distance         of a row x from the mean m: root of (x - m)' inv(C) (x - m); the cut-off is
@@ -85,14 +95,15 @@ others come from updates about the mean. No digit depends on --threads.
 What is not defined, such as the deviation of one value, is shown as -, in CSV as an empty cell,
 in JSON as null. Infinities are inf and -inf, in JSON the strings "inf" and "-inf".
 
-The file is read once, in blocks, and may be larger than memory. Quantiles, --by and --robust need
-all values: beyond --memory quartiles are left out, and --quantiles, --by and --robust stop.
+The file is read once, in blocks, and may be larger than memory. Quantiles, modes, histograms, --by
+and --robust need all values: beyond --memory quartiles are left out, and what was asked for stops.
 
-CSV output: a table of the columns; groups and matrices follow, each after a blank line and with
-its title as the head of its first column. CSV and JSON have all digits.
+CSV output: a table of the columns; histograms, groups and matrices follow, each after a blank line.
+CSV and JSON have all digits.
 
 Examples:
   orv stats iris.csv --by Species
+  orv stats airquality.csv --figures count,mean,ci,median --histogram
   orv stats airquality.csv --missing pairwise --cor
   orv stats stackloss.csv --partial stack.loss,Air.Flow --given Water.Temp
   orv stats stackloss.csv --robust tbs --plot -
@@ -115,17 +126,24 @@ void add_stats_command(CLI::App& app) {
   };
   add("FILE", options->input.files, " ", "Files to read; -, the default, is standard input");
   add_input_options(*command, options->input);
-  add("--select", options->select, "COLUMNS",
+  add("-s,--select", options->select, "COLUMNS",
       "Only these columns, with commas between, and ranges: 1,3-5 or x:z");
-  add("--exclude", options->exclude, "COLUMNS", "Not these columns");
+  add("-x,--exclude", options->exclude, "COLUMNS", "Not these columns");
   command->add_flag("--cov", options->covariance, "Print the covariance matrix");
   command->add_flag("--cor", options->correlation, "Print the correlation matrix");
-  add("--quantiles", options->quantiles, "ORDERS",
+  add("-f,--figures", options->figures, "NAMES",
+      "What to tell of each column, with commas between: see below, or all");
+  add("-q,--quantiles", options->quantiles, "ORDERS",
       "Instead of quartiles those of orders such as 0.1,0.5,0.9");
-  add("--weights", options->weights, "COLUMN", "Weights of the rows, from 0");
-  add("--by", options->by, "COLUMN",
-      "Group the rows by what this column holds, numbers or text: means of\n"
-      "the groups and their pooled covariance");
+  add("--confidence", options->confidence, "LEVEL", "Of the mean's interval (default 0.95)")
+      ->check(CLI::Range(1e-6, 1 - 1e-6));
+  command->add_flag("--histogram", options->histogram, "Print a histogram of each column, too");
+  add("--bins", options->bins, "N", "Bins of the histogram, about (default: as many as suit)")
+      ->check(CLI::Range(1, 1000));
+  add("-w,--weights", options->weights, "COLUMN", "Weights of the rows, from 0");
+  add("-b,--by", options->by, "COLUMNS",
+      "Group the rows by what these columns hold, numbers or text: figures\n"
+      "of the groups, and with --cov and --cor pooled matrices within them");
   add("--partial", options->partial, "COLUMNS",
       "Covariance and correlation of these columns, freed from the linear\n"
       "influence of those of --given");
@@ -150,10 +168,20 @@ void add_stats_command(CLI::App& app) {
   add("--plot", options->plot, "FILE",
       "Draw the distances of --robust, --outliers or --mahalanobis and their\n"
       "cut-off line: an SVG picture, or with - characters");
-  add_word("--missing", options->missing, "WHAT", {"drop", "pairwise", "fail"},
-           "What to do about missing cells: drop (default), pairwise or fail");
-  add_word("--format", options->format, "FORMAT", {"table", "csv", "json"},
-           "table (default), csv or json");
+  add_word("--missing", options->missing, "WHAT", {"available", "drop", "pairwise", "em", "fail"},
+           "What to do about missing cells: available (default), drop, pairwise,\n"
+           "em or fail; see below");
+  add("--eps", options->epsilon, "E",
+      "Quantiles whose ranks are off by E of the count at most, such as 1e-4,\n"
+      "without keeping the values")
+      ->check([](const std::string& text) {
+        double value;
+        return parse(text, value) && value > 0 && value <= 1
+                   ? std::string()
+                   : in_quotes(text) + " is not above 0 and up to 1";
+      });
+  add_word("--format", options->format, "FORMAT", {"table", "markdown", "csv", "json", "jsonl"},
+           "table (default), markdown, csv, json, or jsonl: a line each column");
   add_word("--precision", options->precision, "TYPE", {"d", "s"},
            "Compute in d doubles (default) or s floats; floats for less than\n"
            "16 million rows");

@@ -14,7 +14,11 @@ namespace orv_cli {
 struct StatsOptions {
   InputOptions input;
   std::string select, exclude, weights, by, partial, given;  // columns; empty if not given
-  std::string quantiles;                                     // empty: quartiles, if there is room
+  std::string quantiles;  // orders; empty: quartiles, if there is room
+  std::string figures;    // names; empty: a choice
+  double confidence = 0.95;
+  bool histogram = false;
+  int32_t bins = 0;  // of a histogram; 0: as many as suit
   bool covariance = false, correlation = false;
   std::string robust;  // ogk or tbs
   bool outliers = false, mahalanobis = false, repair_correlation = false;
@@ -22,7 +26,8 @@ struct StatsOptions {
   std::string start = "medians";  // or mean
   bool distances = false;         // a table of them
   std::string plot;               // file for a picture of them, or -
-  std::string missing = "drop";
+  double epsilon = 0;             // of ranks of quantiles; 0: exact while there is room
+  std::string missing = "available";
   std::string format = "table";
   std::string precision = "d";
   int64_t memory = 0;  // MiB

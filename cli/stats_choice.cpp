@@ -14,7 +14,7 @@ Choice::Choice(const Table& table, const StatsOptions& options) : table_(table) 
   if (table.head().empty()) throw Error("{} holds no number, only names", table.file().name());
   if (!table.note().empty()) notes.push_back(table.note());
   weights = find(options.weights, "--weights");
-  by = find(options.by, "--by");
+  by = find_all(options.by, "--by");
   const auto partial = find_all(options.partial, "--partial");
   const auto given = find_all(options.given, "--given");
   excluded_ = find_all(options.exclude, "--exclude");
@@ -36,9 +36,14 @@ Choice::Choice(const Table& table, const StatsOptions& options) : table_(table) 
     throw Error("--weights {}: the column is selected, too; allowed is one that is not",
                 in_quotes(options.weights));
   }
-  if (by && std::ranges::count(columns, *by) > 0) {
-    throw Error("--by {}: the column is selected, too; allowed is one that is not",
-                in_quotes(options.by));
+  if (by.size() > most_by) {
+    throw Error("--by {}: {} columns; allowed are {}", in_quotes(options.by), by.size(), most_by);
+  }
+  for (const size_t column : by) {
+    if (std::ranges::count(columns, column) > 0) {
+      throw Error("--by {}: {} is selected, too; allowed are columns that are not",
+                  in_quotes(options.by), in_quotes(name(column)));
+    }
   }
 }
 
@@ -81,7 +86,10 @@ void Choice::expect_numbers(size_t column) const {
 void Choice::choose_numeric() {
   Strings texts, names;
   for (size_t column = 0; column < table_.width(); ++column) {
-    if (column == weights || column == by || std::ranges::count(excluded_, column) > 0) continue;
+    const auto is_in = [&](const std::vector<size_t>& v) {
+      return std::ranges::count(v, column) > 0;
+    };
+    if (column == weights || is_in(by) || is_in(excluded_)) continue;
     const CsvRow* const row = first_row_with(column);
     double value;
     if (row == nullptr) {

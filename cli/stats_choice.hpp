@@ -14,6 +14,8 @@ namespace orv_cli {
 
 using Strings = std::vector<std::string>;
 
+inline constexpr size_t most_by = 16;  // columns that tell the groups
+
 class Choice {
  public:
   Choice(const Table& table, const StatsOptions& options);
@@ -22,7 +24,8 @@ class Choice {
 
   std::vector<size_t> columns;  // to analyse
   std::vector<int64_t> roles;   // of each: 1 partial, -1 given
-  std::optional<size_t> weights, by;
+  std::optional<size_t> weights;
+  std::vector<size_t> by;     // whose cells tell the groups
   Strings notes;              // of what is left out
   std::vector<size_t> empty;  // left out, since nothing was in them so far
 

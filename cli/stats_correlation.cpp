@@ -1,6 +1,7 @@
 #include "stats_correlation.hpp"
 
 #include <fmt/format.h>
+#include <orv/task.hpp>
 
 #include <cmath>
 #include <new>
@@ -15,15 +16,7 @@ namespace orv_cli {
 namespace {
 
 template <class T>
-struct Entries;
-template <>
-struct Entries<double> {
-  static constexpr auto repair = _zokdSSCorParametrization;
-};
-template <>
-struct Entries<float> {
-  static constexpr auto repair = _zoksSSCorParametrization;
-};
+using Entries = orv::entries<T>;
 
 double least_eigenvalue(Matrix a, size_t p) {
   const auto n = static_cast<int32_t>(p), work_size = 10 * n;
@@ -55,7 +48,7 @@ Matrix repaired(const Matrix& correlation, size_t p, const SSThreadServices* ser
   task.dimension = &p_word;
   task.cor = task.parametrized_cor = matrix.data();
   task.cor_storage = task.parametrized_cor_storage = &full;
-  const int32_t status = Entries<T>::repair(&task, 0, SS_METHOD_SPECTRAL_DECOMP, services);
+  const int32_t status = Entries<T>::parametrize(&task, 0, SS_METHOD_SPECTRAL_DECOMP, services);
   if (status == SS_NO_MEMORY) throw std::bad_alloc();
   if (status != SS_OK) throw Error("--repair-correlation: no eigenvalues (status {})", status);
   return {matrix.begin(), matrix.end()};

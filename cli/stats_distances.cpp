@@ -4,6 +4,7 @@
 #include <fmt/ranges.h>
 #include <orv/scalar.h>
 #include <orv/serv.h>
+#include <orv/task.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -15,20 +16,8 @@
 namespace orv_cli {
 namespace {
 
-/// The entries for floating type T.
 template <class T>
-struct Entries;
-
-#define ORV_ENTRIES(T, t)                                     \
-  template <>                                                 \
-  struct Entries<T> {                                         \
-    static constexpr auto distances = _zok##t##SSMahDistance; \
-    static constexpr auto test_rank = __zok##t##TestCovRank;  \
-    static constexpr auto invert = __zok##t##InvCov;          \
-  };
-ORV_ENTRIES(double, d)
-ORV_ENTRIES(float, s)
-#undef ORV_ENTRIES
+using Entries = orv::entries<T>;
 
 /// In memory that the library may release.
 template <class T>
@@ -58,7 +47,8 @@ std::vector<Unit> units_of(const Sample<T>& sample, const std::vector<std::strin
                            const std::string& option, const SSThreadServices* services) {
   constexpr double deviation_of_normal = 1 / 1.3489795003921635;  // of its interquartile range
   const double orders[] = {0.25, 0.5, 0.75};
-  const std::vector<double> quartiles = sample.quantiles(orders, services);
+  const std::vector<double> quartiles =
+      quantiles_of(static_cast<int64_t>(sample.variables()), sample.values(), {}, orders, services);
   std::vector<Unit> units;
   for (size_t j = 0; j < sample.variables(); ++j) {
     if (!std::isfinite(sample.minimum(j)) || !std::isfinite(sample.maximum(j))) {
@@ -125,7 +115,7 @@ std::vector<double> distances_of(std::span<const T> values, const Estimate<T>& e
                                result.data(), nullptr, buffer.data(), &block};
   static_assert(sizeof words == sizeof task.mahalanobis_block);
   std::copy(std::begin(words), std::end(words), const_cast<const void**>(task.mahalanobis_block));
-  if (Entries<T>::distances(&task) != SS_OK) throw std::bad_alloc();
+  if (Entries<T>::mahalanobis(&task) != SS_OK) throw std::bad_alloc();
   return {result.begin(), result.end()};
 }
 

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <orv/scalar.h>
+#include <orv/task.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -13,19 +14,8 @@
 namespace orv_cli {
 namespace {
 
-/// The entries for floating type T.
 template <class T>
-struct Entries;
-
-#define ORV_ENTRIES(T, t)                                          \
-  template <>                                                      \
-  struct Entries<T> {                                              \
-    static constexpr auto basic = _zok##t##SSBasic;                \
-    static constexpr auto outliers = _zok##t##SSOutliersDetection; \
-  };
-ORV_ENTRIES(double, d)
-ORV_ENTRIES(float, s)
-#undef ORV_ENTRIES
+using Entries = orv::entries<T>;
 
 constexpr double accuracy = 0.005;  // relative change of the number of good rows
 

@@ -1,6 +1,7 @@
 #include "stats_report.hpp"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -10,7 +11,9 @@
 #include <cstdlib>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <span>
 
+#include "csv.hpp"
 #include "error.hpp"
 #include "output.hpp"
 
@@ -18,9 +21,6 @@ namespace orv_cli {
 namespace {
 
 using Strings = std::vector<std::string>;
-
-/// "25%"
-std::string percent(double order) { return fmt::format("{:.6g}%", 100 * order); }
 
 /// Shortest text that reads back as the number that was computed.
 std::string exact_text(double value, bool single) {
@@ -59,7 +59,7 @@ std::string padded(const std::string& text, size_t width, bool right) {
   return right ? blanks + text : text + blanks;
 }
 
-void append(std::string& text, const Grid& grid) {
+void append_panels(std::string& text, const Grid& grid) {
   const size_t label_width = std::max(width_of(grid.labels), width_of(grid.corner));
   const size_t screen = screen_width();
   for (size_t first = 0, last; first < grid.heads.size(); first = last) {
@@ -81,6 +81,28 @@ void append(std::string& text, const Grid& grid) {
     for (size_t i = 0; i < grid.labels.size(); ++i) {
       append_line(grid.labels[i], [&](size_t j) { return grid.cells[j][i]; });
     }
+  }
+}
+
+std::string markdown_cell(const std::string& text) {
+  std::string cell;
+  for (const char c : text) (cell += c == '|' ? "\\" : "") += c;
+  return cell;
+}
+
+void append_markdown(std::string& text, const Grid& grid) {
+  const auto append_line = [&](const std::string& label, auto cell) {
+    text += fmt::format("| {} |", markdown_cell(label));
+    for (size_t j = 0; j < grid.heads.size(); ++j)
+      text += fmt::format(" {} |", markdown_cell(cell(j)));
+    text += '\n';
+  };
+  append_line(grid.corner, [&](size_t j) { return grid.heads[j]; });
+  text += "|---|";
+  for (size_t j = 0; j < grid.heads.size(); ++j) text += "---:|";
+  text += '\n';
+  for (size_t i = 0; i < grid.labels.size(); ++i) {
+    append_line(grid.labels[i], [&](size_t j) { return grid.cells[j][i]; });
   }
 }
 
@@ -120,39 +142,40 @@ Strings label_texts(const Strings& names) {
   return texts;
 }
 
+std::string figure_text(const Figure& figure, double value, const ColumnFormat& in_unit) {
+  if (figure.unit == Unit::column) return in_unit(value);
+  if (figure.unit == Unit::ratio) return ratio_text(value);
+  if (std::isnan(value)) return "-";
+  return figure.unit == Unit::count ? fmt::format("{:.0f}", value) : fmt::format("{:.6g}", value);
+}
+
 Grid summary_grid(const Report& report) {
-  Grid grid = {"", {"count", "missing", "mean", "std. deviation", "minimum"}, {}, {}};
-  for (const double order : report.orders) grid.labels.push_back(percent(order));
-  for (const char* label : {"maximum", "skewness", "excess kurtosis"}) grid.labels.push_back(label);
+  Grid grid;
+  for (const Figure& figure : report.figures) grid.labels.push_back(figure.label);
   for (const ColumnReport& c : report.columns) {
     const ColumnFormat text(c);
-    Strings cells = {fmt::format("{}", c.count), fmt::format("{}", c.missing), text(c.mean),
-                     text(c.standard_deviation), text(c.minimum)};
-    std::ranges::transform(c.quantiles, std::back_inserter(cells), text);
-    for (std::string cell : {text(c.maximum), ratio_text(c.skewness), ratio_text(c.kurtosis)}) {
-      cells.push_back(std::move(cell));
-    }
+    Strings& cells = grid.cells.emplace_back();
+    for (const Figure& f : report.figures) cells.push_back(figure_text(f, f.value(c), text));
     grid.heads.push_back(label_text(c.name));
-    grid.cells.push_back(std::move(cells));
   }
   return grid;
 }
 
-Grid group_grid(const Report& report) {
+/// A row for each group, with the figures of one column.
+Grid group_grid(const Report& report, size_t column) {
   const GroupReport& groups = *report.groups;
-  Grid grid = {label_text(groups.by), label_texts(groups.labels), {"count"}, {{}}};
-  for (const int64_t count : groups.results.counts) {
-    grid.cells[0].push_back(fmt::format("{}", count));
+  const ColumnFormat text(report.columns[column]);
+  Grid grid = {label_text(fmt::format("{}", fmt::join(groups.by, ", "))), {}, {}, {}};
+  for (const Strings& labels : groups.labels) {
+    grid.labels.push_back(label_text(fmt::format("{}", fmt::join(labels, ", "))));
   }
-  const size_t p = report.columns.size();
-  for (size_t j = 0; j < p; ++j) {
-    const ColumnFormat text(report.columns[j]);
-    Strings means;
+  for (size_t k = 0; k < groups.figures.size(); ++k) {
+    const Figure& figure = groups.figures[k];
+    Strings& cells = grid.cells.emplace_back();
     for (size_t g = 0; g < groups.labels.size(); ++g) {
-      means.push_back(text(groups.results.means[g * p + j]));
+      cells.push_back(figure_text(figure, groups.of(g, column)[k], text));
     }
-    grid.heads.push_back(label_text(report.columns[j].name));
-    grid.cells.push_back(std::move(means));
+    grid.heads.push_back(figure.label);
   }
   return grid;
 }
@@ -176,22 +199,39 @@ std::string rows_text(const Report& report) {
   std::string text = fmt::format("{}: {} rows", one_line(report.file), report.rows);
   if (report.dropped > 0) text += fmt::format(", {} dropped: a cell is missing", report.dropped);
   if (report.weightless > 0) text += fmt::format(", {} passed over: weight 0", report.weightless);
+  if (report.complete && *report.complete < report.rows - report.dropped - report.weightless) {
+    text += fmt::format("; matrices: {} rows without a missing cell", *report.complete);
+  }
   if (report.weights) {
     text += fmt::format("; weights: {}, sum {:.10g}", one_line(*report.weights), report.weight_sum);
   }
   return text;
 }
 
-std::string as_table(const Report& report) {
+std::string as_table(const Report& report, bool markdown) {
   std::string text = rows_text(report) + "\n\n";
-  append(text, summary_grid(report));
-  if (report.groups) {
-    text += fmt::format("\nMeans by {}\n", one_line(report.groups->by));
-    append(text, group_grid(report));
+  const auto append = [&](const Grid& grid) {
+    markdown ? append_markdown(text, grid) : append_panels(text, grid);
+  };
+  const auto append_title = [&](const std::string& title) {
+    text += markdown ? fmt::format("\n{}\n\n", title) : fmt::format("\n{}\n", title);
+  };
+  append(summary_grid(report));
+  for (const ColumnReport& c : report.columns) {
+    if (c.histogram.counts.empty()) continue;
+    append_title("Histogram of " + one_line(c.name));
+    constexpr size_t beside_bar = 40;
+    const std::string bars = text_of(c.histogram, screen_width() - beside_bar);
+    text += markdown ? "```\n" + bars + "```\n" : bars;
+  }
+  for (size_t j = 0; report.groups && j < report.columns.size(); ++j) {
+    append_title(fmt::format("{} by {}", one_line(report.columns[j].name),
+                             one_line(fmt::format("{}", fmt::join(report.groups->by, ", ")))));
+    append(group_grid(report, j));
   }
   for (const MatrixReport& matrix : report.matrices) {
-    text += fmt::format("\n{}\n", one_line(matrix.title));
-    append(text, matrix_grid(matrix));
+    append_title(one_line(matrix.title));
+    append(matrix_grid(matrix));
     if (!matrix.note.empty()) text += matrix.note + '\n';
   }
   return text;
@@ -199,67 +239,90 @@ std::string as_table(const Report& report) {
 
 // ---- CSV ----------------------------------------------------------------------------------------
 
-std::string csv_cell(const std::string& text) {
-  if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-  std::string cell = "\"";
-  for (const char c : text) cell += c == '"' ? "\"\"" : std::string(1, c);
-  return cell + '"';
+/// What is not defined is left empty.
+void append_number(fmt::memory_buffer& text, double x, bool single) {
+  if (std::isnan(x)) return;
+  if (single) {
+    fmt::format_to(std::back_inserter(text), "{}", static_cast<float>(x));
+  } else {
+    fmt::format_to(std::back_inserter(text), "{}", x);
+  }
 }
 
-/// A line of text and numbers; what is not defined is left empty.
-std::string csv_line(const Strings& texts, const std::vector<double>& numbers, bool single) {
-  std::string line;
-  for (size_t i = 0; i < texts.size(); ++i) {
-    if (i > 0) line += ',';
-    line += csv_cell(texts[i]);
+/// A line of text and numbers.
+void append_line(fmt::memory_buffer& text, const Strings& texts, std::span<const double> numbers,
+                 bool single) {
+  bool first = true;
+  const auto append_comma = [&] {
+    if (!first) text.push_back(',');
+    first = false;
+  };
+  for (const std::string& cell : texts) {
+    append_comma();
+    text.append(csv_cell(cell));
   }
   for (const double x : numbers) {
-    line += ',';
-    if (!std::isnan(x)) line += exact_text(x, single);
+    append_comma();
+    append_number(text, x, single);
   }
-  return line + '\n';
+  text.push_back('\n');
+}
+
+void append_figure_names(Strings& heads, const std::vector<Figure>& figures) {
+  for (const Figure& figure : figures) heads.push_back(figure.name);
+}
+
+void append_groups(fmt::memory_buffer& text, const Report& report) {
+  const GroupReport& groups = *report.groups;
+  text.push_back('\n');
+  Strings heads = groups.by;
+  heads.push_back("column");
+  append_figure_names(heads, groups.figures);
+  append_line(text, heads, {}, false);
+  for (size_t g = 0; g < groups.labels.size(); ++g) {
+    Strings texts = groups.labels[g];
+    texts.emplace_back();
+    for (size_t j = 0; j < report.columns.size(); ++j) {
+      texts.back() = report.columns[j].name;
+      append_line(text, texts, {groups.of(g, j), groups.figures.size()}, report.single);
+    }
+  }
+}
+
+void append_matrix(fmt::memory_buffer& text, const MatrixReport& matrix, bool single) {
+  text.push_back('\n');
+  Strings heads = {matrix.title};
+  heads.insert(heads.end(), matrix.heads().begin(), matrix.heads().end());
+  append_line(text, heads, {}, false);
+  const size_t p = matrix.heads().size();
+  for (size_t i = 0; i < matrix.names.size(); ++i) {
+    append_line(text, {matrix.names[i]}, std::span(matrix.values).subspan(i * p, p), single);
+  }
 }
 
 std::string as_csv(const Report& report) {
-  Strings head = {"column", "count", "missing", "mean", "standard_deviation", "minimum"};
-  for (const double order : report.orders) head.push_back(fmt::format("q{}", order));
-  for (const char* name : {"maximum", "skewness", "excess_kurtosis"}) head.push_back(name);
-  std::string text = csv_line(head, {}, false);
+  fmt::memory_buffer text;
+  Strings heads = {"column"};
+  append_figure_names(heads, report.figures);
+  append_line(text, heads, {}, false);
   for (const ColumnReport& c : report.columns) {
-    std::vector<double> numbers = {c.mean, c.standard_deviation, c.minimum};
-    numbers.insert(numbers.end(), c.quantiles.begin(), c.quantiles.end());
-    for (const double x : {c.maximum, c.skewness, c.kurtosis}) numbers.push_back(x);
-    text += csv_line({c.name, fmt::format("{}", c.count), fmt::format("{}", c.missing)}, numbers,
-                     report.single);
+    std::vector<double> values;
+    for (const Figure& figure : report.figures) values.push_back(figure.value(c));
+    append_line(text, {c.name}, values, report.single);
   }
-  const auto append_rows = [&](const Strings& heads, const std::vector<Strings>& labels,
-                               const std::vector<double>& values) {
-    text += '\n';
-    text += csv_line(heads, {}, false);
-    const size_t p = values.size() / labels.size();
-    for (size_t i = 0; i < labels.size(); ++i) {
-      const double* const row = values.data() + i * p;
-      text += csv_line(labels[i], {row, row + p}, report.single);
+  const bool histograms = std::ranges::any_of(
+      report.columns, [](const ColumnReport& c) { return !c.histogram.counts.empty(); });
+  if (histograms) text.append(std::string_view("\nhistogram of,from,to,count\n"));
+  for (const ColumnReport& c : report.columns) {
+    for (size_t bin = 0; bin < c.histogram.counts.size(); ++bin) {
+      const double numbers[] = {c.histogram.first(bin), c.histogram.last(bin),
+                                static_cast<double>(c.histogram.counts[bin])};
+      append_line(text, {c.name}, numbers, false);
     }
-  };
-  if (report.groups) {
-    Strings heads = {"mean by " + report.groups->by, "count"};
-    for (const ColumnReport& c : report.columns) heads.push_back(c.name);
-    std::vector<Strings> labels;
-    for (size_t g = 0; g < report.groups->labels.size(); ++g) {
-      labels.push_back(
-          {report.groups->labels[g], fmt::format("{}", report.groups->results.counts[g])});
-    }
-    append_rows(heads, labels, report.groups->results.means);
   }
-  for (const MatrixReport& matrix : report.matrices) {
-    Strings heads = {matrix.title};
-    heads.insert(heads.end(), matrix.heads().begin(), matrix.heads().end());
-    std::vector<Strings> labels;
-    for (const std::string& name : matrix.names) labels.push_back({name});
-    append_rows(heads, labels, matrix.values);
-  }
-  return text;
+  if (report.groups) append_groups(text, report);
+  for (const MatrixReport& matrix : report.matrices) append_matrix(text, matrix, report.single);
+  return fmt::to_string(text);
 }
 
 // ---- JSON ---------------------------------------------------------------------------------------
@@ -284,60 +347,95 @@ Json json_rows(const std::vector<double>& values, size_t rows, bool single) {
   return result;
 }
 
+/// Adds figures, quantiles as one list of orders and values; `value` tells that of a figure.
+template <class Value>
+void add_figures(Json& json, const std::vector<Figure>& figures, bool single, Value value) {
+  for (const Figure& figure : figures) {
+    const double x = value(figure);
+    if (figure.of == nullptr) {
+      const double order = std::strtod(figure.name.c_str() + 1, nullptr);  // after a q
+      json["quantiles"].push_back({{"order", order}, {"value", json_number(x, single)}});
+    } else if (figure.unit == Unit::count && !std::isnan(x)) {
+      json[figure.name] = static_cast<int64_t>(x);
+    } else {
+      json[figure.name] = json_number(x, single);
+    }
+  }
+}
+
+Json json_of(const ColumnReport& c, const Report& report) {
+  Json json = {{"name", c.name}};
+  add_figures(json, report.figures, report.single, [&](const Figure& f) { return f.value(c); });
+  for (size_t bin = 0; bin < c.histogram.counts.size(); ++bin) {
+    json["histogram"].push_back({{"from", c.histogram.first(bin)},
+                                 {"to", c.histogram.last(bin)},
+                                 {"count", c.histogram.counts[bin]}});
+  }
+  return json;
+}
+
+Json json_of_group(const Report& report, size_t group, size_t column) {
+  const GroupReport& groups = *report.groups;
+  Json json = {{"name", report.columns[column].name}, {"by", Json::object()}};
+  for (size_t k = 0; k < groups.by.size(); ++k) json["by"][groups.by[k]] = groups.labels[group][k];
+  const double* next = groups.of(group, column);
+  add_figures(json, groups.figures, report.single, [&](const Figure&) { return *next++; });
+  return json;
+}
+
+Json json_of(const MatrixReport& matrix, bool single) {
+  Json json = {{"title", matrix.title}, {"names", matrix.names}};
+  if (!matrix.columns.empty()) json["columns"] = matrix.columns;
+  json["values"] = json_rows(matrix.values, matrix.names.size(), single);
+  if (!matrix.note.empty()) json["note"] = matrix.note;
+  return json;
+}
+
+/// Calls use("columns" or so, record) for each column, group and matrix.
+template <class Use>
+void for_each_record(const Report& report, Use use) {
+  for (const ColumnReport& c : report.columns) use("columns", json_of(c, report));
+  for (size_t g = 0; report.groups && g < report.groups->labels.size(); ++g) {
+    for (size_t j = 0; j < report.columns.size(); ++j) use("groups", json_of_group(report, g, j));
+  }
+  for (const MatrixReport& m : report.matrices) use("matrices", json_of(m, report.single));
+}
+
 std::string as_json(const Report& report) {
-  const bool single = report.single;
   Json json = {{"file", report.file}, {"rows", report.rows}, {"dropped", report.dropped}};
+  if (report.complete) json["complete_rows"] = *report.complete;
   if (report.weights) {
     json["weights"] = {{"column", *report.weights},
-                       {"sum", json_number(report.weight_sum, single)},
+                       {"sum", json_number(report.weight_sum, report.single)},
                        {"zero", report.weightless}};
   }
-  for (const ColumnReport& c : report.columns) {
-    Json quantiles = Json::array();
-    for (size_t i = 0; i < report.orders.size(); ++i) {
-      quantiles.push_back(
-          {{"order", report.orders[i]}, {"value", json_number(c.quantiles[i], single)}});
-    }
-    json["columns"].push_back({{"name", c.name},
-                               {"count", c.count},
-                               {"missing", c.missing},
-                               {"mean", json_number(c.mean, single)},
-                               {"standard_deviation", json_number(c.standard_deviation, single)},
-                               {"minimum", json_number(c.minimum, single)},
-                               {"quantiles", quantiles},
-                               {"maximum", json_number(c.maximum, single)},
-                               {"skewness", json_number(c.skewness, single)},
-                               {"excess_kurtosis", json_number(c.kurtosis, single)}});
-  }
-  if (report.groups) {
-    const GroupReport& groups = *report.groups;
-    json["groups"] = {{"by", groups.by},
-                      {"labels", groups.labels},
-                      {"counts", groups.results.counts},
-                      {"means", json_rows(groups.results.means, groups.labels.size(), single)}};
-  }
-  for (const MatrixReport& matrix : report.matrices) {
-    Json& entry = json["matrices"].emplace_back();
-    entry = {{"title", matrix.title}, {"names", matrix.names}};
-    if (!matrix.columns.empty()) entry["columns"] = matrix.columns;
-    entry["values"] = json_rows(matrix.values, matrix.names.size(), single);
-    if (!matrix.note.empty()) entry["note"] = matrix.note;
-  }
+  for_each_record(report,
+                  [&](const char* list, Json record) { json[list].push_back(std::move(record)); });
   return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+/// A line for each record.
+std::string as_json_lines(const Report& report) {
+  std::string text;
+  for_each_record(report, [&](const char*, const Json& record) {
+    text += record.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+  });
+  return text;
 }
 
 }  // namespace
 
 void print_report(const Report& report, const std::string& format) {
-  const std::string text = format == "json"  ? as_json(report)
-                           : format == "csv" ? as_csv(report)
-                                             : as_table(report);
+  const std::string text = format == "json"    ? as_json(report)
+                           : format == "jsonl" ? as_json_lines(report)
+                           : format == "csv"   ? as_csv(report)
+                                               : as_table(report, format == "markdown");
   write(text.data(), text.size());
   for (const std::string& note : report.notes) fmt::print(stderr, "orv: note: {}\n", note);
   for (const MatrixReport& matrix : report.matrices) {
     if (format == "csv" && !matrix.note.empty()) fmt::print(stderr, "orv: note: {}\n", matrix.note);
   }
-  if (format == "csv" && report.dropped + report.weightless > 0) {
+  if ((format == "csv" || format == "jsonl") && report.dropped + report.weightless > 0) {
     fmt::print(stderr, "orv: note: {}\n", rows_text(report));
   }
 }

@@ -7,16 +7,15 @@
 #include <vector>
 
 #include "distance_plot.hpp"
+#include "histogram.hpp"
+#include "stats_figures.hpp"
 #include "stats_sample.hpp"
 
 namespace orv_cli {
 
-/// A result that is not defined, such as the deviation of one value, is NaN.
-struct ColumnReport {
+struct ColumnReport : Summary {
   std::string name;
-  int64_t count, missing;
-  double mean, standard_deviation, minimum, maximum, skewness, kurtosis;
-  std::vector<double> quantiles;
+  Histogram histogram;  // empty unless it was asked for
 };
 
 struct MatrixReport {
@@ -30,18 +29,26 @@ struct MatrixReport {
 };
 
 struct GroupReport {
-  std::string by;
-  std::vector<std::string> labels;
-  Pooled results;
+  std::vector<std::string> by;                   // names of columns
+  std::vector<std::vector<std::string>> labels;  // of each group, one for each of these
+  std::vector<Figure> figures;
+  std::vector<double> values;  // of each group, of each column, each figure
+
+  /// The figures of one group's part of a column.
+  const double* of(size_t group, size_t column) const {
+    const size_t columns = values.size() / (labels.size() * figures.size());
+    return &values[(group * columns + column) * figures.size()];
+  }
 };
 
 struct Report {
   std::string file;
   int64_t rows = 0, dropped = 0, weightless = 0;
+  std::optional<int64_t> complete;     // rows that matrices are of
   std::optional<std::string> weights;  // the name of their column
   double weight_sum = 0;
-  bool single = false;         // computed in floats
-  std::vector<double> orders;  // of the quantiles; none where they are left out
+  bool single = false;          // computed in floats
+  std::vector<Figure> figures;  // that are told of each column
   std::vector<ColumnReport> columns;
   std::optional<GroupReport> groups;
   std::vector<MatrixReport> matrices;
@@ -49,7 +56,7 @@ struct Report {
   std::vector<std::string> notes;  // for standard error
 };
 
-/// `format` is table, csv or json.
+/// `format` is table, markdown, csv, json or jsonl.
 void print_report(const Report& report, const std::string& format);
 
 }  // namespace orv_cli

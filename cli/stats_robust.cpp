@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <orv/scalar.h>
+#include <orv/task.hpp>
 
 #include <cmath>
 #include <new>
@@ -12,18 +13,8 @@
 namespace orv_cli {
 namespace {
 
-/// The entries for floating type T.
 template <class T>
-struct Entries;
-
-#define ORV_ENTRIES(T, t)                                       \
-  template <>                                                   \
-  struct Entries<T> {                                           \
-    static constexpr auto robust = _zok##t##SSRobustCovariance; \
-  };
-ORV_ENTRIES(double, d)
-ORV_ENTRIES(float, s)
-#undef ORV_ENTRIES
+using Entries = orv::entries<T>;
 
 /// The square of the mean's way, in units of the scale, at which iterations end.
 template <class T>
@@ -64,7 +55,7 @@ Estimate<T> estimate(const Sample<T>& sample, const std::vector<Unit>& units,
   task.robust_mean = e.mean.data();
   task.robust_cov = e.cov.data();
   task.robust_cov_storage = &storage;
-  const int32_t status = Entries<T>::robust(&task, 0, SS_METHOD_TBS, services);
+  const int32_t status = Entries<T>::robust_covariance(&task, 0, SS_METHOD_TBS, services);
   if (status != SS_OK) fail(status, options);
   take_units_off(e, units);
   return e;

@@ -1,5 +1,7 @@
 #include "stats_sample.hpp"
 
+#include <orv/task.hpp>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -13,22 +15,7 @@ namespace orv_cli {
 namespace {
 
 template <class T>
-struct Entries;
-#define ORV_ENTRIES(T, t)                                                    \
-  template <>                                                                \
-  struct Entries<T> {                                                        \
-    static constexpr auto new_task = __zok##t##SSNewTask;                    \
-    static constexpr auto edit = __zok##t##SSEditTask;                       \
-    static constexpr auto basic = _zok##t##SSBasic;                          \
-    static constexpr auto minmax = _zok##t##SSMinmax;                        \
-    static constexpr auto quantiles = _zok##t##SSQuantiles;                  \
-    static constexpr auto weighted_quantile = _zok##t##SSWMedian;            \
-    static constexpr auto pooled_covariance = _zok##t##SSPooledCovariance;   \
-    static constexpr auto partial_covariance = _zok##t##SSPartialCovariance; \
-  };
-ORV_ENTRIES(double, d)
-ORV_ENTRIES(float, s)
-#undef ORV_ENTRIES
+using Entries = orv::entries<T>;
 
 void check(int32_t status) {
   if (status == SS_NO_MEMORY) throw std::bad_alloc();
@@ -142,6 +129,7 @@ void Sample<T>::take_block(const SSThreadServices* services) {
     append(values_, block_);
     append(weights_, block_weights_);
   }
+  if (stream_) stream_->add(block_, services);
   Task<T> task(p_, n, block_.data(), data_or_null(block_weights_));
   if (wanted_ == Wanted::everything) {
     task.set(SS_PARAM_MINIMUM, minimum_);
@@ -230,17 +218,25 @@ void Sample<T>::drop_values() {
 }
 
 template <class T>
-std::vector<double> Sample<T>::quantiles(std::span<const double> orders,
-                                         const SSThreadServices* services) const {
+void Sample<T>::summarise_values(double epsilon, const SSThreadServices* services) {
+  stream_ = std::make_shared<StreamQuantiles<T>>(p_, epsilon);
+  if (!values_.empty()) stream_->add(values_, services);
+  drop_values();
+}
+
+template <class T>
+std::vector<double> quantiles_of(int64_t p, std::span<const T> values, std::span<const T> weights,
+                                 std::span<const double> orders, const SSThreadServices* services) {
   const std::vector<T> wanted(orders.begin(), orders.end());
   const auto orders_count = static_cast<int64_t>(orders.size());
-  std::vector<double> results(variables() * orders.size(),
-                              std::numeric_limits<double>::quiet_NaN());
-  if (count_ == 0) return results;
-  Task<T> task(p_, count_, values_.data(), data_or_null(weights_));
+  const auto variables = static_cast<size_t>(p);
+  std::vector<double> results(variables * orders.size(), undefined);
+  if (values.empty() || orders.empty()) return results;
+  Task<T> task(p, static_cast<int64_t>(values.size()) / p, values.data(),
+               weights.empty() ? nullptr : weights.data());
   std::vector<T> found(results.size(), std::numeric_limits<T>::quiet_NaN());
   task.set(SS_PARAM_QUANTILES, found);
-  if (!weighted_) {
+  if (weights.empty()) {
     task.set(SS_PARAM_QUANT_ORDERS, wanted);
     task.set(SS_PARAM_QUANT_ORDER_COUNT, &orders_count);
     check(Entries<T>::quantiles(task, SS_EST_QUANTILES, SS_METHOD_FAST, services));
@@ -250,47 +246,54 @@ std::vector<double> Sample<T>::quantiles(std::span<const double> orders,
   for (size_t i = 0; i < orders.size(); ++i) {  // that entry finds one quantile of each variable
     task.set(SS_PARAM_QUANT_ORDERS, &wanted[i]);
     check(Entries<T>::weighted_quantile(task, SS_EST_QUANTILES, SS_METHOD_FAST, services));
-    for (size_t j = 0; j < variables(); ++j) results[j * orders.size() + i] = found[j];
+    for (size_t j = 0; j < variables; ++j) results[j * orders.size() + i] = found[j];
   }
   return results;
 }
 
 template <class T>
-Pooled Sample<T>::pooled(const std::vector<int64_t>& groups, int64_t group_count,
+std::vector<double> Sample<T>::quantiles(std::span<const double> orders,
+                                         const SSThreadServices* services) const {
+  if (stream_) return stream_->answers(orders, services);
+  return quantiles_of<T>(p_, values(), weights(), orders, services);
+}
+
+/// The covariance of the distances from the groups' means, over what is left of the observations.
+template <class T>
+Matrix Sample<T>::pooled(const std::vector<uint32_t>& groups, size_t group_count,
                          const SSThreadServices* services) {
-  const size_t p = variables(), g = static_cast<size_t>(group_count);
-  std::vector<ExactWeights> group_weights(g);
-  std::vector<ExactMoments> exact(g * p);
+  const size_t p = variables();
+  std::vector<ExactWeights> group_weights(group_count);
+  std::vector<ExactMoments> exact(group_count * p);
+  const auto weight = [&](size_t i) { return weighted_ ? &weights_[i] : nullptr; };
   for (size_t i = 0; i < groups.size(); ++i) {
-    const auto group = static_cast<size_t>(groups[i]);
-    const T* const weight = weighted_ ? &weights_[i] : nullptr;
-    group_weights[group].add(weight, 1);
+    group_weights[groups[i]].add(weight(i), 1);
     for (size_t j = 0; j < p; ++j) {
-      T& x = values_[i * p + j];
-      exact[group * p + j].add(&x, 1, weight, 1, origin_[j]);
-      x -= origin_[j];
+      exact[groups[i] * p + j].add(&values_[i * p + j], 1, weight(i), 1, origin_[j]);
     }
   }
-  const std::vector<int64_t> every_group(g, 1);
-  std::vector<T> pooled_mean(p), pooled_cov(p * p), means(g * p), covariances(g * p * p);
-  Task<T> task(p_, count_, values_.data(), data_or_null(weights_));
-  task.set(SS_PARAM_GROUP_INDICES, groups.data());
-  task.set(SS_PARAM_POOLED_MEAN, pooled_mean);
-  task.set(SS_PARAM_POOLED_COV, pooled_cov);
-  task.set_full_storage(SS_PARAM_POOLED_COV_STORAGE);
-  task.set(SS_PARAM_GROUP_OUTPUT_INDICES, every_group.data());
-  task.set(SS_PARAM_GROUP_MEANS, means);
-  task.set(SS_PARAM_GROUP_COV, covariances);
-  task.set_full_storage(SS_PARAM_GROUP_COV_STORAGE);
-  check(Entries<T>::pooled_covariance(task, SS_EST_POOLED | SS_EST_GROUP, SS_METHOD_ONE_PASS,
-                                      services));
-  Pooled result = {std::vector<int64_t>(g), {means.begin(), means.end()}, {}};
-  for (size_t i = 0; i < g * p; ++i) {
-    const double mean = exact[i].mean(group_weights[i / p]);
-    result.means[i] = std::isfinite(mean) ? mean : result.means[i] + origin_[i % p];
+  for (size_t i = 0; i < groups.size(); ++i) {
+    for (size_t j = 0; j < p; ++j) {
+      const double mean = exact[groups[i] * p + j].mean(group_weights[groups[i]]);
+      values_[i * p + j] = static_cast<T>(values_[i * p + j] - mean);
+    }
   }
-  result.covariance.assign(pooled_cov.begin(), pooled_cov.end());
-  for (const int64_t group : groups) ++result.counts[static_cast<size_t>(group)];
+  std::vector<T> mean(p), covariance(p * p);
+  Task<T> task(p_, count_, values_.data(), data_or_null(weights_));
+  task.set(SS_PARAM_MEAN, mean);
+  task.set(SS_PARAM_COV, covariance);
+  task.set_full_storage(SS_PARAM_COV_STORAGE);
+  check(Entries<T>::basic(task, covariance_estimates, SS_METHOD_FAST, services));
+  const auto freedom = [](const ExactWeights& w) {
+    return w.sum.value() - w.squares.value() / w.sum.value();
+  };
+  long double within = 0;
+  for (const ExactWeights& w : group_weights) {
+    if (w.sum.value() > 0) within += freedom(w);
+  }
+  const auto scale = static_cast<double>(freedom(exact_weights_) / within);
+  Matrix result(covariance.begin(), covariance.end());
+  for (double& x : result) x = within > 0 ? x * scale : undefined;
   return result;
 }
 
@@ -349,6 +352,12 @@ Partial partial_covariance(const Matrix& covariance, const std::vector<int64_t>&
   return {{cov.begin(), cov.end()}, {cor.begin(), cor.end()}};
 }
 
+#define ORV_QUANTILES(T)                                                                     \
+  template std::vector<double> quantiles_of(int64_t, std::span<const T>, std::span<const T>, \
+                                            std::span<const double>, const SSThreadServices*);
+ORV_QUANTILES(float)
+ORV_QUANTILES(double)
+#undef ORV_QUANTILES
 template class Sample<float>;
 template class Sample<double>;
 template Partial partial_covariance<float>(const Matrix&, const std::vector<int64_t>&,

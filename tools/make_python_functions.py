@@ -41,6 +41,8 @@ IDENTITY = {"add": "PyUFunc_Zero", "multiply": "PyUFunc_One", "hypot": "PyUFunc_
 CODES = {"float": {"s": "f", "d": "d", "c": "F", "z": "D"}, "part": {"s": "f", "d": "d", "c": "f", "z": "d"}}
 TYPE_NAMES = {"s": "float32", "d": "float64", "c": "complex64", "z": "complex128"}
 ERRSTATE = {"1": "invalid", "2": "divide", "3": "over", "4": "under"}
+# Real functions whose kernels don't tell of overflow; the module looks at their results.
+SILENT = {"Div", "Hypot", "Inv", "Pow", "Pow3o2", "Powx"}
 # NumPy gives the fractional part first.
 NOTES = {"Modf": "fractional part, then integral part, both with x's sign"}
 
@@ -103,13 +105,14 @@ def c_string(text):
 def module_rows():
     out = ["// Made by tools/make_python_functions.py from the lists in qem/_bt_gen_ia32; do not edit.",
            "//",
-           "// ORV_LOOP(shape, type, function, NumPy's types, hardware flags are the function's own)",
+           "// ORV_LOOP(shape, type, function, NumPy's types, hardware flags are the function's own,",
+           "//          overflow is not reported)",
            "// ORV_UFUNC(name, identity, documentation) takes the rows before it.", ""]
     for name, rows in by_name().items():
         for f in rows:
             flags = all(frame.startswith("elementwise") for frame in f.frames.split("/"))
             out.append(f'ORV_LOOP({f.shape}, {f.type}, {f.name}, "{numpy_types(f)}", '
-                       f"{str(flags).lower()})")
+                       f"{str(flags).lower()}, {str(f.type in 'sd' and f.name in SILENT).lower()})")
         identity = IDENTITY.get(name, "PyUFunc_None")
         out.append(f'ORV_UFUNC({name}, {identity},\n{c_string(documentation(rows))})\n')
     return "\n".join(out)

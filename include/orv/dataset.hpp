@@ -12,6 +12,7 @@
 #include <orv/threads.h>
 #include <orv/accumulator.hpp>
 #include <orv/matrix.hpp>
+#include <orv/stream.hpp>
 #include <orv/task.hpp>
 
 #include <algorithm>
@@ -29,6 +30,29 @@ struct group_estimates {
   matrix<T> pooled_covariance;
   matrix<T> means;  ///< a row a group
   std::vector<matrix<T>> covariances;
+};
+
+/// See _zokdSSRobustCovariance; the accuracy is in deviations.
+struct robust_options {
+  double breakdown = 0.5, rejection = 0.001, accuracy = 1e-5;
+  uint32_t iterations = 1000;  ///< 0 for the start alone
+};
+template <class T>
+struct robust_estimate {
+  std::vector<T> mean;
+  matrix<T> covariance;
+};
+
+/// See _zokdSSOutliersDetection.
+struct outlier_options {
+  double alpha = 0.05, accuracy = 0.005;
+  bool from_mean = false;  ///< the start; else from medians
+};
+
+/// See _zokdSSMissingValues; the accuracy is in deviations.
+struct impute_options {
+  uint32_t imputations = 5, chain = 30, em_iterations = 2000;
+  double accuracy = 1e-9;
 };
 
 template <class T>
@@ -142,6 +166,111 @@ class dataset {
   }
   std::vector<T> median() const { return quantiles({0.5}).elements(); }
 
+  /// Mean and covariance that up to half of the data can't carry away (_zokdSSRobustCovariance), of
+  /// a scaled copy of the data. Weights have no part.
+  robust_estimate<T> robust_covariance(const robust_options& options = {}) const {
+    constexpr const char* name = "robust_covariance";
+    check_unweighted(name);
+    const size_t p = selected_.size();
+    const std::vector<unit> units = units_of_variables(name);
+    std::vector<T> x = copy(0, observations());
+    for (size_t k = 0; k < x.size(); ++k) {
+      x[k] = static_cast<T>((x[k] - units[k % p].origin) / units[k % p].scale);
+    }
+    robust_estimate<T> r{std::vector<T>(p), {p, p}};
+    const T parameters[] = {static_cast<T>(options.breakdown), static_cast<T>(options.rejection),
+                            static_cast<T>(options.accuracy * options.accuracy),
+                            static_cast<T>(options.iterations)};
+    auto t = task_of(x);
+    t.set(SS_PARAM_ROBUST_PARAMS, parameters)
+        .set_integer(SS_PARAM_ROBUST_PARAM_COUNT, 4)
+        .set(SS_PARAM_ROBUST_MEAN, r.mean)
+        .set(SS_PARAM_ROBUST_COV, r.covariance.data())
+        .set_integer(SS_PARAM_ROBUST_COV_STORAGE, SS_MATRIX_FULL);
+    t.run(entries<T>::robust_covariance, 0, SS_METHOD_TBS, threads_, name);
+    for (size_t i = 0; i < p; ++i) {
+      r.mean[i] = static_cast<T>(units[i].origin + units[i].scale * r.mean[i]);
+      for (size_t j = 0; j < p; ++j) {
+        r.covariance(i, j) = static_cast<T>(units[i].scale * units[j].scale * r.covariance(i, j));
+      }
+    }
+    return r;
+  }
+
+  /// The observations that don't belong to the others (_zokdSSOutliersDetection), in their order;
+  /// those that are not finite are among them. Weights have no part.
+  std::vector<size_t> outliers(const outlier_options& options = {}) const {
+    constexpr const char* name = "outliers";
+    check_unweighted(name);
+    const auto check = [](double x, const char* what, double most) {
+      if (x > 0 && x < most) return;
+      fail(SS_BAD_PARAMETER, name,
+           std::string(what) + " is " + detail::text(x) + "; it has to be above 0" +
+               (most > 1 ? "" : " and below 1"));
+    };
+    check(options.alpha, "alpha", 1);
+    check(options.accuracy, "the accuracy", std::numeric_limits<T>::max());
+    const std::vector<T> x = copy(0, observations());
+    const T parameters[] = {T(options.from_mean ? 1 : 2), static_cast<T>(options.alpha),
+                            static_cast<T>(options.accuracy)};
+    std::vector<T> weights(observations());
+    auto t = task_of(x);
+    t.set(SS_PARAM_OUTLIER_PARAMS, parameters)
+        .set_integer(SS_PARAM_OUTLIER_PARAM_COUNT, 3)
+        .set(SS_PARAM_OUTLIER_WEIGHTS, weights);
+    t.run(entries<T>::outliers, 0, SS_METHOD_BACON, threads_, name);
+    std::vector<size_t> found;
+    for (size_t i = 0; i < weights.size(); ++i) {
+      if (weights[i] == 0) found.push_back(i);
+    }
+    return found;
+  }
+
+  /// Completed copies of the data, an observation a row: every NaN is a missing value, which is
+  /// drawn given those that are there, as they would be under a normal law (_zokdSSMissingValues).
+  /// Weights have no part.
+  std::vector<matrix<T>> impute(stream& random, const impute_options& options = {}) const {
+    constexpr const char* name = "impute";
+    check_unweighted(name);
+    if (options.imputations == 0) fail(SS_BAD_MISSING_PARAMS, name, "0 imputations; 1 or more");
+    const size_t p = selected_.size();
+    matrix<T> data(observations(), p);
+    const std::vector<T> observed = copy(0, observations());
+    std::copy(observed.begin(), observed.end(), data.data());
+    std::vector<matrix<T>> completed(options.imputations, data);
+
+    const std::vector<unit> units = units_of_observed(observed, name);
+    std::vector<double> x(observed.begin(), observed.end());
+    std::vector<size_t> missing;
+    for (size_t k = 0; k < x.size(); ++k) {
+      const bool there = x[k] == x[k];
+      if (!there) missing.push_back(k);
+      x[k] = there ? (x[k] - units[k % p].origin) / units[k % p].scale : orv_missing_d();
+    }
+    if (missing.empty()) return completed;
+
+    const double parameters[] = {static_cast<double>(options.em_iterations),
+                                 static_cast<double>(options.chain), options.accuracy,
+                                 static_cast<double>(options.imputations),
+                                 static_cast<double>(missing.size())};
+    std::vector<double> drawn(missing.size() * options.imputations);
+    task<double> t(static_cast<int64_t>(p), static_cast<int64_t>(observations()), SS_COLUMNS,
+                   x.data());
+    t.set(SS_PARAM_MISSING_PARAMS, parameters)
+        .set_integer(SS_PARAM_MISSING_PARAM_COUNT, 5)
+        .set(SS_PARAM_SIMULATED_VALUES, drawn)
+        .set_integer(SS_PARAM_SIMULATED_COUNT, static_cast<int64_t>(drawn.size()));
+    detail::check_statistics(entries<double>::missing_values_from(t, random.get()), name);
+    for (size_t m = 0; m < completed.size(); ++m) {
+      for (size_t i = 0; i < missing.size(); ++i) {
+        const unit& u = units[missing[i] % p];
+        completed[m].data()[missing[i]] =
+            static_cast<T>(u.origin + u.scale * drawn[m * missing.size() + i]);
+      }
+    }
+    return completed;
+  }
+
   /// `group_of` has a number for each observation, from 0 without a gap.
   group_estimates<T> groups(std::span<const int64_t> group_of) const {
     check_size("groups", "the vector of groups", group_of.size(), data_.observations());
@@ -221,14 +350,81 @@ class dataset {
     const size_t most = 4096, p = selected_.size();
     for (size_t first = 0; first < observations(); first += most) {
       const size_t n = std::min(observations() - first, most);
-      std::vector<T> part;
-      part.reserve(n * p);
-      for (size_t i = first; i < first + n; ++i) {
-        for (const size_t j : selected_) part.push_back(data_(i, j));
-      }
+      const std::vector<T> part = copy(first, n);
       a.add(table<T>(part, p), weights_.empty() ? weights_ : weights_.subspan(first, n), threads_);
     }
     return a;
+  }
+
+  /// Observations of the selected variables, one after another.
+  std::vector<T> copy(size_t first, size_t n) const {
+    std::vector<T> part;
+    part.reserve(n * selected_.size());
+    for (size_t i = first; i < first + n; ++i) {
+      for (const size_t j : selected_) part.push_back(data_(i, j));
+    }
+    return part;
+  }
+  /// A task over such a copy.
+  task<T> task_of(const std::vector<T>& x) const {
+    return task<T>(static_cast<int64_t>(selected_.size()), static_cast<int64_t>(observations()),
+                   SS_COLUMNS, x.data());
+  }
+
+  void check_unweighted(const char* function) const {
+    if (!weights_.empty()) fail(SS_NULL_WEIGHTS, function, "weights have no part in it");
+  }
+
+  /// What a variable is measured in.
+  struct unit {
+    double origin, scale;
+  };
+  /// Median, and the spread of the middle half or else the deviation.
+  std::vector<unit> units_of_variables(const char* function) const {
+    const matrix<T> q = quantiles({0.25, 0.5, 0.75});
+    std::vector<double> deviation;
+    std::vector<unit> units;
+    for (size_t j = 0; j < selected_.size(); ++j) {
+      const std::string variable = "variable " + std::to_string(selected_[j]);
+      for (size_t i = 0; i < observations(); ++i) {
+        const T x = data_(i, selected_[j]);
+        if (x - x != 0) {
+          fail(SS_OGK_FAILED, function,
+               variable + " is " + detail::text(x) + " at observation " + std::to_string(i));
+        }
+      }
+      double scale =
+          0.7413 * (q(j, 2) - q(j, 0));  // the deviation of a normal law with that spread
+      if (!(scale > 0)) {
+        if (deviation.empty()) deviation = moments().standard_deviation();
+        scale = deviation[j];
+      }
+      if (!(scale > 0)) fail(SS_OGK_FAILED, function, variable + " does not vary");
+      units.push_back({q(j, 1), scale});
+    }
+    return units;
+  }
+
+  /// Mean and deviation of the values that are there.
+  std::vector<unit> units_of_observed(const std::vector<T>& x, const char* function) const {
+    const size_t p = selected_.size();
+    std::vector<unit> units(p);
+    for (size_t j = 0; j < p; ++j) {
+      accumulator of_variable(1, {.moments = 2, .covariance = false});
+      std::vector<T> there;
+      for (size_t k = j; k < x.size(); k += p) {
+        if (x[k] == x[k]) there.push_back(x[k]);
+      }
+      of_variable.add(table<T>(there, 1), {}, threads_);
+      const double mean = of_variable.mean()[0], scale = of_variable.standard_deviation()[0];
+      if (!(mean - mean == 0)) {
+        fail(SS_BAD_MISSING_COUNT, function,
+             "variable " + std::to_string(selected_[j]) +
+                 (there.empty() ? " has no value" : " has infinite values"));
+      }
+      units[j] = {mean, scale > 0 ? scale : 1};
+    }
+    return units;
   }
 
   static size_t count_groups(std::span<const int64_t> group_of) {

@@ -63,6 +63,14 @@ constexpr auto entry_of(D in_double, S in_float) {
   }
 }
 
+/// An entry with its parameters.
+template <class Entry, class... P>
+auto bound(Entry entry, int32_t method, P... parameters) {
+  return [=](StreamState* s, int32_t count, auto* r) {
+    return entry(method, s, count, r, parameters...);
+  };
+}
+
 }  // namespace detail
 
 // Each has bind<R>(): parameters checked, it returns what draws count numbers into r.
@@ -79,9 +87,7 @@ struct uniform {
     const R a = detail::number<R>(name, "low", low), b = detail::number<R>(name, "high", high);
     if (!(a < b)) detail::fail_parameter(name, "high", high, "above low");
     const int32_t method = accurate ? RNG_ACCURATE : 0;
-    return [=](StreamState* s, int32_t count, R* r) {
-      return detail::entry_of<R>(_zokdRngUniform, _zoksRngUniform)(method, s, count, r, a, b);
-    };
+    return detail::bound(detail::entry_of<R>(_zokdRngUniform, _zoksRngUniform), method, a, b);
   }
 };
 
@@ -101,9 +107,7 @@ struct normal {
   auto bind() const {
     const R a = detail::number<R>(name, "mean", mean), b = detail::above_0<R>(name, "sd", sd);
     const auto how = static_cast<int32_t>(method);
-    return [=](StreamState* s, int32_t count, R* r) {
-      return detail::entry_of<R>(_zokdRngGaussian, _zoksRngGaussian)(how, s, count, r, a, b);
-    };
+    return detail::bound(detail::entry_of<R>(_zokdRngGaussian, _zoksRngGaussian), how, a, b);
   }
 };
 
@@ -117,9 +121,7 @@ struct normal {
     auto bind() const {                                                                     \
       const R a = detail::number<R>(name, #place, place);                                   \
       const R b = detail::above_0<R>(name, "scale", scale);                                 \
-      return [=](StreamState* s, int32_t count, R* r) {                                     \
-        return detail::entry_of<R>(_zokdRng##Entry, _zoksRng##Entry)(0, s, count, r, a, b); \
-      };                                                                                    \
+      return detail::bound(detail::entry_of<R>(_zokdRng##Entry, _zoksRng##Entry), 0, a, b); \
     }                                                                                       \
   };
 /// X with density e^-x from 0 on.
@@ -145,9 +147,7 @@ ORV_PLACE_SCALE(gumbel, Gumbel, location, location = 0, scale = 1)
       const R alpha = detail::above_0<R>(name, "shape", shape);                                    \
       const R a = detail::number<R>(name, "shift", shift);                                         \
       const R b = detail::above_0<R>(name, "scale", scale);                                        \
-      return [=](StreamState* s, int32_t count, R* r) {                                            \
-        return detail::entry_of<R>(_zokdRng##Entry, _zoksRng##Entry)(0, s, count, r, alpha, a, b); \
-      };                                                                                           \
+      return detail::bound(detail::entry_of<R>(_zokdRng##Entry, _zoksRng##Entry), 0, alpha, a, b); \
     }                                                                                              \
   };
 /// X with density shape x^(shape-1) e^(-x^shape) from 0 on.
@@ -166,9 +166,7 @@ struct lognormal {
     const R m = detail::number<R>(name, "mean", mean), d = detail::above_0<R>(name, "sd", sd);
     const R a = detail::number<R>(name, "shift", shift);
     const R b = detail::above_0<R>(name, "scale", scale);
-    return [=](StreamState* s, int32_t count, R* r) {
-      return detail::entry_of<R>(_zokdRngLognormal, _zoksRngLognormal)(0, s, count, r, m, d, a, b);
-    };
+    return detail::bound(detail::entry_of<R>(_zokdRngLognormal, _zoksRngLognormal), 0, m, d, a, b);
   }
 };
 
@@ -182,9 +180,7 @@ struct beta {
     const R first = detail::above_0<R>(name, "p", p), second = detail::above_0<R>(name, "q", q);
     const R a = detail::number<R>(name, "shift", shift);
     const R b = detail::above_0<R>(name, "scale", scale);
-    return [=](StreamState* s, int32_t count, R* r) {
-      return detail::entry_of<R>(_zokdRngBeta, _zoksRngBeta)(0, s, count, r, first, second, a, b);
-    };
+    return detail::bound(detail::entry_of<R>(_zokdRngBeta, _zoksRngBeta), 0, first, second, a, b);
   }
 };
 
@@ -199,9 +195,7 @@ struct uniform_int {
   template <class R>
   auto bind() const {
     if (low >= high) detail::fail_parameter(name, "high", high, "above low");
-    return [a = low, b = high](StreamState* s, int32_t count, R* r) {
-      return _zokiRngUniform(0, s, count, r, a, b);
-    };
+    return detail::bound(_zokiRngUniform, 0, low, high);
   }
 };
 
@@ -212,9 +206,7 @@ struct bernoulli {
   using result_type = int32_t;
   template <class R>
   auto bind() const {
-    return [p = detail::probability(name, p, true)](StreamState* s, int32_t count, R* r) {
-      return _zokiRngBernoulli(0, s, count, r, p);
-    };
+    return detail::bound(_zokiRngBernoulli, 0, detail::probability(name, p, true));
   }
 };
 
@@ -225,9 +217,7 @@ struct geometric {
   using result_type = int32_t;
   template <class R>
   auto bind() const {
-    return [p = detail::probability(name, p, false)](StreamState* s, int32_t count, R* r) {
-      return _zokiRngGeometric(0, s, count, r, p);
-    };
+    return detail::bound(_zokiRngGeometric, 0, detail::probability(name, p, false));
   }
 };
 
@@ -240,9 +230,7 @@ struct binomial {
   template <class R>
   auto bind() const {
     const int32_t m = detail::count_of(name, "trials", trials, INT32_MAX);
-    return [m, p = detail::probability(name, p, true)](StreamState* s, int32_t count, R* r) {
-      return _zokiRngBinomial(0, s, count, r, m, p);
-    };
+    return detail::bound(_zokiRngBinomial, 0, m, detail::probability(name, p, true));
   }
 };
 
@@ -254,9 +242,7 @@ struct negative_binomial {
   template <class R>
   auto bind() const {
     const double a = detail::above_0<double>(name, "successes", successes);
-    return [a, p = detail::probability(name, p, false)](StreamState* s, int32_t count, R* r) {
-      return _zokiRngNegbinomial(0, s, count, r, a, p);
-    };
+    return detail::bound(_zokiRngNegbinomial, 0, a, detail::probability(name, p, false));
   }
 };
 
@@ -270,9 +256,7 @@ struct hypergeometric {
     const int32_t l = detail::count_of(name, "lot", lot, INT32_MAX);
     const int32_t k = detail::count_of(name, "sample", sample, l);
     const int32_t m = detail::count_of(name, "marked", marked, l);
-    return [=](StreamState* s, int32_t count, R* r) {
-      return _zokiRngHypergeometric(0, s, count, r, l, k, m);
-    };
+    return detail::bound(_zokiRngHypergeometric, 0, l, k, m);
   }
 };
 
@@ -288,9 +272,7 @@ struct poisson {
       detail::fail_parameter(name, "mean", mean, "above 0, to 2000000000");
     }
     const int32_t method = from_normal ? RNG_POISSON_POISNORM : RNG_POISSON_PTPE;
-    return [method, lambda = mean](StreamState* s, int32_t count, R* r) {
-      return _zokiRngPoisson(method, s, count, r, lambda);
-    };
+    return detail::bound(_zokiRngPoisson, method, mean);
   }
 };
 

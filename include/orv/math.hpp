@@ -137,6 +137,16 @@ void in_pieces(size_t n, Call call) {
   throw_what_waits();
 }
 
+/// A kernel's arguments from an element on: vectors, and numbers for all.
+template <class T>
+T* from(T* vector, size_t first) {
+  return vector + first;
+}
+template <class R>
+R from(R number, size_t) {
+  return number;
+}
+
 /// What all functions have: facts, and the kernel of a level for elements of type T.
 template <class F>
 struct function {
@@ -150,7 +160,7 @@ struct function {
     F::table(static_cast<const T*>(nullptr));
   };
 
- protected:
+  // For the forms below.
   template <class T>
   static auto kernel(level l) {
     static_assert(exists_for<T>, "the function does not exist for elements of this type");
@@ -158,6 +168,11 @@ struct function {
   }
   template <class T>
   using result_of = typename decltype(result_type_of(kernel<T>(ha)))::type;
+  template <class T, class... Arguments>
+  static void run(level l, size_t n, Arguments... arguments) {
+    const auto compute = kernel<T>(l);
+    in_pieces(n, [=](size_t first, int32_t count) { compute(count, from(arguments, first)...); });
+  }
 
   /// The address of a result of the right type and size.
   template <class R, class Y>
@@ -182,16 +197,13 @@ struct one_argument : function<F> {
   template <sequence X, sequence Y>
   void operator()(const X& x, Y&& y, level l = current_level()) const {
     using T = element_of<const X>;
-    using Base = function<F>;
-    const auto kernel = Base::template kernel<T>(l);
     const size_t n = std::size(x);
-    const auto* a = raw(std::data(x));
-    auto* r = Base::template place<typename Base::template result_of<T>>(y, n);
-    in_pieces(n, [=](size_t first, int32_t count) { kernel(count, a + first, r + first); });
+    auto* r = F::template place<typename F::template result_of<T>>(y, n);
+    F::template run<T>(l, n, raw(std::data(x)), r);
   }
   template <sequence X>
   auto operator()(const X& x, level l = current_level()) const {
-    std::vector<typename function<F>::template result_of<element_of<const X>>> y(std::size(x));
+    std::vector<typename F::template result_of<element_of<const X>>> y(std::size(x));
     (*this)(x, y, l);
     return y;
   }
@@ -203,14 +215,10 @@ struct two_arguments : function<F> {
   template <sequence A, sequence B, sequence Y>
   void operator()(const A& a, const B& b, Y&& y, level l = current_level()) const {
     using T = element_of<const A>;
-    using Base = function<F>;
-    const auto kernel = Base::template kernel<T>(l);
     const size_t n = std::size(a);
-    const auto* p = raw(std::data(a));
-    const auto* q = Base::template second<T>(b, n);
-    auto* r = Base::template place<T>(y, n);
-    in_pieces(n,
-              [=](size_t first, int32_t count) { kernel(count, p + first, q + first, r + first); });
+    const auto* second = F::template second<T>(b, n);
+    auto* r = F::template place<T>(y, n);
+    F::template run<T>(l, n, raw(std::data(a)), second, r);
   }
   template <sequence A, sequence B>
   auto operator()(const A& a, const B& b, level l = current_level()) const {
@@ -220,24 +228,22 @@ struct two_arguments : function<F> {
   }
 };
 
+/// A number of a vector's type.
+template <class A>
+using number_for = std::type_identity_t<element_of<const A>>;
+
 /// r[i] = f(a[i], b), b a number
 template <class F>
 struct second_number : function<F> {
   template <sequence A, sequence Y>
-  void operator()(const A& a, std::type_identity_t<element_of<const A>> b, Y&& y,
-                  level l = current_level()) const {
+  void operator()(const A& a, number_for<A> b, Y&& y, level l = current_level()) const {
     using T = element_of<const A>;
-    using Base = function<F>;
-    const auto kernel = Base::template kernel<T>(l);
     const size_t n = std::size(a);
-    const auto* p = raw(std::data(a));
-    const auto number = raw(b);
-    auto* r = Base::template place<T>(y, n);
-    in_pieces(n, [=](size_t first, int32_t count) { kernel(count, p + first, number, r + first); });
+    auto* r = F::template place<T>(y, n);
+    F::template run<T>(l, n, raw(std::data(a)), raw(b), r);
   }
   template <sequence A>
-  auto operator()(const A& a, std::type_identity_t<element_of<const A>> b,
-                  level l = current_level()) const {
+  auto operator()(const A& a, number_for<A> b, level l = current_level()) const {
     std::vector<element_of<const A>> y(std::size(a));
     (*this)(a, b, y, l);
     return y;
@@ -250,14 +256,10 @@ struct two_results : function<F> {
   template <sequence X, sequence Y, sequence Z>
   void operator()(const X& x, Y&& y, Z&& z, level l = current_level()) const {
     using T = element_of<const X>;
-    using Base = function<F>;
-    const auto kernel = Base::template kernel<T>(l);
     const size_t n = std::size(x);
-    const auto* a = raw(std::data(x));
-    auto* r1 = Base::template place<T>(y, n, "the first result");
-    auto* r2 = Base::template place<T>(z, n, "the second result");
-    in_pieces(
-        n, [=](size_t first, int32_t count) { kernel(count, a + first, r1 + first, r2 + first); });
+    auto* r1 = F::template place<T>(y, n, "the first result");
+    auto* r2 = F::template place<T>(z, n, "the second result");
+    F::template run<T>(l, n, raw(std::data(x)), r1, r2);
   }
   template <sequence X>
   auto operator()(const X& x, level l = current_level()) const {
@@ -272,21 +274,14 @@ struct two_results : function<F> {
 template <class F>
 struct linear_fraction : function<F> {
   template <sequence A, sequence B, sequence Y>
-  void operator()(const A& a, const B& b, std::type_identity_t<element_of<const A>> scalea,
-                  std::type_identity_t<element_of<const A>> shifta,
-                  std::type_identity_t<element_of<const A>> scaleb,
-                  std::type_identity_t<element_of<const A>> shiftb, Y&& y,
+  void operator()(const A& a, const B& b, number_for<A> scalea, number_for<A> shifta,
+                  number_for<A> scaleb, number_for<A> shiftb, Y&& y,
                   level l = current_level()) const {
     using T = element_of<const A>;
-    using Base = function<F>;
-    const auto kernel = Base::template kernel<T>(l);
     const size_t n = std::size(a);
-    const auto* p = raw(std::data(a));
-    const auto* q = Base::template second<T>(b, n);
-    auto* r = Base::template place<T>(y, n);
-    in_pieces(n, [=](size_t first, int32_t count) {
-      kernel(count, p + first, q + first, scalea, shifta, scaleb, shiftb, r + first);
-    });
+    const auto* second = F::template second<T>(b, n);
+    auto* r = F::template place<T>(y, n);
+    F::template run<T>(l, n, raw(std::data(a)), second, scalea, shifta, scaleb, shiftb, r);
   }
 };
 
@@ -346,9 +341,9 @@ struct strided_pack : function<F> {
     using T = element_of<const A>;
     const size_t n = std::size(y), size = std::size(a);
     check_steps(F::name, n, size, step);
-    auto* r = function<F>::template place<T>(y, n);
-    function<F>::template kernel<T>(ha)(static_cast<int64_t>(n),
-                                        first_step(raw(std::data(a)), size, step), step, r, 0);
+    auto* r = F::template place<T>(y, n);
+    F::template kernel<T>(ha)(static_cast<int64_t>(n), first_step(raw(std::data(a)), size, step),
+                              step, r, 0);
   }
   template <sequence A>
   auto operator()(const A& a, ptrdiff_t step) const {
@@ -367,9 +362,9 @@ struct strided_unpack : function<F> {
     using T = element_of<const A>;
     const size_t n = std::size(a), size = std::size(y);
     check_steps(F::name, n, size, step);
-    auto* r = function<F>::template place<T>(y, size);
-    function<F>::template kernel<T>(ha)(static_cast<int64_t>(n), raw(std::data(a)),
-                                        first_step(r, size, step), step, 0);
+    auto* r = F::template place<T>(y, size);
+    F::template kernel<T>(ha)(static_cast<int64_t>(n), raw(std::data(a)), first_step(r, size, step),
+                              step, 0);
   }
 };
 
@@ -377,6 +372,7 @@ struct strided_unpack : function<F> {
 /// count to 2^31.
 template <class V>
 inline constexpr int32_t narrow = sizeof(V) == 4;
+/// Calls call(first, count) for all elements, in pieces where V's flag asks for them.
 template <class V, class Call>
 void move_in_pieces(size_t n, Call call) {
   const size_t most = narrow<V> != 0 ? largest_piece : n;
@@ -393,13 +389,11 @@ struct indexed_pack : function<F> {
     using T = element_of<const A>;
     using V = element_of<const I>;
     const size_t n = std::size(indices);
-    const V* const from = std::data(indices);
-    auto* r = function<F>::template place<T>(y, n);
-    check_indices(F::name, from, n, std::size(a));
-    const auto* p = raw(std::data(a));
-    const auto kernel = function<F>::template kernel<T>(ha);
-    move_in_pieces<V>(n, [=](size_t first, int64_t count) {
-      kernel(count, p, from + first, r + first, narrow<V>);
+    auto* r = F::template place<T>(y, n);
+    check_indices(F::name, std::data(indices), n, std::size(a));
+    move_in_pieces<V>(n, [&](size_t first, int64_t count) {
+      F::template kernel<T>(ha)(count, raw(std::data(a)), std::data(indices) + first, r + first,
+                                narrow<V>);
     });
   }
   template <sequence A, sequence I>
@@ -418,17 +412,26 @@ struct indexed_unpack : function<F> {
     using T = element_of<const A>;
     using V = element_of<const I>;
     const size_t n = std::size(a);
-    const V* const to = std::data(indices);
     check_size(F::name, "the vector of indices", std::size(indices), n);
-    check_indices(F::name, to, n, std::size(y));
-    auto* r = function<F>::template place<T>(y, std::size(y));
-    const auto* p = raw(std::data(a));
-    const auto kernel = function<F>::template kernel<T>(ha);
-    move_in_pieces<V>(n, [=](size_t first, int64_t count) {
-      kernel(count, p + first, r, to + first, narrow<V>);
+    check_indices(F::name, std::data(indices), n, std::size(y));
+    auto* r = F::template place<T>(y, std::size(y));
+    move_in_pieces<V>(n, [&](size_t first, int64_t count) {
+      F::template kernel<T>(ha)(count, raw(std::data(a)) + first, r, std::data(indices) + first,
+                                narrow<V>);
     });
   }
 };
+
+/// Goes over a mask: move(first, packed, count), `packed` being how many elements are set before.
+template <class V, class Move>
+void by_mask(const V* mask, size_t n, Move move) {
+  size_t packed = 0;
+  move_in_pieces<V>(n, [&](size_t first, int64_t count) {
+    move(first, packed, count);
+    const size_t next = first + static_cast<size_t>(count);
+    if (next < n) packed += count_set(mask + first, next - first);
+  });
+}
 
 /// y[k++] = a[i] where mask[i] is not 0
 template <class F>
@@ -436,17 +439,13 @@ struct masked_pack : function<F> {
   template <sequence A, sequence M, sequence Y>
   void operator()(const A& a, const M& mask, Y&& y) const {
     using T = element_of<const A>;
-    using V = element_of<const M>;
+    const auto* const set = std::data(mask);
     const size_t n = std::size(a);
-    const V* const set = std::data(mask);
     check_size(F::name, "the mask", std::size(mask), n);
-    auto* r = function<F>::template place<T>(y, count_set(set, n));
-    const auto* p = raw(std::data(a));
-    const auto kernel = function<F>::template kernel<T>(ha);
-    move_in_pieces<V>(n, [&](size_t first, int64_t count) {
-      kernel(count, p + first, set + first, r, narrow<V>);
-      const auto counted = static_cast<size_t>(count);
-      if (first + counted < n) r += count_set(set + first, counted);
+    auto* r = F::template place<T>(y, count_set(set, n));
+    by_mask(set, n, [&](size_t first, size_t packed, int64_t count) {
+      F::template kernel<T>(ha)(count, raw(std::data(a)) + first, set + first, r + packed,
+                                narrow<element_of<const M>>);
     });
   }
   template <sequence A, sequence M>
@@ -464,18 +463,14 @@ struct masked_unpack : function<F> {
   template <sequence A, sequence M, sequence Y>
   void operator()(const A& a, const M& mask, Y&& y) const {
     using T = element_of<const A>;
-    using V = element_of<const M>;
+    const auto* const set = std::data(mask);
     const size_t n = std::size(y);
-    const V* const set = std::data(mask);
     check_size(F::name, "the mask", std::size(mask), n);
     check_size(F::name, "the argument", std::size(a), count_set(set, n));
-    auto* r = function<F>::template place<T>(y, n);
-    const auto* p = raw(std::data(a));
-    const auto kernel = function<F>::template kernel<T>(ha);
-    move_in_pieces<V>(n, [&](size_t first, int64_t count) {
-      kernel(count, p, r + first, set + first, narrow<V>);
-      const auto counted = static_cast<size_t>(count);
-      if (first + counted < n) p += count_set(set + first, counted);
+    auto* r = F::template place<T>(y, n);
+    by_mask(set, n, [&](size_t first, size_t packed, int64_t count) {
+      F::template kernel<T>(ha)(count, raw(std::data(a)) + packed, r + first, set + first,
+                                narrow<element_of<const M>>);
     });
   }
 };

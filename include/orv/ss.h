@@ -21,6 +21,7 @@
 #define ORV_SS_H
 
 #include <stdint.h>
+#include <string.h>
 
 #ifndef ORV_API
 #define ORV_API __attribute__((visibility("default")))
@@ -158,10 +159,13 @@ enum {
   SS_NULL_PARAMETRIZED_COR = -4071,
   SS_NOT_POSITIVE = -4072,      /**< the matrix has no positive eigenvalue */
   SS_BAD_PARTIAL_INDEX = -4073, /**< no conditioning variable, or none of interest */
-  SS_OGK_FAILED = -5000,      /**< robust covariance: no eigenvectors of the pairs' correlations */
-  SS_FACTOR_FAILED = -5010,   /**< the conditioning variables' covariance has no Cholesky factor */
-  SS_INVERSE_FAILED = -5011,  /**< it could not be inverted */
-  SS_SPECTRUM_FAILED = -5030, /**< the eigenvalues of a correlation matrix did not converge */
+  SS_OGK_FAILED = -5000,     /**< robust covariance: no eigenvectors of the pairs' correlations */
+  SS_FACTOR_FAILED = -5010,  /**< the conditioning variables' covariance has no Cholesky factor */
+  SS_INVERSE_FAILED = -5011, /**< it could not be inverted */
+  SS_CONDITIONAL_NOT_POSITIVE = -5021, /**< missing given observed values: no Cholesky factor */
+  SS_IMPUTATION_FAILED = -5022,        /**< missing values could not be drawn */
+  SS_POSTERIOR_FAILED = -5023,      /**< nor mean and covariance: too few observations, as a rule */
+  SS_SPECTRUM_FAILED = -5030,       /**< the eigenvalues of a correlation matrix did not converge */
   SS_EIGENVALUES_FAILED = -5040,    /**< the eigenvalues of a covariance matrix did not converge */
   SS_NOT_POSITIVE_DEFINITE = -5041, /**< a covariance matrix has no Cholesky factor */
   SS_SINGULAR = -5042 /**< a covariance matrix could not be inverted from its factor */
@@ -600,22 +604,84 @@ ORV_API int32_t _zoksSSMahDistance(SSTask* task);
 
 /** Quantiles of a stream that is fed block by block and not kept. Each call adds the task's n
  *  observations (none for n = 0); with SS_METHOD_STREAM_QUERY it then answers the stream_orders
- * from all that was added so far, with SS_METHOD_STREAM_ADD alone it writes nothing. stream_params
- * holds one number, epsilon, above 0 and up to 1: a value whose rank is within epsilon N of q N
- * answers order q, N being the number of values so far. All answers are values of the data, and how
- * the stream is cut into calls, and the number of threads, change none. Before the first value
- *  stream_quantiles stays as it was. Answers of the selected variables stand one after another.
+ *  from all that was added so far, with SS_METHOD_STREAM_ADD alone it writes nothing.
+ *  stream_params holds one number, epsilon, above 0 and up to 1: a value whose rank is within
+ *  epsilon N of q N, or less than 1 away, answers order q, N being the number of values so far.
+ *  All answers are values of the data, and how the stream is cut into calls, and the number of
+ *  threads, change none. Before the first value stream_quantiles stays as it was. Answers of the
+ *  selected variables stand one after another.
  *
- *  Segments of the stream, each twice as long as the one before, are summarised one by one (Zhang
- * and Wang 2007) in about (1 / epsilon) log2(epsilon N)^2 tuples of 24 bytes at most, taken as they
- *  are needed; while N is below 2 / epsilon, all values are kept and answers are exact. An epsilon
- * that is changed holds for the segments from then on. The summary is kept with the task and ends
- * with it; p may not change meanwhile, nor a mask select what the first one left out (SS_BAD_MASK).
- * A NaN in a variable spoils its answers. After SS_NO_MEMORY part of the block has been added. */
+ *  Segments of the stream, each twice as long as the one before, are summarised one by one
+ *  (Zhang and Wang 2007) in about (1 / epsilon) log2(epsilon N)^2 tuples of 24 bytes at most,
+ *  taken as they are needed; while N is below 2 / epsilon, all values are kept and answers are
+ *  exact. An epsilon that is changed holds for the segments from then on. The summary is kept
+ *  with the task and ends with it; p may not change meanwhile, nor a mask select what the first
+ *  one left out (SS_BAD_MASK). A NaN in a variable spoils its answers. After SS_NO_MEMORY part
+ *  of the block has been added. */
 ORV_API int32_t _zokdSSStreamQuantiles(SSTask* task, uint64_t estimates, uint64_t method,
                                        const SSThreadServices* services);
 ORV_API int32_t _zoksSSStreamQuantiles(SSTask* task, uint64_t estimates, uint64_t method,
                                        const SSThreadServices* services);
+
+/** A missing value is a quiet NaN with its sign bit set; any other NaN is a value, and spoils
+ *  what it takes part in. A NaN as C makes it is positive, so that data need these. */
+static inline double orv_missing_d(void) {
+  const uint64_t bits = 0xFFF8000000000000u;
+  double x;
+  memcpy(&x, &bits, sizeof x);
+  return x;
+}
+static inline float orv_missing_s(void) {
+  const uint32_t bits = 0xFFC00000u;
+  float x;
+  memcpy(&x, &bits, sizeof x);
+  return x;
+}
+
+/** Multiple imputation (Rubin 1987) of values missing at random, under a multivariate normal
+ *  law: mean and covariance by EM (Dempster, Laird and Rubin 1977), then for each imputation a
+ *  chain of data augmentation (Tanner and Wong 1987; Schafer 1997), which draws missing values
+ *  and parameters in turn. The data are left as they are; weights and mask are not looked at.
+ *
+ *  missing_params: 5 numbers. EM iterations at most (50 where below 1), iterations of a chain
+ *  (30 where below 1), the largest change of any mean or covariance with which EM ends (0.001
+ *  where not above 0), the number m of imputations, and how many values are missing.
+ *  init_estimates: where EM begins, p means and the upper triangle of a covariance, packed row
+ *  by row. Ignored with a count other than p (p + 3) / 2: then it begins with mean 0 and a unit
+ *  covariance.
+ *  prior: p means mu, a weight tau (0 where below), degrees of freedom nu (p where below), a
+ *  packed scale matrix, of the normal-inverse-Wishart law of mean and covariance. Ignored with a
+ *  count below (p (p + 3) + 4) / 2: then the density is proportional to |C|^(-(p + 1) / 2).
+ *  simulated_values: for each imputation the missing values in the order of the data's storage.
+ *  estimates: for each iteration of each chain the drawn mean and packed covariance.
+ *  One of these two must be asked for; a count of 0 asks for no values.
+ *
+ *  Scale the variables first where a change of 0.001 is not small beside their variances, and
+ *  give EM more iterations where much is missing. The same task gives the same imputations, on
+ *  the same kind of processor; the stream is MCG59's. Works in doubles on a copy of the data,
+ *  and of p (p + 1) products for patterns of missing values that more than p / 2 observations
+ *  have.
+ *
+ *  Fails with SS_BAD_DIMENSION, SS_BAD_STORAGE, SS_NULL_MISSING_PARAMS,
+ *  SS_NULL_MISSING_PARAM_COUNT, SS_BAD_MISSING_PARAM_COUNT, SS_NULL_SIMULATED_COUNT,
+ *  SS_NULL_SIMULATED_VALUES, SS_NOTHING_ASKED, SS_BAD_METHOD, SS_BAD_MISSING_COUNT,
+ *  SS_BAD_MISSING_PARAMS, SS_BAD_SIMULATED_COUNT, SS_BAD_ESTIMATES_COUNT, SS_NO_MEMORY,
+ *  SS_CONDITIONAL_NOT_POSITIVE, SS_IMPUTATION_FAILED, SS_POSTERIOR_FAILED, in this order. */
+ORV_API int32_t _zokdSSMissingValues(SSTask* task, uint64_t estimates, uint64_t method,
+                                     const SSThreadServices* services);
+ORV_API int32_t _zoksSSMissingValues(SSTask* task, uint64_t estimates, uint64_t method,
+                                     const SSThreadServices* services);
+
+/** The same with numbers from a stream of the caller's (orv/zok.h), which moves on. */
+struct StreamState;
+ORV_API int32_t _zokdSSMissingValuesFrom(SSTask* task, struct StreamState* stream);
+ORV_API int32_t _zoksSSMissingValuesFrom(SSTask* task, struct StreamState* stream);
+
+/** The EM estimate alone: p means and the packed covariance, of divisor n, in `moments`;
+ *  *iterations tells how many there were. Takes observations, init_estimates and the first and
+ *  third of missing_params, and needs no value to be missing. */
+ORV_API int32_t _zokdSSMissingMoments(SSTask* task, double* moments, int32_t* iterations);
+ORV_API int32_t _zoksSSMissingMoments(SSTask* task, float* moments, int32_t* iterations);
 
 #ifdef __cplusplus
 }

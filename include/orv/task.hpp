@@ -2,6 +2,7 @@
 // what a template needs of the C interface.
 #pragma once
 
+#include <orv/scalar.h>
 #include <orv/sort.h>
 #include <orv/ss.h>
 #include <orv/error.hpp>
@@ -15,29 +16,32 @@ namespace orv {
 /// The C interface's entries for double or float.
 template <class T>
 struct entries;
-#define ORV_ENTRIES(T, t, bits)                                              \
-  template <>                                                                \
-  struct entries<T> {                                                        \
-    static constexpr const char* name = #T;                                  \
-    using word = uint##bits##_t;                                             \
-    static constexpr auto new_task = __zok##t##SSNewTask;                    \
-    static constexpr auto edit = __zok##t##SSEditTask;                       \
-    static constexpr auto edit_quantiles = __zok##t##SSEditQuantiles;        \
-    static constexpr auto basic = _zok##t##SSBasic;                          \
-    static constexpr auto minmax = _zok##t##SSMinmax;                        \
-    static constexpr auto quantiles = _zok##t##SSQuantiles;                  \
-    static constexpr auto weighted_quantile = _zok##t##SSWMedian;            \
-    static constexpr auto pooled_covariance = _zok##t##SSPooledCovariance;   \
-    static constexpr auto partial_covariance = _zok##t##SSPartialCovariance; \
-    static constexpr auto robust_covariance = _zok##t##SSRobustCovariance;   \
-    static constexpr auto outliers = _zok##t##SSOutliersDetection;           \
-    static constexpr auto parametrize = _zok##t##SSCorParametrization;       \
-    static constexpr auto mahalanobis = _zok##t##SSMahDistance;              \
-    static constexpr auto stream_quantiles = _zok##t##SSStreamQuantiles;     \
-    static constexpr auto sort = __zok##t##QSort;                            \
-    static constexpr auto sort_step = __zok##t##QSortStep;                   \
-    static constexpr auto select = __zok##t##QSortSelect;                    \
-    static constexpr auto radix_sort = p8_tebsSortRadixAscend_##bits##f_I;   \
+#define ORV_ENTRIES(T, t, bits)                                               \
+  template <>                                                                 \
+  struct entries<T> {                                                         \
+    static constexpr const char* name = #T;                                   \
+    using word = uint##bits##_t;                                              \
+    static constexpr auto new_task = __zok##t##SSNewTask;                     \
+    static constexpr auto edit = __zok##t##SSEditTask;                        \
+    static constexpr auto edit_quantiles = __zok##t##SSEditQuantiles;         \
+    static constexpr auto basic = _zok##t##SSBasic;                           \
+    static constexpr auto minmax = _zok##t##SSMinmax;                         \
+    static constexpr auto quantiles = _zok##t##SSQuantiles;                   \
+    static constexpr auto weighted_quantile = _zok##t##SSWMedian;             \
+    static constexpr auto pooled_covariance = _zok##t##SSPooledCovariance;    \
+    static constexpr auto partial_covariance = _zok##t##SSPartialCovariance;  \
+    static constexpr auto robust_covariance = _zok##t##SSRobustCovariance;    \
+    static constexpr auto outliers = _zok##t##SSOutliersDetection;            \
+    static constexpr auto parametrize = _zok##t##SSCorParametrization;        \
+    static constexpr auto mahalanobis = _zok##t##SSMahDistance;               \
+    static constexpr auto stream_quantiles = _zok##t##SSStreamQuantiles;      \
+    static constexpr auto missing_values_from = _zok##t##SSMissingValuesFrom; \
+    static constexpr auto test_rank = __zok##t##TestCovRank;                  \
+    static constexpr auto invert = __zok##t##InvCov;                          \
+    static constexpr auto sort = __zok##t##QSort;                             \
+    static constexpr auto sort_step = __zok##t##QSortStep;                    \
+    static constexpr auto select = __zok##t##QSortSelect;                     \
+    static constexpr auto radix_sort = p8_tebsSortRadixAscend_##bits##f_I;    \
   };
 ORV_ENTRIES(double, d, 64)
 ORV_ENTRIES(float, s, 32)

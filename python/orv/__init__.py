@@ -18,6 +18,7 @@ __version__ = _core.version
 _FUNCTIONS = _core.ufuncs(None)
 globals().update(_FUNCTIONS)
 _MODULES = ("ep", "ha", "la", "random", "stats")
+_OPTIONAL = ("distributed",)  # needs Dask
 __all__ = [*_FUNCTIONS, *_MODULES, "Report", "denormals", "get_level", "level", "reports",
            "set_num_threads"]
 
@@ -29,7 +30,7 @@ _MEANINGS = {1: "domain", 2: "singularity", 3: "overflow", 4: "underflow"}
 
 
 def __getattr__(name):
-    if name in _MODULES:
+    if name in _MODULES + _OPTIONAL:
         return importlib.import_module(f"orv.{name}")
     raise AttributeError(f"module 'orv' has no attribute {name!r}")
 

@@ -15,11 +15,15 @@ import numpy as np
 
 from . import _core
 
-__all__ = ["Accumulator", "Description", "Pooled", "corrcoef", "cov", "describe", "partial_cov", "pooled",
-           "quantile"]
+__all__ = ["Accumulator", "Description", "Outliers", "Pooled", "RobustCovariance", "corrcoef", "cov",
+           "describe", "outliers", "partial_cov", "pooled", "quantile", "robust_cov"]
 
 _MATRIX_FULL = np.zeros(1, np.int64)
 _BLOCK = 1 << 16  # elements that are moved nearer to 0 at a time
+_SINGULAR = (_core.SS_NO_POSITIVE_EIGENVALUE, _core.SS_EIGENVALUES_FAILED,
+             _core.SS_NOT_POSITIVE_DEFINITE, _core.SS_SINGULAR)
+_DEPENDENT = ("x: variables depend on each other in the observations that are no outliers; allowed are "
+              "independent ones")
 _POLICIES = ("propagate", "omit", "raise")
 
 
@@ -82,6 +86,10 @@ class _Table:
 def _check(status, entry):
     if status == _core.SS_NO_MEMORY:
         raise MemoryError(entry)
+    if status in _SINGULAR:
+        raise ValueError(_DEPENDENT)
+    if status == _core.SS_NOT_CONVERGED:
+        raise ValueError("x: too few observations agree with each other")
     if status != _core.SS_OK:
         raise ArithmeticError(f"{entry}: the library answered {status}, see orv/ss.h")
 
@@ -426,6 +434,33 @@ class Pooled(typing.NamedTuple):
         return _table_text(f"means of {len(self.labels)} groups", columns, [*rows, ("pooled", self.mean)])
 
 
+class RobustCovariance(typing.NamedTuple):
+    """Mean and covariance that outliers don't carry away, and each row's distance from that mean in
+    their measure. Squares of clean normal data's distances follow the chi-square law of p."""
+
+    names: typing.Optional[list]
+    mean: np.ndarray
+    cov: np.ndarray
+    distances: np.ndarray
+
+    def __repr__(self):
+        columns = self.names or [str(j) for j in range(len(self.mean))]
+        rows = [("mean", self.mean), *(zip(columns, self.cov))]
+        return _table_text(f"robust mean and covariance, distances up to {self.distances.max():.6g}",
+                           columns, rows)
+
+
+class Outliers(typing.NamedTuple):
+    """Which rows are outliers: as flags, and their numbers."""
+
+    flags: np.ndarray
+    indices: np.ndarray
+
+    def __repr__(self):
+        shown = ", ".join(map(str, self.indices[:20])) + (", ..." if len(self.indices) > 20 else "")
+        return f"{len(self.indices)} outliers among {len(self.flags)} observations: {shown or 'none'}"
+
+
 def _description(sums, names, orders=(), quantiles=None):
     variance, skewness, kurtosis = _moments_of(sums)
     if quantiles is None:
@@ -555,3 +590,83 @@ def partial_cov(x, given, weights=None, nan_policy="propagate"):
     import pandas
 
     return pandas.DataFrame(matrix, index=table.labels[kept], columns=table.labels[kept])
+
+
+# ---- Outliers -----------------------------------------------------------------------------------
+
+
+def _finite(table):
+    bad = ~np.isfinite(table.values).all(axis=1)
+    if bad.any():
+        _fail("x", f"row {bad.argmax()} is not finite", "finite numbers; nan_policy='omit' leaves out NaN")
+
+
+def _between(name, value, low, high):
+    """A number strictly above low, up to high."""
+    number = float(value)
+    if not low < number <= high:
+        _fail(name, repr(value), f"numbers above {low} and up to {high}")
+    return number
+
+
+def robust_cov(x, breakdown=0.5, rejection=0.001, max_iterations=1000, nan_policy="propagate"):
+    """Mean and covariance of data of which up to half may be outliers, by the S-estimator with the
+    translated biweight (Rocke 1996), as a RobustCovariance. It starts from the orthogonalised
+    Gnanadesikan-Kettenring estimate (Maronna and Zamar 2002), which is the result if max_iterations is 0.
+
+    `breakdown` is the part of outliers that it withstands, `rejection` that of normal data without
+    weight."""
+    table = _Table(x, None, nan_policy)
+    _finite(table)
+    breakdown, rejection = _between("breakdown", breakdown, 0, 0.5), _between("rejection", rejection, 0, 0.999)
+    if max_iterations != int(max_iterations) or max_iterations < 0:
+        _fail("max_iterations", repr(max_iterations), "whole numbers from 0 on")
+    if table.n <= 2 * table.p:
+        _fail("x", f"{table.n} observations", f"more than {2 * table.p}, two for each variable")
+    origin, scale = _units(table)
+    scaled = _Table(((table.values - origin) / scale).astype(table.values.dtype))
+    mean, matrix = scaled.results(table.p), scaled.results(table.p, table.p)
+    close = 1e-10 if mean.dtype == np.float64 else 1e-8
+    scaled.compute("RobustCovariance", 0, _core.SS_METHOD_TBS, {
+        _core.SS_PARAM_ROBUST_PARAM_COUNT: np.array([4], np.int64),
+        _core.SS_PARAM_ROBUST_PARAMS: np.array([breakdown, rejection, close, max_iterations], mean.dtype),
+        _core.SS_PARAM_ROBUST_MEAN: mean, _core.SS_PARAM_ROBUST_COV: matrix,
+        _core.SS_PARAM_ROBUST_COV_STORAGE: _MATRIX_FULL})
+    away = (scaled.values - mean).astype(np.float64)
+    try:
+        squares = np.sum(away * np.linalg.solve(matrix.astype(np.float64), away.T).T, axis=1)
+    except np.linalg.LinAlgError:
+        raise ValueError(_DEPENDENT) from None
+    return RobustCovariance(table.names, origin + scale * mean, matrix * np.outer(scale, scale),
+                            np.sqrt(np.maximum(squares, 0)))
+
+
+def _units(table):
+    """Median and spread of the middle half of each variable: the estimate's stopping rule is in the
+    unit of the data."""
+    low, median, high = _quantiles(table, np.array([0.25, 0.5, 0.75]), np.zeros(table.p, bool)).astype(float)
+    scale = (high - low) / 1.3489795003921635
+    scale = np.where(scale > 0, scale, table.values.std(axis=0, dtype=float))
+    if not np.all(scale > 0):
+        _fail("x", f"column {np.argmin(scale)} has one value only", "variables that vary")
+    return median, scale
+
+
+def outliers(x, alpha=0.05, centre="median", accuracy=0.005):
+    """Outliers by BACON (Billor, Hadi and Velleman 2000), as an Outliers. Clean normal data have one in
+    about a part `alpha` of all cases. The search begins around the medians, or around the "mean", which
+    suits data with few outliers. A row that is not finite is an outlier."""
+    table = _Table(x)
+    starts = {"mean": 1, "median": 2}
+    if centre not in starts:
+        _fail("centre", repr(centre), "'mean' and 'median'")
+    alpha, accuracy = _between("alpha", alpha, 0, 1), _between("accuracy", accuracy, 0, 1)
+    if table.n < 5 * table.p + 1:
+        _fail("x", f"{table.n} observations", f"more than {5 * table.p}, five for each variable")
+    weights = table.results(table.n)
+    table.compute("OutliersDetection", 0, _core.SS_METHOD_BACON, {
+        _core.SS_PARAM_OUTLIER_PARAM_COUNT: np.array([3], np.int64),
+        _core.SS_PARAM_OUTLIER_PARAMS: np.array([starts[centre], alpha / table.n, accuracy], weights.dtype),
+        _core.SS_PARAM_OUTLIER_WEIGHTS: weights})
+    flags = weights == 0
+    return Outliers(flags, np.flatnonzero(flags))

@@ -3,6 +3,7 @@
 #include <immintrin.h>
 #include <string.h>
 
+#include <cmath>
 #include <new>
 #include <optional>
 #include <vector>
@@ -37,12 +38,12 @@ thread_local Collector collector;
 thread_local const Elements* elements;
 thread_local unsigned reported_flags;
 
-unsigned flag_of(int code) {
-  switch (code) {
+/// As NumPy has it: what gives a NaN is invalid, what gives an infinity a division by zero.
+unsigned flag_of(const QemErrorContext& context) {
+  switch (context.code) {
     case QEM_STATUS_DOMAIN:
-      return flag_invalid;
     case QEM_STATUS_SINGULARITY:
-      return flag_divide;
+      return std::isinf(context.res1) || std::isinf(context.res1_im) ? flag_divide : flag_invalid;
     case QEM_STATUS_OVERFLOW:
       return flag_over;
     case QEM_STATUS_UNDERFLOW:
@@ -69,7 +70,7 @@ void read_second(int32_t index, double* parts) {
 /// The kernels' callback. The result stays as the kernel has it, and no other route is taken.
 int32_t take(QemErrorContext* context) {
   constexpr int32_t dealt_with = 1;
-  reported_flags |= flag_of(context->code);
+  reported_flags |= flag_of(*context);
   if (collector.list == nullptr) return dealt_with;
   ++collector.total;
   if (collector.waiting.size() >= collector.room) return dealt_with;
@@ -280,6 +281,15 @@ Reporting::~Reporting() {
 }
 
 void Reporting::about(const Elements& of_call) { elements = &of_call; }
+
+void Reporting::add(int code, int index, double argument, double result) const {
+  QemErrorContext context = {};
+  context.code = code;
+  context.index = index;
+  context.arg1 = argument;
+  context.res1 = result;
+  take(&context);
+}
 
 thread_local npy_intp elements_done;
 

@@ -33,6 +33,9 @@ class Reporting {
   /// To be told before each kernel's call.
   void about(const Elements& elements);
 
+  /// Reports an element of that call, a real number of a real one.
+  void add(int code, int index, double argument, double result) const;
+
  private:
   const bool keeps_hardware_flags_;
   const unsigned saved_csr_;

@@ -21,8 +21,14 @@ struct Entry {
 #define ORV_ENTRY(name) \
   { #name, _zokdSS##name, _zoksSS##name }
 constexpr Entry entries[] = {
-    ORV_ENTRY(Basic),   ORV_ENTRY(Minmax),           ORV_ENTRY(Quantiles),
-    ORV_ENTRY(WMedian), ORV_ENTRY(PooledCovariance), ORV_ENTRY(PartialCovariance),
+    ORV_ENTRY(Basic),
+    ORV_ENTRY(Minmax),
+    ORV_ENTRY(Quantiles),
+    ORV_ENTRY(WMedian),
+    ORV_ENTRY(PooledCovariance),
+    ORV_ENTRY(PartialCovariance),
+    ORV_ENTRY(RobustCovariance),
+    ORV_ENTRY(OutliersDetection),
 };
 
 const Entry* find_entry(const char* name) {
@@ -155,6 +161,21 @@ bool add_task_constants(PyObject* module) {
       ORV_CONSTANT(SS_PARAM_PARTIAL_INDEX_ARRAY),
       ORV_CONSTANT(SS_PARAM_PARTIAL_COV),
       ORV_CONSTANT(SS_PARAM_PARTIAL_COV_STORAGE),
+      ORV_CONSTANT(SS_METHOD_TBS),
+      ORV_CONSTANT(SS_METHOD_BACON),
+      ORV_CONSTANT(SS_PARAM_ROBUST_PARAM_COUNT),
+      ORV_CONSTANT(SS_PARAM_ROBUST_PARAMS),
+      ORV_CONSTANT(SS_PARAM_ROBUST_MEAN),
+      ORV_CONSTANT(SS_PARAM_ROBUST_COV),
+      ORV_CONSTANT(SS_PARAM_ROBUST_COV_STORAGE),
+      ORV_CONSTANT(SS_PARAM_OUTLIER_PARAM_COUNT),
+      ORV_CONSTANT(SS_PARAM_OUTLIER_PARAMS),
+      ORV_CONSTANT(SS_PARAM_OUTLIER_WEIGHTS),
+      ORV_CONSTANT(SS_NOT_CONVERGED),
+      ORV_CONSTANT(SS_NO_POSITIVE_EIGENVALUE),
+      ORV_CONSTANT(SS_EIGENVALUES_FAILED),
+      ORV_CONSTANT(SS_NOT_POSITIVE_DEFINITE),
+      ORV_CONSTANT(SS_SINGULAR),
       ORV_CONSTANT(SS_OK),
       ORV_CONSTANT(SS_NO_MEMORY),
   };

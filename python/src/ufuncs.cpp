@@ -8,15 +8,17 @@
 
 #include "python.hpp"
 #include "reports.hpp"
+#include "unreported.hpp"
 
 namespace orv_python {
 namespace {
 
 constexpr int most_operands = 7;
-constexpr int most_bytes = 16;                             // of an element
-constexpr npy_intp buffered = 512;                         // elements that are gathered at a time
-constexpr npy_intp longest = 1 << 30;                      // elements of one call of a kernel
-constexpr int mode_level = -1;                             // that of the thread's mode
+constexpr int most_bytes = 16;         // of an element
+constexpr npy_intp buffered = 512;     // elements that are gathered at a time
+constexpr npy_intp looked_at = 4096;   // elements whose results are looked at while they are near
+constexpr npy_intp longest = 1 << 30;  // elements of one call of a kernel
+constexpr int mode_level = -1;         // that of the thread's mode
 constexpr const char* level_names[] = {"la", "ha", "ep"};  // in the order of the tables
 
 // ---- Kernels ------------------------------------------------------------------------------------
@@ -89,6 +91,7 @@ struct Row {
   const void* table;
   const char* types;  // NumPy's letters of all operands
   bool hardware_flags;
+  bool is_silent;  // of overflow, see unreported.hpp
 
   int inputs() const { return shape.vectors + shape.scalars; }
   int operands() const { return inputs() + shape.results; }
@@ -119,9 +122,13 @@ constexpr Call two_results(const char* function) {
 #define ORV_CALL_FractionalLinear(C, f) C::FractionalLinear
 
 /// The rows of one function after the other, an empty one behind each function's.
-#define ORV_LOOP(shape, type, function, types, hardware_flags) \
-  {shape_##shape, ORV_CALL_##shape(Calls_##type, function),    \
-   static_cast<const void*>(orv_qem_kernel_##type##function##_ttab), types, hardware_flags},
+#define ORV_LOOP(shape, type, function, types, hardware_flags, is_silent) \
+  {shape_##shape,                                                         \
+   ORV_CALL_##shape(Calls_##type, function),                              \
+   static_cast<const void*>(orv_qem_kernel_##type##function##_ttab),      \
+   types,                                                                 \
+   hardware_flags,                                                        \
+   is_silent},
 #define ORV_UFUNC(name, identity, documentation) {},
 const Row rows[] = {
 #include "functions.inc"
@@ -134,7 +141,7 @@ struct Function {
   int identity;
   const char* documentation;
 };
-#define ORV_LOOP(shape, type, function, types, hardware_flags)
+#define ORV_LOOP(shape, type, function, types, hardware_flags, is_silent)
 #define ORV_UFUNC(name, identity, documentation) {#name, identity, documentation},
 constexpr Function all_functions[] = {
 #include "functions.inc"
@@ -193,7 +200,7 @@ class Run {
   /// Elements that may go to the kernel at a time: one, where an element's result is another's
   /// argument (as in sums along an axis) or where the kernel's single numbers change.
   npy_intp together() const {
-    if (n_ <= 1) return 1;
+    if (n_ <= 1) return is_needed_after(0) || is_needed_after(1) ? buffered : 1;
     for (int k = row_.shape.vectors; k < row_.inputs(); ++k) {
       if (step_[k] != 0) return 1;
     }
@@ -203,7 +210,7 @@ class Run {
         if (depends(k, r)) return 1;
       }
     }
-    return all_dense() ? longest : buffered;
+    return !all_dense() ? buffered : row_.is_silent ? looked_at : longest;
   }
 
   void go(const Task& task, npy_intp together) {
@@ -231,6 +238,7 @@ class Run {
       if (row_.inputs() > 1) elements.second = direct[1];
       if (gathers) gather(i, count);
       row_.call(row_.table, level, static_cast<int32_t>(count), direct);
+      if (row_.is_silent) report_unreported(static_cast<int>(count), direct, reporting);
       if (gathers) scatter(i, count);
       elements.before += count;
     }
@@ -240,8 +248,12 @@ class Run {
  private:
   bool is_scalar(int k) const { return k >= row_.shape.vectors && k < row_.inputs(); }
   bool dense(int k) const { return step_[k] == row_.bytes(k); }
+  /// Is overwritten by the result, and yet has to be looked at beside it.
+  bool is_needed_after(int k) const {
+    return row_.is_silent && k < row_.inputs() && operand_[k] == operand_[row_.inputs()];
+  }
   /// Goes to the kernel as it lies.
-  bool passes(int k) const { return is_scalar(k) || dense(k); }
+  bool passes(int k) const { return is_scalar(k) || (dense(k) && !is_needed_after(k)); }
   bool all_dense() const {
     for (int k = 0; k < row_.operands(); ++k) {
       if (!passes(k)) return false;
@@ -279,6 +291,17 @@ class Run {
       if (passes(k)) continue;
       copy(row_.bytes(k), n, buffer_[k], row_.bytes(k), operand_[k] + i * step_[k], step_[k]);
     }
+  }
+
+  void report_unreported(int n, char* const* o, const Reporting& reporting) const {
+    const int result = row_.inputs();
+    const auto look = [&]<class T>(const T* a) {
+      const T* b = result > 1 ? at<T>(o[1]) : nullptr;
+      const T* r = at<T>(o[result]);
+      find_unreported(n, a, b, int{!is_scalar(1)}, r,
+                      [&](int code, int i) { reporting.add(code, i, a[i], r[i]); });
+    };
+    row_.types[0] == 'f' ? look(at<float>(o[0])) : look(at<double>(o[0]));
   }
 
   const Row& row_;

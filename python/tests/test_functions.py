@@ -244,6 +244,10 @@ FAULTS = [  # function, arguments, category of np.errstate, code
     ("log", (-1.0,), "invalid", 1), ("log", (0.0,), "divide", 2), ("exp", (1e4,), "over", 3),
     ("exp", (-1e4,), "under", 4), ("divide", (1.0, 0.0), "divide", 2), ("arccos", (2.0,), "invalid", 1),
     ("sin", (np.inf,), "invalid", 1), ("cosh", (1e4,), "over", 3), ("cosh", (1e4 + 1j,), "over", 3),
+    ("power", (10.0, 400.0), "over", 3), ("power", (1e-300, 2.0), "under", 4), ("power", (0.0, -1.0), "divide", 1),
+    ("hypot", (1e308, 1.7e308), "over", 3), ("divide", (1e308, 1e-10), "over", 3), ("powx", (10.0, 400.0), "over", 3),
+    ("divide", (0.0, 0.0), "invalid", 2), ("divide", (np.inf, np.inf), "invalid", 1),
+    ("reciprocal", (1e-310,), "over", 3), ("pow3o2", (1e300,), "over", 3),
     ("power", (-8.0, 0.5), "invalid", 1), ("sqrt", (-1.0,), "invalid", 1), ("cdfnorm", (-99.0,), "under", 4),
 ]
 
@@ -264,6 +268,15 @@ def test_errors_reach_errstate(name, arguments, category, code):
         assert r[0].arguments == arguments and r[0].function == name
 
 
+def test_errors_of_results_that_take_their_arguments_place():
+    for together in (1, 100, 5000):
+        x, y = np.full(together, 1e200), np.full(2 * together, 2.0)[::2]
+        with np.errstate(all="ignore"), orv.reports() as r:
+            orv.power(x, 2.0, out=x), orv.divide(1e300, orv.multiply(y, 1e-10, out=y), out=y)
+        assert r.codes == [3] * 2 * together and np.isinf(x).all() and np.isinf(y).all()
+        assert r[0].arguments[1] == 2.0 and r.indices == [*range(together)] * 2
+
+
 def test_ordinary_arguments_raise_nothing():
     """Also where a kernel's own instructions meet infinities and lose bits."""
     with np.errstate(all="raise"), orv.reports() as r:
@@ -272,6 +285,9 @@ def test_ordinary_arguments_raise_nothing():
                 for module in (orv.la, orv.ha, orv.ep):
                     getattr(module, name)(*[numbers(span, dtype)] * (2 if name in TWO else 1))
         orv.exp(np.array([np.inf, -np.inf, np.nan])), orv.log(np.array([np.inf, np.nan]))
+        orv.divide([0.0, np.inf, np.nan, 1.0, -2.0], [3.0, 2.0, 1.0, np.inf, np.nan])
+        orv.power([0.0, np.inf, 0.5, np.nan, 1.0], [2.0, 3.0, np.inf, 1.0, np.inf])
+        orv.hypot([0.0, np.inf], [0.0, np.nan]), orv.reciprocal([np.inf, -np.inf])
     assert len(r) == 0
 
 

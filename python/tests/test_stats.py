@@ -1,6 +1,7 @@
 """Statistics against NumPy's, SciPy's and pandas', for all layouts, types and ways to bring data."""
 import pickle
 from functools import reduce
+from pathlib import Path
 
 import numpy as np
 import pandas as pd
@@ -8,8 +9,10 @@ import pytest
 import scipy.stats
 
 import orv
-from orv.stats import Accumulator, corrcoef, cov, describe, partial_cov, pooled, quantile
+from orv.stats import (Accumulator, corrcoef, cov, describe, outliers, partial_cov, pooled, quantile,
+                       robust_cov)
 
+ROOT = Path(__file__).resolve().parents[2]
 RNG = np.random.default_rng(2)
 N, P = 3001, 5
 X = RNG.gamma(2, 1, (N, P)) + [0, 1, 2, 3, 50]
@@ -196,6 +199,46 @@ def test_pooled_and_partial_covariance():
     assert list(named.columns) == ["a", "c", "e"] and np.allclose(named, expected, atol=1e-10)
 
 
+# ---- Outliers -----------------------------------------------------------------------------------
+
+
+def hawkins_data():
+    """75 observations of four variables; the first 14 are outliers (Hawkins, Bradu and Kass 1984)."""
+    table = pd.read_csv(ROOT / "examples" / "data" / "hbk.csv")
+    return table[["X1", "X2", "X3"]]
+
+
+@pytest.mark.parametrize("form", ["rows", "columns", "frame", "strided"])
+def test_outliers_of_known_data(form):
+    x = FORMS[form](hawkins_data().to_numpy(float))
+    for dtype in (np.float64, np.float32):
+        y = x.astype(dtype)
+        made = outliers(y)
+        assert list(made.indices) == list(range(14)) and made.flags.sum() == 14
+        assert repr(made).startswith("14 outliers among 75 observations: 0, 1, 2")
+        d = robust_cov(y).distances
+        assert d[:14].min() > np.sqrt(scipy.stats.chi2(3).isf(1e-9)) and d[14:].max() < 4
+
+
+def test_robust_covariance_of_contaminated_data():
+    shape = np.array([[2, 1, 0], [1, 3, -1], [0, -1, 1.5]])
+    clean = RNG.multivariate_normal([1, 2, 3], shape, 4000)
+    x = np.vstack([clean, RNG.normal(20, 1, (1500, 3))])
+    for iterations in (0, 1000):
+        made = robust_cov(x, max_iterations=iterations)
+        assert np.abs(made.mean - [1, 2, 3]).max() < 0.15
+        assert np.abs(corrcoef(clean) - made.cov / np.sqrt(np.outer(*[np.diag(made.cov)] * 2))).max() < 0.06
+        away = x - made.mean  # the distances are those of its own mean and covariance
+        assert np.allclose(made.distances**2, np.sum(away @ np.linalg.inv(made.cov) * away, axis=1))
+    units = np.array([1e-6, 1, 1e8])
+    moved = robust_cov(x * units + 1e3 * units)
+    assert np.allclose(moved.mean, (made.mean + 1e3) * units, rtol=1e-6)
+    assert np.allclose(moved.cov, made.cov * np.outer(units, units), rtol=1e-5, atol=1e-6 * units.min())
+    assert "robust mean and covariance" in repr(moved)
+    clean_flags = [outliers(RNG.normal(size=(300, 3))).flags.any() for _ in range(40)]
+    assert sum(clean_flags) <= 10  # alpha is the chance of one, 0.05
+
+
 # ---- Threads, records, mistakes -----------------------------------------------------------------
 
 
@@ -235,6 +278,14 @@ MISTAKES = [
     (lambda: pooled(X, [1, 2]), ValueError, "groups: an array of shape"),
     (lambda: partial_cov(X, 7), ValueError, "given: 7; allowed are columns: 0, 1"),
     (lambda: partial_cov(X, range(5)), ValueError, "1 to 4 of the 5 columns"),
+    (lambda: robust_cov(X, breakdown=0.6), ValueError, "breakdown: 0.6; allowed are numbers above 0"),
+    (lambda: robust_cov(X[:10]), ValueError, "x: 10 observations; allowed are more than 10"),
+    (lambda: robust_cov(np.hstack([X, X])), ValueError, "x: variables depend on each other"),
+    (lambda: robust_cov(np.ones((50, 2))), ValueError, "x: column 0 has one value only"),
+    (lambda: robust_cov([[np.nan]] * 9), ValueError, "x: row 0 is not finite"),
+    (lambda: outliers(X, centre="mode"), ValueError, "centre: 'mode'; allowed are 'mean' and 'median'"),
+    (lambda: outliers(X, alpha=0), ValueError, "alpha: 0"),
+    (lambda: outliers(X[:25]), ValueError, "x: 25 observations; allowed are more than 25"),
     (lambda: orv.set_num_threads(0), ValueError, "count: 0"),
 ]
 

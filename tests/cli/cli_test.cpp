@@ -59,11 +59,38 @@ TEST(Math, ComputesOfEveryFormOfInput) {
       {"sPowx --arg -0.5", "4 0.25", "0.5\n2\n"},
       {"SinCos", "0 -0", "0,1\n-0,1\n"},
       {"Hypot --column a --second b", "a,b\n3,4\n", "5\n"},
+      {"log", "1", "0\n"},
+      {"square,Powx,SinCos --arg 3", "0 2",
+       "0,0,0,1\n4,8,0.9092974268256817,-0.4161468365471424\n"},
+      {"Sqr -c a --append", "b,a\n\"x,\"\"y\",2\n,\n\" z\",3\n",
+       "b,a,Sqr(a)\n\"x,\"\"y\",2,4\n,,\n\" z\",3,9\n"},
+      {"Sqr,SinCos -c 1 --append", "0\n", "0,0,0,1\n"},
+      {"Sqr -c a --append --as 'a 2' --missing nan", "a\n1\nNA\n", "a,a 2\n1,1\nNA,nan\n"},
+      {"Sqr -c a --append --missing skip", "a\n1\nq\n3\n", "a,Sqr(a)\n1,1\n3,9\n"},
+      {"Sqr,SinCos -c a --decimal , --append", "a;b\n1,5;2\n",
+       "a;b;Sqr(a);SinCos(a).1;SinCos(a).2\n1,5;2;2,25;0,9974949866040544;0,0707372016677029\n"},
+      {"Modf -c 1 -d tab --append", "1.5\tx\n", "1.5\tx\t1\t0.5\n"},
+      {"Conj --type z -c z --append", "z\n1+2i\n", "z,Conj(z).re,Conj(z).im\n1+2i,1,-2\n"},
   };
   for (const auto& c : cases) {
     const Outcome run = orv("math " + std::string(c.arguments), c.input);
     EXPECT_EQ(run.out, c.output) << c.arguments << c.input << run.err;
   }
+}
+
+TEST(Math, WritesAFileWhenAllIsDone) {
+  const std::string path = path_of("table.csv");
+  std::ofstream(path) << "a,b\n1,x\n3,y\n";
+  const auto content = [&] {
+    std::ifstream file(path);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+  };
+  EXPECT_EQ(orv("math Sqr -c a --append " + path + " -o " + path).code, 0);
+  EXPECT_EQ(content(), "a,b,Sqr(a)\n1,x,1\n3,y,9\n");
+  EXPECT_EQ(orv("math Sqr -c b --append " + path + " --missing fail -o " + path).code, 2);
+  EXPECT_EQ(content(), "a,b,Sqr(a)\n1,x,1\n3,y,9\n");
+  EXPECT_NE(access((path + ".unfinished").c_str(), F_OK), 0);
+  unlink(path.c_str());
 }
 
 TEST(Math, ListsReportedElements) {
@@ -116,8 +143,8 @@ TEST(Math, ModeWordChoosesLevelAndRoutes) {
 TEST(Mistakes, AreOneLineAndCode2) {
   const char* table = "a,b,a\n1,2,3\n4,,x\n7,8,1e999\n";
   std::vector<Mistake> mistakes = {
-      {"", "", {"no command", "math, info, measure"}},
-      {"mth", "", {"'mth'", "math, info, measure"}},
+      {"", "", {"no command", "impute, info, math, measure"}},
+      {"mth", "", {"'mth'", "impute, info, math, measure"}},
       {"math", "", {"FUNCTION"}},
       {"math Sqr", "", {"standard input holds no number"}},
       {"math Exq", "1", {"'Exq'", "did you mean", "Exp"}},
@@ -154,6 +181,11 @@ TEST(Mistakes, AreOneLineAndCode2) {
       {"math Exp", "1\n\"2\n\n", {"line 2: a quote is opened"}},
       {"math Exp", "1\n\"2\"x\n", {"line 2: a quote within a cell, or text after the closing"}},
       {"math Exp", "1\n\"a\nb\"\n", {"line 2, column 1: 'a"}},
+      {"math Exp,Hypot -c 1", "1\n", {"dExp", "dHypot", "different arguments"}},
+      {"math Exp --append", "1\n", {"--append", "--column"}},
+      {"math Exp --as x -c 1", "1\n", {"--as 'x'", "--append"}},
+      {"math Modf -c 1 --append --as x", "1\n", {"--as 'x'", "1 names for 2"}},
+      {"math Exp -o /no/such/file", "1\n", {"--output '/no/such/file'", "No such file"}},
       {"info Exq", "", {"'Exq'", "Exp"}},
       {"measure Sqr", "", {"dSqr", "Log1p"}},
       {"measure Exp -n 0", "", {"0", "1", "1000000"}},

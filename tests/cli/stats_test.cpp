@@ -82,7 +82,7 @@ struct Pair {
     for (size_t i = 0; i < data.rows.size(); ++i) {
       const auto& x = data.rows[i];
       const Real weight = has(arguments, "--weights") ? data.weights[i] : 1;
-      const bool pairwise = has(arguments, "pairwise");
+      const bool pairwise = has(arguments, "pairwise") || has(arguments, "available");
       if (std::isnan(pairwise ? x[j] + x[k] : std::reduce(x.begin(), x.end()))) continue;
       if (weight > 0) rows.push_back({weight, x[j] - offset, x[k] - offset});
       w += weight;
@@ -110,19 +110,19 @@ TEST(Stats, ColumnsAreRight) {
     const char* arguments;
     double first = NAN;  // all of the first row
   } cases[] = {
-      {7, 1, 0, ""},
-      {500, 3, 1e9, ""},
-      {500, 3, 1e9, "--threads 3", 0},
-      {500, 19, -5, "--threads 2"},
-      {500, 4, 5, "--weights w"},
-      {500, 4, 1e9, "--weights w --missing pairwise --threads 3"},
+      {7, 1, 0, "--missing drop"},
+      {500, 3, 1e9, "--missing drop"},
+      {500, 3, 1e9, "--threads 3 --missing drop", 0},
+      {500, 19, -5, "--threads 2 --missing drop"},
+      {500, 4, 5, "--weights w --missing drop"},
+      {500, 4, 1e9, "--weights w --missing available --threads 3"},
       {3000, 19, 1e6, "--missing pairwise --threads 2"},
-      {500, 4, 1, "--precision s"},
-      {150000, 5, 1e7, "--threads 2"},
+      {500, 4, 1, "--precision s --missing pairwise"},
+      {150000, 5, 1e7, "--threads 2 --missing drop"},
   };
   for (const auto& [n, p, offset, arguments, first] : cases) {
     SCOPED_TRACE(testing::Message() << arguments << " n " << n);
-    Data data = make_data(n, p, offset, has(arguments, "pairwise") ? 0.2 : 0.01);
+    Data data = make_data(n, p, offset, has(arguments, "drop") ? 0.01 : 0.2);
     if (!std::isnan(first)) std::ranges::fill(data.rows[0], first);
     const bool weighted = has(arguments, "--weights"), single = has(arguments, "--precision s");
     const auto table = tables(arguments, data.csv())[0];
@@ -214,15 +214,40 @@ TEST(Stats, PrintsGroupsGapsAndNames) {
     const char *arguments, *input;
     Strings out, err = {};
   } cases[] = {
-      {"--by g --format csv",
+      {"--by g --format csv --figures count,missing,sum --cov --cor --missing drop",
        "x,y,g\n1,10,u\n2,30,v\n3,12,u\n8,,v\n6,50,v\n4,20,\n",
-       {"\nx,4,", "\n\nmean by g,count,x,y\nu,2,2,11\nv,2,4,40\n\n" + pooled},
+       {"\nx,4,0,12\n", "\n\ng,column,count,missing,sum\nu,x,2,0,4\nu,y,2,0,22\nv,x,2,0,8\nv,y,",
+        "\n\n" + pooled, "\n\nPooled correlation within g,x,y\nx,1,0.9"},
        {"6 rows, 2 dropped"}},
-      {"--by g --format csv",
-       "x,y,g\n1,10,7\n2,30,5\n3,12,7\n6,50,5\n",
-       {"\n\nmean by g,count,x,y\n7,2,2,11\n5,2,4,40\n\n" + pooled}},
-      {"", missing, {"5 rows, 3 dropped"}},
-      {"--format csv", missing, {"\na,2,0,", "\nb,2,1,", "\nc,2,2,"}, {"5 rows, 3 dropped"}},
+      {"--by g --format csv --figures count,missing --cov",
+       "x,y,g\n1,10,7\n2,30,15\n3,12,7\n6,50,15\n7,,15\n",
+       {"\n\ng,column,count,missing\n7,x,2,0\n7,y,2,0\n15,x,3,0\n15,y,2,1\n\n", "\n\n" + pooled}},
+      {"--by g,h --format csv --figures mean,median,sd,min,max",
+       "g,x,h\nb,1,-\nb,4,2\na,5,11\nb,3,2\na,7,2\na,8,2\n",
+       {"\n\ng,h,column,mean,q0.5,standard_deviation,minimum,maximum\na,2,x,7.5,7.5,0."
+        "7071067811865476,"
+        "7,8\na,11,x,5,5,,5,5\nb,2,x,3.5,3.5,0.7071067811865476,3,4\n"},
+       {"1 dropped"}},
+      {"--format csv --figures mode,mode_count,sum,var,se,ci --histogram --bins 3",
+       "a,b\n3,1.5\n1,1.5\n3,2\n7,4\n7,\n",
+       {"\na,3,2,21,7.2,1.2,0.86826587", "\nb,,,9,1.4166666666666667,",
+        "\nhistogram "
+        "of,from,to,count\na,0,1,1\na,2,3,2\na,4,5,0\na,6,7,2\nb,1,2,2\nb,2,3,1\nb,3,4,0\nb,4,5,"
+        "1\n"}},
+      {"--format jsonl --figures count,mean,median --by b",
+       "a,b\n3,u\n",
+       {"{\"name\":\"a\",\"count\":1,\"mean\":3.0,\"quantiles\":[{\"order\":0.5,\"value\":3.0}]}\n",
+        "{\"name\":\"a\",\"by\":{\"b\":\"u\"},\"count\":1,"}},
+      {"--format markdown --figures count,mean",
+       "a|b,c\n1,2.5\n",
+       {"|  | a\\|b | c |\n|---|---:|---:|\n| count | 1 | 1 |\n| mean | 1 | 2.5 |\n"}},
+      {"--format csv --cor --figures count", missing, {"\na,5\nb,4\nc,3\n", "\na,1,0.99999"}},
+      {"--missing drop", missing, {"5 rows, 3 dropped"}},
+      {"--cov", missing, {"5 rows; matrices: 2 rows without a missing cell"}},
+      {"--format csv --missing drop",
+       missing,
+       {"\na,2,0,", "\nb,2,1,", "\nc,2,2,"},
+       {"5 rows, 3 dropped"}},
       {"--format csv --missing pairwise", missing, {"\na,5,0,", "\nb,4,1,", "\nc,3,2,"}},
       {"--format csv --missing fail --select a", missing, {"\na,5,0,"}},
       {"--format csv --missing pairwise --select a,b",
@@ -316,18 +341,16 @@ TEST(Stats, StreamsWhatDoesNotFit) {
 }
 
 TEST(Stats, MistakesAreOneLineAndCode2) {
-  std::string many = "a,b\n", wide, grouped;
-  for (int i = 0; i < 1100; ++i) many += std::to_string(i) + ",1\n";
+  std::string wide;
   for (int i = 0; i < 40000; ++i) wide += "1,";
-  for (int i = 0; i < 1000; ++i) grouped += wide.substr(0, 200) + std::to_string(i) + "\n";
   const char* table = "a,b,t\n1,2,x\n3,,y\n5,-6,z\n";
   const std::vector<Mistake> mistakes = {
       {"", "", {"holds no number"}},
       {"", "a,b\n", {"only names"}},
       {"", "a,b\nx,y\n", {"no column of numbers", "a ('x', line 2)"}},
-      {"", "a,b\n1,2\n3,q\n", {"line 3, column 2 (b)", "'q'", "1e-3"}},
-      {"", "a,b\n1,\n,2\n", {"no row is complete", "pairwise"}},
-      {"--missing fail", table, {"line 3, column 2 (b)", "empty", "drop or pairwise"}},
+      {"--missing fail", "a,b\n1,2\n3,q\n", {"line 3, column 2 (b)", "'q'", "1e-3"}},
+      {"--cov", "a,b\n1,\n,2\n", {"no row is complete", "pairwise"}},
+      {"--missing fail", table, {"line 3, column 2 (b)", "empty", "another --missing"}},
       {"--select t", table, {"line 2, column 3 (t)", "'x'"}},
       {"--select a,1", table, {"--select", "'a'", "twice"}},
       {"--select a,", table, {"--select", "''", "1 to 3"}},
@@ -336,7 +359,7 @@ TEST(Stats, MistakesAreOneLineAndCode2) {
       {"--weights b", "a,b\n1,0\n2,0\n", {"no row is left", "2 have weight 0"}},
       {"--by q", table, {"--by", "'q'", "1 to 3"}},
       {"--by a --select a", table, {"--by", "'a'"}},
-      {"--by t --missing pairwise", table, {"--by", "complete rows", "drop and fail"}},
+      {"--by t --missing pairwise", table, {"--by", "pairwise", "drop and fail"}},
       {"--by t --missing fail --select a", "a,t\n1,x\n1,\n", {"line 3, column 2 (t)", "group"}},
       {"--partial a", table, {"--partial 'a'", "--given"}},
       {"--partial a --given a", table, {"'a'", "twice"}},
@@ -344,11 +367,10 @@ TEST(Stats, MistakesAreOneLineAndCode2) {
       {"--partial a --given b", "a,b\n1,2\n3,2\n4,2\n", {"--given", "constant"}},
       {"--quantiles 0.5,1.5", table, {"--quantiles", "'1.5'", "0 to 1"}},
       {"--threads 0", table, {"--threads", "0", "1", "256"}},
-      {"--memory 1", wide, {"line 1: a row of more than 37449 columns", "--memory MIB"}},
+      {"--memory 1", wide, {"line 1: a row of more than 11397 columns", "--memory MIB"}},
       {"--memory 1 --cov", wide.substr(0, 2000) + "1\n", {"of 1001 columns take", "--select"}},
-      {"--memory 1 --by 101", grouped, {"of 100 columns take", "--memory MIB allows more"}},
-      {"--by a", many, {"line 1002, column 1 (a)", "1000 groups"}},
-      {"--select a --by b", "a,b\n1,\n2,\n", {"no row is complete"}},
+      {"--select a --by b", "a,b\n1,\n2,\n", {"no row is left", "groups"}},
+      {"--figures count,varianse", table, {"--figures", "'varianse'", "did you mean variance?"}},
   };
   expect_mistakes(stats, mistakes);
 }

@@ -4,24 +4,19 @@
 #include <orv/dataset.hpp>
 #include <orv/distributions.hpp>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <numeric>
 
+#include "cpp_support.hpp"
+
 namespace {
+
+using orv_test::refusal;
 
 using L = long double;
 const double none = std::numeric_limits<double>::quiet_NaN();
-
-/// The text of what a call throws.
-std::string refusal(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const orv::error& e) {
-    return e.what();
-  }
-  return "nothing thrown";
-}
 
 /// n observations of p variables that depend on each other, skew, far from 0.
 template <class T>
@@ -177,6 +172,90 @@ TEST(CppData, GroupsHaveEstimatesOfTheirOwn) {
   }
   EXPECT_NEAR(r.pooled_covariance(0, 1), pooled / 897, 1e-11);
   EXPECT_NEAR(r.pooled_mean[1], Truth(d, false, 0, 900).mean[2], 1e-11);
+}
+
+/// A cloud with a tenth of its observations far away, and one that is not finite.
+TYPED_TEST(CppDataset, RobustEstimatesLeaveOutliersOut) {
+  using T = TypeParam;
+  constexpr size_t n = 1000, p = 3;
+  orv::stream s(orv::mt19937, 5);
+  std::vector<T> x(n * p);
+  const std::vector<T> mean{1, 2000, -3}, factor{2, 0, 0, 100, 100, 0, 0, 0, T(0.01)};
+  orv::sample(s, orv::multivariate_normal<T>{mean, factor}, x);
+  std::vector<size_t> far;
+  for (size_t i = 7; i < n; i += 10) {
+    for (size_t j = 0; j < p; ++j) x[i * p + j] = mean[j] + 20 * factor[j * p + j];
+    far.push_back(i);
+  }
+  const orv::dataset data(orv::table(x, p));
+  const auto r = data.robust_covariance();
+  EXPECT_NEAR(r.mean[0], 1, 0.3);
+  EXPECT_NEAR(r.mean[1], 2000, 20);
+  EXPECT_NEAR(r.covariance(1, 1), 2e4, 8e3);
+  EXPECT_NEAR(r.covariance(0, 1), 200, 80);
+  EXPECT_NEAR(r.covariance(2, 2), 1e-4, 4e-5);  // the tenth widens what is left
+  EXPECT_GT(std::fabs(data.mean()[1] - 2000), 100);
+  orv::dataset masked(orv::table(x, p));
+  masked.mask(std::array{0, 1, 1});
+  EXPECT_EQ(masked.robust_covariance({.iterations = 0}).mean.size(), 2u);
+
+  const auto clean_ones = [&](const std::vector<size_t>& found) {
+    EXPECT_TRUE(std::includes(found.begin(), found.end(), far.begin(), far.end()));
+    return found.size() - far.size();
+  };
+  EXPECT_LT(clean_ones(data.outliers()), n / 5);
+  EXPECT_LT(clean_ones(masked.outliers({.alpha = 0.05 / n})), 5u);
+  x[12 * p] = std::numeric_limits<T>::infinity();
+  const auto found = data.outliers();
+  EXPECT_TRUE(std::binary_search(found.begin(), found.end(), 12u));
+  EXPECT_EQ(refusal([&] { data.robust_covariance(); }),
+            "orv::dataset::robust_covariance: variable 0 is inf at observation 12");
+  EXPECT_EQ(refusal([&] { data.outliers({.alpha = 2}); }),
+            "orv::dataset::outliers: alpha is 2; it has to be above 0 and below 1");
+  const std::vector<T> same(40, 1), w(20, 1);
+  orv::dataset constant(orv::table(same, 2));
+  EXPECT_EQ(refusal([&] { constant.robust_covariance(); }),
+            "orv::dataset::robust_covariance: variable 0 does not vary");
+  EXPECT_EQ(refusal([&] { constant.weights(w).outliers(); }),
+            "orv::dataset::outliers: weights have no part in it");
+  EXPECT_EQ(refusal([&] { orv::dataset(orv::table(x.data(), 6, 3)).robust_covariance(); }),
+            "orv::robust_covariance: there are too few observations for so many variables");
+}
+
+/// Missing values of a variable that is nearly three times another one.
+TYPED_TEST(CppDataset, ImputedValuesFollowTheOthers) {
+  using T = TypeParam;
+  constexpr size_t n = 400;
+  orv::stream s(orv::mt19937, 5);
+  std::vector<T> x(n * 3);
+  const std::vector<T> mean{1000, -2, 5}, factor{3, 0, 0, 9, T(0.1), 0, 1, 1, 1};
+  orv::sample(s, orv::multivariate_normal<T>{mean, factor}, x);
+  const std::vector<T> whole = x;
+  for (size_t i = 3; i < n; i += 4) x[3 * i + 1] = std::numeric_limits<T>::quiet_NaN();
+  orv::dataset data(orv::table(x, 3));
+  orv::stream random = s, again = s;
+  const auto completed = data.impute(random, {.imputations = 3});
+  ASSERT_EQ(completed.size(), 3u);
+  double squares = 0;
+  for (const auto& table : completed) {
+    for (size_t i = 0; i < n; ++i) {
+      EXPECT_EQ(table(i, 0), whole[3 * i]);
+      const double d = table(i, 1) - whole[3 * i + 1];
+      EXPECT_TRUE(d == 0 || i % 4 == 3);
+      squares += d * d;
+    }
+  }
+  EXPECT_NEAR(std::sqrt(squares / (3 * n / 4)), 0.1, 0.015);  // both others tell of it
+  EXPECT_NE(completed[0].elements(), completed[1].elements());
+  EXPECT_EQ(data.impute(again, {.imputations = 3})[2].elements(), completed[2].elements());
+
+  EXPECT_EQ(orv::dataset(orv::table(whole, 3)).impute(s)[4].elements(), whole);
+  const std::array only{0, 1, 1};
+  EXPECT_EQ(data.mask(only).impute(s, {.imputations = 1})[0].columns(), 2u);
+  for (size_t i = 0; i < n; ++i) x[3 * i + 2] = std::numeric_limits<T>::quiet_NaN();
+  EXPECT_EQ(refusal([&] { data.impute(s); }), "orv::dataset::impute: variable 2 has no value");
+  EXPECT_EQ(refusal([&] { data.impute(s, {.imputations = 0}); }),
+            "orv::dataset::impute: 0 imputations; 1 or more");
 }
 
 /// As std::mdspan has it.

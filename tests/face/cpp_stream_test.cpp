@@ -10,7 +10,11 @@
 #include <numeric>
 #include <random>
 
+#include "cpp_support.hpp"
+
 namespace {
+
+using orv_test::refusal;
 
 static_assert(std::uniform_random_bit_generator<orv::stream>);
 static_assert(std::uniform_random_bit_generator<orv::words>);
@@ -27,16 +31,6 @@ std::vector<uint32_t> words_of(orv::stream& s, size_t n) {
   std::vector<uint32_t> w(n);
   s.fill(w);
   return w;
-}
-
-/// The text of what a call throws.
-std::string refusal(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const orv::error& e) {
-    return e.what();
-  }
-  return "nothing thrown";
 }
 
 TEST(CppStream, WordsAreTheSameHoweverTheyAreAskedFor) {

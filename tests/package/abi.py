@@ -88,7 +88,8 @@ def main(mode, headers, record, compiler, *libraries):
             changed = re.sub(old, new, declarations)
             if not difference(before, dump(witness(changed, names), compile_, folder), folder):
                 faults += f"a change of {what} would not be noticed\n"
-    print(faults or f"{len(names)} names and {len(constants(now))} constants: kept is what {record.name} promised")
+    kept = f"{len(names)} names and {len(constants(now))} constants keep what {record.name} promised"
+    print(faults or kept)
     return 1 if faults else 0
 
 

@@ -30,6 +30,14 @@ class MatrixCall {
   void X##gemm_(const char* transa, const char* transb, const int32_t* m, const int32_t* n,        \
                 const int32_t* k, const T* alpha, const T* a, const int32_t* lda, const T* b,      \
                 const int32_t* ldb, const T* beta, T* c, const int32_t* ldc, size_t, size_t);      \
+  void X##trmm_(const char* side, const char* uplo, const char* transa, const char* diag,          \
+                const int32_t* m, const int32_t* n, const T* alpha, const T* a,                    \
+                const int32_t* lda, T* b, const int32_t* ldb, size_t, size_t, size_t, size_t);     \
+  void X##gemv_(const char* trans, const int32_t* m, const int32_t* n, const T* alpha, const T* a, \
+                const int32_t* lda, const T* x, const int32_t* incx, const T* beta, T* y,          \
+                const int32_t* incy, size_t);                                                      \
+  void X##trtri_(const char* uplo, const char* diag, const int32_t* n, T* a, const int32_t* lda,   \
+                 int32_t* info, size_t, size_t);                                                   \
   void X##spevd_(const char* jobz, const char* uplo, const int32_t* n, T* ap, T* w, T* z,          \
                  const int32_t* ldz, T* work, const int32_t* lwork, int32_t* iwork,                \
                  const int32_t* liwork, int32_t* info, size_t, size_t);                            \
@@ -55,6 +63,26 @@ class MatrixCall {
                    int32_t lda, const T* b, int32_t ldb, T beta, T* c, int32_t ldc) {              \
     const MatrixCall call;                                                                         \
     X##gemm_(&transa, &transb, &m, &n, &k, &alpha, a, &lda, b, &ldb, &beta, c, &ldc, 1, 1);        \
+  }                                                                                                \
+  /* B = alpha op(A) B (side l) or alpha B op(A) (r), A triangular, B m by n. */                   \
+  inline void trmm(char side, char uplo, char transa, char diag, int32_t m, int32_t n, T alpha,    \
+                   const T* a, int32_t lda, T* b, int32_t ldb) {                                   \
+    const MatrixCall call;                                                                         \
+    X##trmm_(&side, &uplo, &transa, &diag, &m, &n, &alpha, a, &lda, b, &ldb, 1, 1, 1, 1);          \
+  }                                                                                                \
+  /* y = alpha op(A) x + beta y, A m by n. */                                                      \
+  inline void gemv(char trans, int32_t m, int32_t n, T alpha, const T* a, int32_t lda, const T* x, \
+                   T beta, T* y) {                                                                 \
+    const int32_t step = 1;                                                                        \
+    const MatrixCall call;                                                                         \
+    X##gemv_(&trans, &m, &n, &alpha, a, &lda, x, &step, &beta, y, &step, 1);                       \
+  }                                                                                                \
+  /* Inverse of a triangular matrix in place; 0, or which element of the diagonal is zero. */      \
+  inline int32_t trtri(char uplo, char diag, int32_t n, T* a, int32_t lda) {                       \
+    int32_t info = 0;                                                                              \
+    const MatrixCall call;                                                                         \
+    X##trtri_(&uplo, &diag, &n, a, &lda, &info, 1, 1);                                             \
+    return info;                                                                                   \
   }                                                                                                \
   /* Eigenvalues, ascending, and eigenvectors, as the columns of z, of a symmetric matrix whose     \
   triangle uplo is packed by columns, and destroyed; 0, or how many numbers of an intermediate      \

@@ -1,0 +1,27 @@
+"""The page about this package shows what happens."""
+import doctest
+import os
+import shutil
+from pathlib import Path
+
+import pytest
+
+DOCS = Path(__file__).resolve().parents[2] / "docs"
+
+
+def test_page_runs_as_it_stands(tmp_path, monkeypatch):
+    page = tmp_path / "docs" / "python.md"
+    (tmp_path / "docs" / "pictures").mkdir(parents=True)
+    shutil.copy(DOCS / "python.md", page)
+    os.symlink(DOCS.parent / "examples", tmp_path / "examples")
+    monkeypatch.chdir(page.parent)
+    result = doctest.testfile(str(page), module_relative=False, report=True)
+    assert result.attempted > 70 and result.failed == 0
+    made = {path.name for path in (page.parent / "pictures").iterdir()}
+    assert made == {path.name for path in (DOCS / "pictures").glob("python_*.svg")} and len(made) == 3
+
+
+@pytest.mark.parametrize("word", ["random.md", *[f"pictures/python_{n}.svg" for n in
+                                                 ("levels", "random", "stats")]])
+def test_links_of_the_page_lead_somewhere(word):
+    assert f"({word})" in (DOCS / "python.md").read_text() and (DOCS / word).exists()
