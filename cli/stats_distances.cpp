@@ -103,18 +103,14 @@ Estimate<T> classical(const Sample<T>& sample) {
 
 template <class T>
 std::vector<double> distances_of(std::span<const T> values, const Estimate<T>& e) {
-  const auto p = static_cast<int64_t>(e.mean.size());
-  const int64_t first = 0, end = static_cast<int64_t>(values.size()) / p, layout = SS_COLUMNS,
-                block = 2 * 64 * p;
+  const size_t p = e.mean.size(), n = values.size() / p;
+  const auto end = static_cast<int64_t>(n), block = static_cast<int64_t>(2 * 64 * p);
+  const int64_t first = 0;
   const Block<T> inverse = inverse_of(e.cov, static_cast<int32_t>(p));
   if (!inverse) return {};
-  std::vector<T> result(static_cast<size_t>(end)), buffer(static_cast<size_t>(block));
-  SSTask task = {};
-  task.int_is_64 = 1;
-  task.dimension = &p;
-  task.observation_count = &end;
-  task.observation_storage = &layout;
-  task.observations = values.data();
+  std::vector<T> result(n), buffer(static_cast<size_t>(block));
+  RowsTask rows(values, p);
+  SSTask& task = rows.task;
   const void* const words[] = {&first,        &end,    e.mean.data(), inverse.get(),
                                result.data(), nullptr, buffer.data(), &block};
   static_assert(sizeof words == sizeof task.mahalanobis_block);

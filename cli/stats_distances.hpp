@@ -17,6 +17,27 @@ struct Estimate {
   std::vector<T> mean, cov;
 };
 
+/// A task over rows of p values, one row after another.
+class RowsTask {
+ public:
+  template <class T>
+  RowsTask(std::span<const T> values, size_t p)
+      : p_(static_cast<int64_t>(p)), n_(static_cast<int64_t>(values.size() / p)) {
+    task.int_is_64 = 1;
+    task.dimension = &p_;
+    task.observation_count = &n_;
+    task.observation_storage = &layout_;
+    task.observations = values.data();
+  }
+  RowsTask(const RowsTask&) = delete;
+  RowsTask& operator=(const RowsTask&) = delete;
+
+  SSTask task = {};
+
+ private:
+  int64_t p_, n_, layout_ = SS_COLUMNS;
+};
+
 /// What a column is measured in.
 struct ColumnUnit {
   double origin, scale;

@@ -44,19 +44,15 @@ struct Good {
 template <class T>
 Good<T> find_good(const std::vector<T>& values, std::span<const T> weights, size_t p,
                   const StatsOptions& options, const SSThreadServices* services) {
-  const auto p_word = static_cast<int64_t>(p), n = static_cast<int64_t>(values.size() / p);
-  const int64_t layout = SS_COLUMNS, storage = SS_MATRIX_FULL, count = 3;
+  const auto n = static_cast<int64_t>(values.size() / p);
+  const int64_t storage = SS_MATRIX_FULL, count = 3;
   const T parameters[] = {static_cast<T>(options.start == "medians" ? 2 : 1),
                           static_cast<T>(options.alpha / static_cast<double>(n)),
                           static_cast<T>(accuracy)};
   Good<T> good = {
       std::vector<T>(static_cast<size_t>(n)), 0, {std::vector<T>(p), std::vector<T>(p * p)}};
-  SSTask task = {};
-  task.int_is_64 = 1;
-  task.dimension = &p_word;
-  task.observation_count = &n;
-  task.observation_storage = &layout;
-  task.observations = values.data();
+  RowsTask rows(std::span<const T>(values), p);
+  SSTask& task = rows.task;
   task.weights = weights.empty() ? nullptr : weights.data();
   task.outlier_param_count = &count;
   task.outlier_params = parameters;

@@ -47,14 +47,9 @@ Estimate<T> estimate(const Sample<T>& sample, const std::vector<ColumnUnit>& uni
   Estimate<T> e = {std::vector<T>(p), std::vector<T>(p * p)};
   const T iterations = options.robust == "ogk" ? 0 : most_iterations;
   const T parameters[] = {T(0.5), T(0.001), close<T>, iterations};
-  const auto p_word = static_cast<int64_t>(p), n = sample.count();
-  const int64_t layout = SS_COLUMNS, storage = SS_MATRIX_FULL, count = std::size(parameters);
-  SSTask task = {};
-  task.int_is_64 = 1;
-  task.dimension = &p_word;
-  task.observation_count = &n;
-  task.observation_storage = &layout;
-  task.observations = scaled.data();
+  const int64_t storage = SS_MATRIX_FULL, count = std::size(parameters);
+  RowsTask rows(std::span<const T>(scaled), p);
+  SSTask& task = rows.task;
   task.robust_param_count = &count;
   task.robust_params = parameters;
   task.robust_mean = e.mean.data();
