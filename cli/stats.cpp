@@ -9,7 +9,9 @@
 #include "distance_plot.hpp"
 #include "error.hpp"
 #include "output.hpp"
+#include "picture.hpp"
 #include "stats_analysis.hpp"
+#include "stats_picture.hpp"
 
 namespace orv_cli {
 namespace {
@@ -27,13 +29,20 @@ void stats(const StatsOptions& options) {
     throw Error("--plot -: characters go with --format table only; a FILE goes with {}, too",
                 options.format);
   }
-  if (options.robust.empty() && (options.distances || !options.plot.empty())) {
-    throw Error("{}: distances are made by --robust, which is ogk or tbs",
-                options.distances ? "--distances" : "--plot " + in_quotes(options.plot));
+  if (options.robust.empty() && options.distances) {
+    throw Error("--distances: they are made by --robust, which is ogk or tbs");
   }
+  const bool of_columns = options.robust.empty() && !options.plot.empty();
+  const bool picture = of_columns && options.plot != "-";
+  if (picture) expect_picture(options.plot, "--plot");
+  StatsOptions wanted = options;
+  wanted.histogram |= of_columns;
   orv_threads_set_count(options.threads);
-  const Report report =
-      options.precision == "s" ? analyse<float>(options) : analyse<double>(options);
+  Report report = options.precision == "s" ? analyse<float>(wanted) : analyse<double>(wanted);
+  if (picture) draw_columns(report, options.plot);
+  for (ColumnReport& c : report.columns) {
+    if (picture && !options.histogram) c.histogram = {};  // it is in the picture
+  }
   print_report(report, options.format);
   if (!options.plot.empty() && report.plot) {
     if (options.plot == "-") write("\n", 1);
@@ -136,8 +145,9 @@ void add_stats_command(CLI::App& app) {
   command->add_flag("--distances", options->distances,
                     "Print each row's distance, classical and robust");
   add("--plot", options->plot, "FILE",
-      "Draw the robust distances and their cut-off line: an SVG picture, or\n"
-      "with - characters");
+      "Draw a histogram and a box plot of each column by gnuplot, to a file .svg\n"
+      "or .png, or - for histograms as text; with --robust the robust distances\n"
+      "and their cut-off line, to a file .svg or as text");
   add_word("--missing", options->missing, "WHAT", {"available", "drop", "pairwise", "em", "fail"},
            "What to do about missing cells: available (default), drop, pairwise,\n"
            "em or fail; see below");
