@@ -92,4 +92,19 @@ std::string Description::text() const {
   return text;
 }
 
+std::string Description::picture() const {
+  const double width = edge(1) - edge(0);
+  std::string text = "set ylabel 'density'\nset key top right\nset yrange [0:*]\n$bins << end\n";
+  for (int bin = 1; bin <= bins_; ++bin) {
+    const double drawn =
+        static_cast<double>(counts_[bin]) / static_cast<double>(std::max<int64_t>(n_, 1));
+    text += fmt::format("{} {} {}\n", (edge(bin - 1) + edge(bin)) / 2, drawn / width,
+                        law_share(bin) / width);
+  }
+  return text + fmt::format(
+                    "end\nplot $bins using 1:2:({}) with boxes title 'drawn', "
+                    "$bins using 1:3 with {} lw 2 title 'law'",
+                    width, law_.whole ? "points pt 7" : "lines");
+}
+
 }  // namespace orv_cli

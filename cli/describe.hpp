@@ -18,6 +18,9 @@ class Description {
   void add(double x);
   std::string text() const;
 
+  /// A script for draw_picture: bars of what was drawn, points of the law.
+  std::string picture() const;
+
  private:
   static constexpr int most_bins = 20;
 

@@ -22,6 +22,7 @@
 #include "multivariate.hpp"
 #include "numbers.hpp"
 #include "output.hpp"
+#include "picture.hpp"
 #include "points.hpp"
 #include "poisson_means.hpp"
 #include "print_numbers.hpp"
@@ -41,6 +42,7 @@ struct Options {
   MultivariateOptions multivariate;
   PoissonMeansOptions means;
   bool describe = false;
+  std::optional<std::string> plot;  // a picture in place of numbers
   std::optional<std::string> dim, skip, leapfrog, save, load;
   std::string type = "d";
   std::string format = "text";
@@ -76,12 +78,15 @@ Format format_of(const Options& options) {
 /// As numbers, or beside the law.
 template <class T, class Draw>
 void print_or_describe(const Options& options, int64_t n, const Law& law, Draw draw) {
-  if (!options.describe) return print_all<T>(n, 1, format_of(options), draw);
+  if (options.plot && *options.plot != "-") expect_picture(*options.plot, "--plot");
+  if (!options.describe && !options.plot) return print_all<T>(n, 1, format_of(options), draw);
   Description description(law);
   draw_all<T>(n, 1, draw, [&](std::span<const T> numbers) {
     for (const T x : numbers) description.add(static_cast<double>(x));
   });
-  output("{}", description.text());
+  const bool picture = options.plot && *options.plot != "-";
+  if (picture) draw_picture(*options.plot, "--plot", 800, 500, description.picture());
+  if (!picture || options.describe) output("{}", description.text());
 }
 
 template <class T, class Source>
@@ -311,7 +316,7 @@ bool takes(const std::string& kind, const std::string& option) {
   }
   if (option == "--range") return kind == "uniform" || kind == "int";
   if (option == "--type") return real || vectors || points;
-  if (option == "--describe") return real || has_law;
+  if (option == "--describe" || option == "--plot") return real || has_law;
   for (const char* of_means : {"--means", "--means-file", "--column"}) {
     if (option == of_means) return kind == poisson_vector_kind;
   }
@@ -427,6 +432,11 @@ void add_random_command(CLI::App& app) {
   auto* format = add("--format", options->format, "text (default), csv or binary", "FORMAT")
                      ->transform(one_of({"text", "csv", "binary"}));
   command->add_flag("--describe", options->describe, "Moments and a histogram, beside the law's")
+      ->excludes(format);
+  add("--plot", options->plot,
+      "Draw a histogram and the law's density in place of numbers, by gnuplot,\n"
+      "to a file .svg or .png; - does as --describe",
+      "FILE")
       ->excludes(format);
   add("--method", options->method, "How a distribution's numbers are made", "NAME");
   add_parameters(*command, *options);

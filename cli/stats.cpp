@@ -9,7 +9,9 @@
 #include "distance_plot.hpp"
 #include "error.hpp"
 #include "output.hpp"
+#include "picture.hpp"
 #include "stats_analysis.hpp"
+#include "stats_picture.hpp"
 
 namespace orv_cli {
 namespace {
@@ -31,10 +33,10 @@ void stats(const StatsOptions& options) {
   if (options.distances && with_distances == 0) {
     throw Error("--distances: distances are made by --robust, which is ogk or tbs, and --outliers");
   }
-  if (!options.plot.empty() && with_distances + options.mahalanobis != 1) {
+  const int pictures = with_distances + options.mahalanobis;
+  if (!options.plot.empty() && pictures > 1) {
     throw Error(
-        "--plot {}: it goes with one of --robust, which is ogk or tbs, --outliers and "
-        "--mahalanobis",
+        "--plot {}: one picture; it goes with one of --robust, --outliers and --mahalanobis",
         in_quotes(options.plot));
   }
   if (!options.outliers && options.alpha != StatsOptions().alpha) {
@@ -43,9 +45,17 @@ void stats(const StatsOptions& options) {
   if (!options.outliers && options.start != StatsOptions().start) {
     throw Error("--start {}: it goes with --outliers", options.start);
   }
+  const bool of_columns = pictures == 0 && !options.plot.empty();
+  const bool picture = of_columns && options.plot != "-";
+  if (picture) expect_picture(options.plot, "--plot");
+  StatsOptions wanted = options;
+  wanted.histogram |= of_columns;
   orv_threads_set_count(options.threads);
-  const Report report =
-      options.precision == "s" ? analyse<float>(options) : analyse<double>(options);
+  Report report = options.precision == "s" ? analyse<float>(wanted) : analyse<double>(wanted);
+  if (picture) draw_columns(report, options.plot);
+  for (ColumnReport& c : report.columns) {
+    if (picture && !options.histogram) c.histogram = {};  // it is in the picture
+  }
   print_report(report, options.format);
   if (!options.plot.empty() && report.plot) {
     if (options.plot == "-") write("\n", 1);
@@ -168,8 +178,10 @@ void add_stats_command(CLI::App& app) {
   command->add_flag("--distances", options->distances,
                     "Print each row's distance, with --robust and --outliers");
   add("--plot", options->plot, "FILE",
-      "Draw the distances of --robust, --outliers or --mahalanobis and their\n"
-      "cut-off line: an SVG picture, or with - characters");
+      "Draw a histogram and a box plot of each column by gnuplot, to a file .svg\n"
+      "or .png, or - for histograms as text; with --robust, --outliers or\n"
+      "--mahalanobis the distances and their cut-off line, to a file .svg or as\n"
+      "text");
   add_word("--missing", options->missing, "WHAT", {"available", "drop", "pairwise", "em", "fail"},
            "What to do about missing cells: available (default), drop, pairwise,\n"
            "em or fail; see below");

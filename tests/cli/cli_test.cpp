@@ -143,8 +143,8 @@ TEST(Math, ModeWordChoosesLevelAndRoutes) {
 TEST(Mistakes, AreOneLineAndCode2) {
   const char* table = "a,b,a\n1,2,3\n4,,x\n7,8,1e999\n";
   std::vector<Mistake> mistakes = {
-      {"", "", {"no command", "impute, info, math, measure"}},
-      {"mth", "", {"'mth'", "impute, info, math, measure"}},
+      {"", "", {"no command", "math, impute, info, measure"}},
+      {"mth", "", {"'mth'", "math, impute, info, measure"}},
       {"math", "", {"FUNCTION"}},
       {"math Sqr", "", {"standard input holds no number"}},
       {"math Exq", "1", {"'Exq'", "did you mean", "Exp"}},

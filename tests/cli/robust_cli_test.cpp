@@ -150,7 +150,7 @@ TEST(Robust, SaysWhatIsWrong) {
       {{"IN --robust mcd", fine, {"--robust", "mcd", "ogk", "tbs"}},
        {"IN --robust ogk --memory 0", fine, {"--robust", "0 MiB", "--memory"}},
        {"IN --distances", fine, {"--distances", "--robust"}},
-       {"IN --plot x.svg", fine, {"--plot", "x.svg", "--robust"}},
+       {"IN --plot x.gif", fine, {"--plot", "'x.gif'", ".svg or .png"}},
        {"IN --robust ogk --plot - --format csv", fine, {"--plot -", "csv", "table"}},
        {"IN --robust ogk --missing pairwise", fine, {"pairwise", "--robust ogk", "drop"}},
        {"IN --robust ogk --select a,b --weights c", fine, {"--weights", "no weights"}},
