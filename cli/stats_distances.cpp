@@ -43,20 +43,20 @@ Block<T> inverse_of(const std::vector<T>& cov, int32_t p) {
 }  // namespace
 
 template <class T>
-std::vector<Unit> units_of(const Sample<T>& sample, const std::vector<std::string>& names,
-                           const std::string& option, const SSThreadServices* services) {
+std::vector<ColumnUnit> units_of(const Sample<T>& sample, const std::vector<std::string>& names,
+                                 const std::string& option, const SSThreadServices* services) {
   constexpr double deviation_of_normal = 1 / 1.3489795003921635;  // of its interquartile range
   const double orders[] = {0.25, 0.5, 0.75};
   const std::vector<double> quartiles =
       quantiles_of(static_cast<int64_t>(sample.variables()), sample.values(), {}, orders, services);
-  std::vector<Unit> units;
+  std::vector<ColumnUnit> units;
   for (size_t j = 0; j < sample.variables(); ++j) {
     if (!std::isfinite(sample.minimum(j)) || !std::isfinite(sample.maximum(j))) {
       throw Error("{}: a value of {} is infinite; finite numbers are needed", option,
                   in_quotes(names[j]));
     }
     const double* const q = &quartiles[3 * j];
-    Unit unit = {q[1], deviation_of_normal * (q[2] - q[0])};
+    ColumnUnit unit = {q[1], deviation_of_normal * (q[2] - q[0])};
     if (!(unit.scale > 0)) unit.scale = sample.standard_deviation(j);
     if (unit.scale == 0) {
       throw Error("{}: all values of {} are the same; leave it out with --select", option,
@@ -68,17 +68,17 @@ std::vector<Unit> units_of(const Sample<T>& sample, const std::vector<std::strin
 }
 
 template <class T>
-std::vector<T> in_units(const Sample<T>& sample, const std::vector<Unit>& units) {
+std::vector<T> in_units(const Sample<T>& sample, const std::vector<ColumnUnit>& units) {
   std::vector<T> scaled(sample.values().begin(), sample.values().end());
   for (size_t k = 0; k < scaled.size(); ++k) {
-    const Unit& unit = units[k % units.size()];
+    const ColumnUnit& unit = units[k % units.size()];
     scaled[k] = static_cast<T>((static_cast<double>(scaled[k]) - unit.origin) / unit.scale);
   }
   return scaled;
 }
 
 template <class T>
-void take_units_off(Estimate<T>& e, const std::vector<Unit>& units) {
+void take_units_off(Estimate<T>& e, const std::vector<ColumnUnit>& units) {
   const size_t p = units.size();
   for (size_t j = 0; j < p; ++j) {
     e.mean[j] = static_cast<T>(units[j].origin + units[j].scale * static_cast<double>(e.mean[j]));
@@ -133,12 +133,12 @@ std::string beyond_text(const DistancePlot& plot) {
   return text + fmt::format(": {}{}", fmt::join(beyond, ", "), cut ? ", ..." : "");
 }
 
-#define ORV_INSTANCES(T)                                                                    \
-  template std::vector<Unit> units_of<T>(const Sample<T>&, const std::vector<std::string>&, \
-                                         const std::string&, const SSThreadServices*);      \
-  template std::vector<T> in_units<T>(const Sample<T>&, const std::vector<Unit>&);          \
-  template void take_units_off<T>(Estimate<T>&, const std::vector<Unit>&);                  \
-  template Estimate<T> classical<T>(const Sample<T>&);                                      \
+#define ORV_INSTANCES(T)                                                                          \
+  template std::vector<ColumnUnit> units_of<T>(const Sample<T>&, const std::vector<std::string>&, \
+                                               const std::string&, const SSThreadServices*);      \
+  template std::vector<T> in_units<T>(const Sample<T>&, const std::vector<ColumnUnit>&);          \
+  template void take_units_off<T>(Estimate<T>&, const std::vector<ColumnUnit>&);                  \
+  template Estimate<T> classical<T>(const Sample<T>&);                                            \
   template std::vector<double> distances_of<T>(std::span<const T>, const Estimate<T>&);
 ORV_INSTANCES(float)
 ORV_INSTANCES(double)

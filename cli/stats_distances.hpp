@@ -39,21 +39,21 @@ class RowsTask {
 };
 
 /// What a column is measured in.
-struct Unit {
+struct ColumnUnit {
   double origin, scale;
 };
 
 /// The median and the spread of the middle half, or where that is 0 the deviation. Throws an Error,
 /// which names the option, where a column is not finite or does not vary.
 template <class T>
-std::vector<Unit> units_of(const Sample<T>& sample, const std::vector<std::string>& names,
-                           const std::string& option, const SSThreadServices* services);
+std::vector<ColumnUnit> units_of(const Sample<T>& sample, const std::vector<std::string>& names,
+                                 const std::string& option, const SSThreadServices* services);
 
 /// The sample's values in units, and an estimate that was made of those in the data's own.
 template <class T>
-std::vector<T> in_units(const Sample<T>& sample, const std::vector<Unit>& units);
+std::vector<T> in_units(const Sample<T>& sample, const std::vector<ColumnUnit>& units);
 template <class T>
-void take_units_off(Estimate<T>& estimate, const std::vector<Unit>& units);
+void take_units_off(Estimate<T>& estimate, const std::vector<ColumnUnit>& units);
 
 /// Mean and covariance of all rows.
 template <class T>

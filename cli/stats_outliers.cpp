@@ -153,7 +153,7 @@ void report_outliers(const Sample<T>& sample, const std::vector<std::string>& na
   }
   // The first rows are those near the medians, by which a column counts the more the larger its
   // numbers are.
-  const std::vector<Unit> units = units_of(sample, names, "--outliers", services);
+  const std::vector<ColumnUnit> units = units_of(sample, names, "--outliers", services);
   const std::vector<T> scaled = in_units(sample, units);
   Good<T> good = find_good<T>(scaled, sample.weights(), p, options, services);
   DistancePlot plot = {distances_of<T>(scaled, good.estimate),

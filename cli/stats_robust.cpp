@@ -40,7 +40,7 @@ std::string at_option(const StatsOptions& options) { return "--robust " + option
 }
 
 template <class T>
-Estimate<T> estimate(const Sample<T>& sample, const std::vector<Unit>& units,
+Estimate<T> estimate(const Sample<T>& sample, const std::vector<ColumnUnit>& units,
                      const StatsOptions& options, const SSThreadServices* services) {
   const size_t p = sample.variables();
   const std::vector<T> scaled = in_units(sample, units);
