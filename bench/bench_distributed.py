@@ -26,8 +26,8 @@ def peak():
 
 
 def cases(values, block):
-    x = orv.distributed.random_array("normal", (values // COLUMNS, COLUMNS), chunks=(block // COLUMNS, COLUMNS),
-                                     seed=1, mean=3, sd=2)
+    x = orv.distributed.random_array("normal", (values // COLUMNS, COLUMNS),
+                                     chunks=(block // COLUMNS, COLUMNS), seed=1, mean=3, sd=2)
     yield "sum, by Dask", lambda: x.sum(axis=0).compute()
     yield "describe without quantiles", lambda: orv.distributed.describe(x, quantiles=())
     yield "describe", lambda: orv.distributed.describe(x)

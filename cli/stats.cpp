@@ -29,10 +29,24 @@ void stats(const StatsOptions& options) {
     throw Error("--plot -: characters go with --format table only; a FILE goes with {}, too",
                 options.format);
   }
-  if (options.robust.empty() && options.distances) {
-    throw Error("--distances: they are made by --robust, which is ogk or tbs");
+  const int with_distances = (options.robust.empty() ? 0 : 1) + options.outliers;
+  if (options.distances && with_distances == 0) {
+    throw Error("--distances: distances are made by --robust, which is ogk or tbs, and --outliers");
   }
-  const bool of_columns = options.robust.empty() && !options.plot.empty();
+  const int distance_kinds = with_distances + options.mahalanobis;
+  if (!options.plot.empty() && distance_kinds > 1) {
+    throw Error(
+        "--plot {}: it goes with one of --robust, which is ogk or tbs, --outliers and "
+        "--mahalanobis, or with none of them",
+        in_quotes(options.plot));
+  }
+  if (!options.outliers && options.alpha != StatsOptions().alpha) {
+    throw Error("--alpha {}: it goes with --outliers", options.alpha);
+  }
+  if (!options.outliers && options.start != StatsOptions().start) {
+    throw Error("--start {}: it goes with --outliers", options.start);
+  }
+  const bool of_columns = distance_kinds == 0 && !options.plot.empty();
   const bool picture = of_columns && options.plot != "-";
   if (picture) expect_picture(options.plot, "--plot");
   StatsOptions wanted = options;
@@ -82,14 +96,20 @@ W is the sum of weights, W2 that of their squares, E the weighted mean:
   pooled           the groups' sums of products, over the sum of their W - W2 / W
   partial          covariance of Y given Z: Cyy - Cyz inv(Czz) Czy
   distance         of a row x from the mean m: root of (x - m)' inv(C) (x - m); the cut-off is
-                   the root of the chi-square quantile 0.975, which 2.5 % of normal rows exceed
+                   the root of the chi-square quantile 0.975, which 2.5 % of normal rows exceed;
+                   probability: of normal rows, the part that is farther off
+  outlier          a row whose distance from the other rows is beyond the root of the chi-square
+                   quantile 1 - alpha / n, a little widened (Billor, Hadi and Velleman 2000)
+  repaired         eigenvalues raised to 1e-14 (floats: 1e-6), scaled back to a unit diagonal
 Means, variances and deviations are those of exact arithmetic, rounded once in nearly all cases; the
 others come from updates about the mean. No digit depends on --threads.
 What is not defined, such as the deviation of one value, is shown as -, in CSV as an empty cell,
 in JSON as null. Infinities are inf and -inf, in JSON the strings "inf" and "-inf".
 
-The file is read once, in blocks, and may be larger than memory. Quantiles, modes, histograms, --by
-and --robust need all values: beyond --memory quartiles are left out, and what was asked for stops.
+The file is read once, in blocks, and may be larger than memory. Quantiles, modes, histograms, --by,
+--robust, --outliers and --mahalanobis need all values. Beyond --memory quantiles are told from a
+summary of the values, with ranks that are off by 0.0001 of the count at most, and the others stop.
+--eps has it so from the start.
 
 CSV output: a table of the columns; histograms, groups and matrices follow, each after a blank line.
 CSV and JSON have all digits.
@@ -100,6 +120,8 @@ Examples:
   orv stats airquality.csv --missing pairwise --cor
   orv stats stackloss.csv --partial stack.loss,Air.Flow --given Water.Temp
   orv stats stackloss.csv --robust tbs --plot -
+  orv stats hbk.csv --outliers --plot hbk.svg
+  orv stats airquality.csv --missing pairwise --repair-correlation
   orv random uniform -n 1000000 | orv stats --quantiles 0.01,0.99)";
 
 }  // namespace
@@ -142,12 +164,25 @@ void add_stats_command(CLI::App& app) {
   add_word("--robust", options->robust, "METHOD", {"ogk", "tbs"},
            "Robust mean and covariance of the columns: ogk (orthogonalised pairs,\n"
            "fast) or tbs (translated biweight S-estimator, more efficient)");
+  command->add_flag("--outliers", options->outliers,
+                    "Outliers among the rows (BACON), and mean and deviation of the others");
+  add("--alpha", options->alpha, "ALPHA",
+      "Part of clean normal data in which --outliers finds any (default 0.05)");
+  add_word("--start", options->start, "CENTRE", {"medians", "mean"},
+           "The rows that --outliers begins with are near the medians (default)\n"
+           "or near the mean, which outliers carry away");
+  command->add_flag("--mahalanobis", options->mahalanobis,
+                    "Print each row's Mahalanobis distance from the mean");
+  command->add_flag("--repair-correlation", options->repair_correlation,
+                    "Print the correlation matrix made positive definite, which that of\n"
+                    "--missing pairwise may fail to be");
   command->add_flag("--distances", options->distances,
-                    "Print each row's distance, classical and robust");
+                    "Print each row's distance, with --robust and --outliers");
   add("--plot", options->plot, "FILE",
       "Draw a histogram and a box plot of each column by gnuplot, to a file .svg\n"
-      "or .png, or - for histograms as text; with --robust the robust distances\n"
-      "and their cut-off line, to a file .svg or as text");
+      "or .png, or - for histograms as text; with --robust, --outliers or\n"
+      "--mahalanobis the distances and their cut-off line, to a file .svg or as\n"
+      "text");
   add_word("--missing", options->missing, "WHAT", {"available", "drop", "pairwise", "em", "fail"},
            "What to do about missing cells: available (default), drop, pairwise,\n"
            "em or fail; see below");

@@ -17,8 +17,10 @@
 #include "error.hpp"
 #include "progress.hpp"
 #include "stats_choice.hpp"
+#include "stats_correlation.hpp"
 #include "stats_groups.hpp"
 #include "stats_missing.hpp"
+#include "stats_outliers.hpp"
 #include "stats_robust.hpp"
 
 namespace orv_cli {
@@ -55,8 +57,9 @@ class Analysis {
         table_(input_of(options.input), column_limit()),
         choice_(table_, options),
         pairwise_(options.missing == "pairwise"),
-        matrix_(options.missing != "em" && (options.covariance || options.correlation ||
-                                            !options.partial.empty() || !options.robust.empty())),
+        matrix_(options.missing != "em" &&
+                (options.covariance || options.correlation || options.repair_correlation ||
+                 !options.partial.empty() || options.points())),
         values_(choice_.columns.size()),
         missing_(choice_.columns.size()),
         groups_(choice_.by.empty() ? 0 : choice_.columns.size()) {
@@ -191,12 +194,13 @@ void Analysis<T>::make_samples() {
                 p, most_pairwise);
   }
   if (!options_.robust.empty()) check_robust(options_);
+  if (options_.outliers || options_.mahalanobis) check_outliers(options_);
   if (matrix_ && !pairwise_) expect_room();
   columns_.assign(p, Values(1, weighted, true));
   if (matrix_ && pairwise_) {
     pairs_.assign(p * (p - 1) / 2, Values(2, weighted, false, Values::Wanted::covariance));
   } else if (matrix_) {
-    whole_.emplace_back(p, weighted, !choice_.by.empty() || !options_.robust.empty());
+    whole_.emplace_back(p, weighted, !choice_.by.empty() || options_.points());
   }
   if (options_.missing == "em") {
     check_em(options_);
@@ -208,7 +212,7 @@ void Analysis<T>::make_samples() {
     }
     summarise_values();
   } else if (!figures_.need_values() && !options_.histogram && choice_.by.empty() &&
-             options_.robust.empty()) {
+             !options_.points()) {
     drop_values();
   }
   const auto width_in_all = static_cast<int64_t>(p * (1 + whole_.size()) + 2 * pairs_.size());
@@ -326,7 +330,7 @@ void Analysis<T>::take(const CsvRow& row) {
   if (complete && !whole_.empty()) {
     whole_[0].add(values_, weight_);
     if (by_group) whole_groups_.push_back(group_);
-    if (!options_.robust.empty()) whole_rows_.push_back(rows_);
+    if (options_.points()) whole_rows_.push_back(rows_);
   }
   if (!pairs_.empty()) take_pairs();
   if (em_table_) em_table_->add(values_.data());
@@ -375,7 +379,8 @@ template <class T>
 const char* Analysis<T>::option_that_keeps_values() const {
   for (const auto& [given, option] :
        {std::pair(choice_.weights.has_value(), "--weights"), std::pair(!choice_.by.empty(), "--by"),
-        std::pair(!options_.robust.empty(), "--robust"),
+        std::pair(!options_.robust.empty(), "--robust"), std::pair(options_.outliers, "--outliers"),
+        std::pair(options_.mahalanobis, "--mahalanobis"),
         std::pair(options_.histogram, "--histogram"),
         std::pair(figures_.has("mode") || figures_.has("mode_count"), "--figures mode")}) {
     if (given) return option;
@@ -401,6 +406,10 @@ void Analysis<T>::leave_values_out() {
   for (const auto& [given, option] :
        {std::pair(!by_default, options_.quantiles.empty() ? "--figures" : "--quantiles"),
         std::pair(!choice_.by.empty(), "--by"), std::pair(!options_.robust.empty(), "--robust"),
+        std::pair(options_.outliers, "--outliers"),
+        std::pair(options_.mahalanobis, "--mahalanobis"),
+        std::pair(options_.outliers, "--outliers"),
+        std::pair(options_.mahalanobis, "--mahalanobis"),
         std::pair(options_.histogram, "--histogram")}) {
     if (given) {
       throw Error("{}: the values, which it needs, take more than {} MiB; --memory MIB allows more",
@@ -592,6 +601,9 @@ void Analysis<T>::report_matrices(Report& report) {
   if (em_table_) return report_em(*em_table_, names(0), report);
   if (options_.covariance) report.matrices.push_back({"Covariance", names(0), matrix(false)});
   if (options_.correlation) report.matrices.push_back({"Correlation", names(0), matrix(true)});
+  if (options_.repair_correlation) {
+    report_repaired_correlation<T>(matrix(true), names(0), services_, report);
+  }
   if (!options_.partial.empty()) {
     const Partial partial = partial_covariance<T>(matrix(false), choice_.roles, services_);
     const std::string given = fmt::format(" given {}", fmt::join(names(-1), ", "));
@@ -636,6 +648,10 @@ Report Analysis<T>::report() {
     if (!options_.robust.empty()) {
       report_robust<T>(whole_[0], names(0), whole_rows_, options_, services_, report);
     }
+    if (options_.outliers) {
+      report_outliers<T>(whole_[0], names(0), whole_rows_, options_, services_, report);
+    }
+    if (options_.mahalanobis) report_mahalanobis<T>(whole_[0], whole_rows_, report);
     report_matrices(report);
   } catch (const std::bad_alloc&) {
     throw Error("out of memory; --memory MIB below {} keeps fewer values", options_.memory);

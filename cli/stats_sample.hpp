@@ -57,6 +57,10 @@ class Sample {
 
   // From the values, for which they have to be kept. -------------------------------------------
 
+  /// One observation after another.
+  std::span<const T> values() const { return values_; }
+  /// Of each observation; none where the sample has none.
+  std::span<const T> weights() const { return weights_; }
   int64_t bytes_kept() const;
   int64_t bytes_waiting() const;  // that the next block will add
   void reserve(int64_t observations);
@@ -66,9 +70,6 @@ class Sample {
   /// Of each variable in turn; undefined where values were dropped.
   std::vector<double> quantiles(std::span<const double> orders,
                                 const SSThreadServices* services) const;
-
-  std::span<const T> values() const { return values_; }
-  std::span<const T> weights() const { return weights_; }
 
   /// The covariance within groups, which has a number for each observation, dense from 0. This uses
   /// the values up.

@@ -40,6 +40,12 @@ install(FILES LICENSE README.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${CMAKE
   COMPONENT documentation)
 install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
 
-# Takes away what the last `cmake --install` of this build put in place, and folders left empty.
+# The target `uninstall` takes away what `cmake --install` put in place. That is recorded here: CMake's
+# own manifests would also name what CPack has only staged.
+install(CODE "
+  if(NOT DEFINED ENV{DESTDIR})
+    list(JOIN CMAKE_INSTALL_MANIFEST_FILES \"\\n\" files)
+    file(APPEND ${PROJECT_BINARY_DIR}/installed.txt \"\${files}\\n\")
+  endif()" ALL_COMPONENTS)
 configure_file(cmake/uninstall.cmake.in ${PROJECT_BINARY_DIR}/uninstall.cmake @ONLY)
 add_custom_target(uninstall COMMAND ${CMAKE_COMMAND} -P ${PROJECT_BINARY_DIR}/uninstall.cmake)

@@ -2,6 +2,7 @@
 from .text import number, ratio, table
 
 STATISTICS = {"covariance_one_pass": "covariance"}
+OUTLIERS = {"outliers_default": "outliers"}
 SORTING = {"radix_sort": "sort", "quicksort": "sort"}
 CPP = {"word_one_by_one": "word"}
 

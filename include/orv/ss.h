@@ -505,47 +505,6 @@ ORV_API int32_t _zokdSSPartialCovariance(SSTask* task, uint64_t estimates, uint6
 ORV_API int32_t _zoksSSPartialCovariance(SSTask* task, uint64_t estimates, uint64_t method,
                                          const SSThreadServices* services);
 
-/** Outliers by BACON (N. Billor, A. S. Hadi, P. F. Velleman 2000), for p variables and n of 5 p or
- *  more observations. The 5 p nearest to a centre are the first good ones; then, again and again,
- *  those whose Mahalanobis distance from the good ones' mean, by their covariance, is below
- *
- *      (c_hr + c_np) sqrt(quantile of order 1 - alpha of the chi-square distribution of p)
- *
- *  with c_np = 1 + (p + 1)/(n - p) + 2/(n - 1 - 3 p), and c_hr = max(0, (h - r)/(h + r)) for r good
- *  ones and h = (n + p + 1)/2, till their number changes by less than an accuracy or is n. Results
- *  go to outlier_weights, n numbers: 0 for an outlier, else the observation's weight, which is 1
- *  without weights. An observation that is not finite is an outlier and has no part in anything.
- *
- *  outlier_params, if their count is 3 (else all have the default, as has one that is not allowed):
- *    0  the centre: 2 the variables' medians (default), which up to half of the data can't carry
- *       away, or 1 the mean, in the measure of the covariance of all
- *    1  alpha, from 0 to 1, by default 0.05. This is the part of single clean observations beyond
- *       the threshold: at 0.05 some 6 to 19 % of clean normal data are called outliers. The
- *       method's authors take alpha / n, by which clean data have an outlier in alpha of all cases.
- *    2  the accuracy, above 0, by default 0.005
- *
- *  Fails with SS_BAD_DIMENSION, SS_BAD_OBSERVATION_COUNT, SS_BAD_STORAGE, SS_NULL_OUTLIER_WEIGHTS,
- *  SS_BAD_METHOD, SS_NULL_OBSERVATIONS; SS_NO_MEMORY; with what __zokdTestCovRank and __zokdInvCov
- *  say to a covariance; with SS_NOT_CONVERGED where no more than 5 p good ones (and not all) were
- *  left, or their number did not settle within 100 rounds. The variable mask is not looked at. */
-ORV_API int32_t _zokdSSOutliersDetection(SSTask* task, uint64_t estimates, uint64_t method,
-                                         const SSThreadServices* services);
-ORV_API int32_t _zoksSSOutliersDetection(SSTask* task, uint64_t estimates, uint64_t method,
-                                         const SSThreadServices* services);
-
-/** Makes a matrix of correlations positive definite (R. Rebonato, P. Jaeckel 1999): eigenvalues
- *  below 1e-14, for floats 1e-6, are raised to that, and the matrix E diag(l) E' of eigenvectors
- * and eigenvalues is scaled to a unit diagonal. From cor to parametrized_cor, which may be the same
- *  array unless it is full and the other packed. The diagonal of cor is taken for 1; a matrix whose
- *  eigenvalues are large enough stays as it is. Reads p, both matrices and their storage, in this
- *  order: SS_BAD_DIMENSION; SS_NULL_COR, SS_NULL_STORAGE, SS_BAD_STORAGE; SS_NULL_PARAMETRIZED_COR,
- *  SS_NULL_STORAGE, SS_BAD_STORAGE; SS_BAD_METHOD; SS_NO_MEMORY; SS_SPECTRUM_FAILED;
- *  SS_NOT_POSITIVE for one that is not finite. LAPACK: the last bits are not promised. */
-ORV_API int32_t _zokdSSCorParametrization(SSTask* task, uint64_t estimates, uint64_t method,
-                                          const SSThreadServices* services);
-ORV_API int32_t _zoksSSCorParametrization(SSTask* task, uint64_t estimates, uint64_t method,
-                                          const SSThreadServices* services);
-
 /** Mean and covariance of data that hold outliers, in `robust_mean` and `robust_cov`: of more than
  *  2 p observations, p at most 40000. Weights and mask are not looked at; data must be finite.
  *
@@ -585,16 +544,61 @@ ORV_API int32_t _zokdSSRobustCovariance(SSTask* task, uint64_t estimates, uint64
 ORV_API int32_t _zoksSSRobustCovariance(SSTask* task, uint64_t estimates, uint64_t method,
                                         const SSThreadServices* services);
 
+/** Outliers by BACON (N. Billor, A. S. Hadi, P. F. Velleman 2000), for p variables and n of 5 p or
+ *  more observations. The 5 p nearest to a centre are the first good ones; then, again and again,
+ *  those whose Mahalanobis distance from the good ones' mean, by their covariance, is below
+ *
+ *      (c_hr + c_np) sqrt(quantile of order 1 - alpha of the chi-square distribution of p)
+ *
+ *  with c_np = 1 + (p + 1)/(n - p) + 2/(n - 1 - 3 p), and c_hr = max(0, (h - r)/(h + r)) for r good
+ *  ones and h = (n + p + 1)/2, till their number changes by less than an accuracy or is n. Results
+ *  go to outlier_weights, n numbers: 0 for an outlier, else the observation's weight, which is 1
+ *  without weights. An observation that is not finite is an outlier and has no part in anything.
+ *
+ *  outlier_params, if their count is 3 (else all have the default, as has one that is not allowed):
+ *    0  the centre: 2 the variables' medians (default), from which distances are Euclidean, or 1
+ *       the mean, in the measure of the covariance of all, which outliers carry away
+ *    1  alpha, from 0 to 1, by default 0.05. This is for single observations: at 0.05 some 12 % of
+ *       1000 clean normal ones of 2 variables, and 7 % of 10, are called outliers. The method's
+ *       authors take alpha / n, by which clean data have any in alpha of all cases.
+ *    2  the accuracy, above 0, by default 0.005
+ *
+ *  Fails with SS_BAD_DIMENSION, SS_BAD_OBSERVATION_COUNT, SS_BAD_STORAGE, SS_NULL_OUTLIER_WEIGHTS,
+ *  SS_BAD_METHOD, SS_NULL_OBSERVATIONS; SS_NO_MEMORY; the statuses of __zokdTestCovRank and
+ *  __zokdInvCov for a covariance; SS_NOT_CONVERGED where no more than 5 p good ones (and not all)
+ *  were left, or their number did not settle within 100 rounds. Takes no mask of variables. */
+ORV_API int32_t _zokdSSOutliersDetection(SSTask* task, uint64_t estimates, uint64_t method,
+                                         const SSThreadServices* services);
+ORV_API int32_t _zoksSSOutliersDetection(SSTask* task, uint64_t estimates, uint64_t method,
+                                         const SSThreadServices* services);
+
+/** Makes a matrix of correlations positive definite (R. Rebonato, P. Jaeckel 1999): eigenvalues
+ *  below 1e-14, for floats 1e-6, are raised to that, and what eigenvectors and eigenvalues then
+ *  make is scaled to a unit diagonal. From cor to parametrized_cor, which may be the same array
+ *  unless only the latter is full. The diagonal of cor is taken for 1; a matrix whose eigenvalues
+ *  are large enough stays as it is. Reads p, both matrices and their storage, in this order:
+ *  SS_BAD_DIMENSION; SS_NULL_COR, SS_NULL_STORAGE, SS_BAD_STORAGE; SS_NULL_PARAMETRIZED_COR,
+ *  SS_NULL_STORAGE, SS_BAD_STORAGE; SS_BAD_METHOD; SS_NO_MEMORY; SS_SPECTRUM_FAILED;
+ *  SS_NOT_POSITIVE for one that is not finite. LAPACK: the last bits are not promised. */
+ORV_API int32_t _zokdSSCorParametrization(SSTask* task, uint64_t estimates, uint64_t method,
+                                          const SSThreadServices* services);
+ORV_API int32_t _zoksSSCorParametrization(SSTask* task, uint64_t estimates, uint64_t method,
+                                          const SSThreadServices* services);
+
 /** Mahalanobis distances (1936): roots of (x - m)' A (x - m). Besides the data it reads the eight
- *  words of mahalanobis_block, which no editor sets: addresses of the first observation's number
- * and of the end of the range (integers), of the mean m, of the inverse covariance A (p by p, of
- * which the upper triangle by columns is read, the way __zokdInvCov leaves it) and of the place for
- * a distance of each observation in the range; one that is not read; and 0 or a buffer and the
- * number of its elements (integer). A buffer for some tens of observations and as much again makes
- * it several times as fast for many variables, by a matrix routine whose last bits are not
- * promised. A NaN in an observation is one in its distance. Returns SS_OK, or SS_NO_MEMORY for more
- * than 1024 variables without a buffer. Nothing is kept: threads may call with records of their
- * own. */
+ *  words of mahalanobis_block, which no editor sets. They are addresses of
+ *
+ *    0, 1  the first observation's number and the end of the range (integers)
+ *    2     the mean m
+ *    3     the inverse covariance A, p by p; its upper triangle by columns is read, the way
+ *          __zokdInvCov leaves it
+ *    4     the result: a distance for each observation of the range
+ *    6, 7  a buffer and the number of its elements (integer), or 0
+ *
+ *  and word 5 is not read. With a buffer, for some tens of observations and as much again, it is
+ *  about twice as fast, by a matrix routine whose last bits are not promised. A NaN in an
+ *  observation is one in its distance. Returns SS_OK, or SS_NO_MEMORY for more than 1024 variables
+ *  without a buffer. Nothing is kept: threads may call with records of their own. */
 ORV_API int32_t _zokdSSMahDistance(SSTask* task);
 ORV_API int32_t _zoksSSMahDistance(SSTask* task);
 

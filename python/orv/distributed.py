@@ -11,8 +11,9 @@ import dask.array
 import numpy as np
 
 from . import random, stats
+from .stats import Sketch
 
-__all__ = ["Sketch", "accumulate", "corrcoef", "cov", "describe", "quantile", "random_array"]
+__all__ = ["accumulate", "corrcoef", "cov", "describe", "quantile", "random_array"]
 
 _FAN = 8  # accumulators merged at a time
 
@@ -39,7 +40,8 @@ def _blocks(x, weights=None):
     if weights is None:
         return [(part, None) for part in parts]
     if not isinstance(weights, dask.array.Array) or weights.shape != x.shape[:1]:
-        _fail("weights", getattr(weights, "shape", type(weights).__name__), f"an array of Dask, {x.shape[:1]}")
+        found = getattr(weights, "shape", type(weights).__name__)
+        _fail("weights", found, f"an array of Dask, {x.shape[:1]}")
     return list(zip(parts, weights.rechunk((rows.chunks[0],)).to_delayed().ravel()))
 
 
@@ -113,78 +115,6 @@ def corrcoef(x, weights=None, nan_policy="propagate"):
 
 
 # ---- Quantiles ----------------------------------------------------------------------------------
-
-
-class Sketch:
-    """Quantiles of each variable from `size` points that stand for equal shares of the rows.
-
-    Taking a block, and each merging that follows, adds at most 1 / (2 size) to the error of an order. The
-    extremes are exact."""
-
-    def __init__(self, size):
-        self.size = random._whole("size", size, 1, 10**8)
-        self.n = 0
-        self.points = self.low = self.high = None
-
-    def add(self, block, nan_policy="propagate"):
-        """Takes a block of rows. Returns the sketch."""
-        if not len(block):
-            return self
-        values = stats._Table(block, None, nan_policy).values
-        made = Sketch(self.size)
-        made.n = len(values)
-        if made.n <= self.size:
-            made.points = np.sort(values.astype(np.float64), axis=0)
-        else:
-            orders = (np.arange(self.size) + 0.5) / self.size
-            made.points = np.asarray(stats.quantile(values, orders), np.float64).reshape(self.size, -1)
-        made.low, made.high = (f(axis=0).astype(np.float64) for f in (values.min, values.max))
-        return self._take([self, made])
-
-    def merge(self, other):
-        """Takes over what another has seen. Returns the sketch."""
-        return self._take([self, other])
-
-    def _take(self, sketches):
-        seen = [s for s in sketches if s.n]
-        if len(seen) == 1:
-            self.__dict__.update(seen[0].__dict__)
-        elif seen:
-            p = seen[0].points.shape[1]
-            if any(s.points.shape[1] != p for s in seen):
-                _fail("other", "another number of variables", str(p))
-            points = np.concatenate([s.points for s in seen])
-            shares = np.concatenate([np.full(len(s.points), s.n / len(s.points)) for s in seen])
-            self.n = sum(s.n for s in seen)
-            self.low = np.min([s.low for s in seen], axis=0)
-            self.high = np.max([s.high for s in seen], axis=0)
-            self.points = self._thinned(points, shares)
-        return self
-
-    def _thinned(self, points, shares):
-        targets = (np.arange(self.size) + 0.5) * (self.n / self.size)
-        made = np.empty((self.size, points.shape[1]))
-        for j in range(points.shape[1]):
-            order = np.argsort(points[:, j], kind="stable")
-            reached = np.cumsum(shares[order])
-            made[:, j] = points[order[np.minimum(np.searchsorted(reached, targets), len(order) - 1)], j]
-        return made
-
-    def quantile(self, q):
-        """Of the shape q.shape + (p,)."""
-        q = np.asarray(q, np.float64)
-        if not self.n:
-            raise ValueError("this sketch has seen no observation")
-        orders = stats._orders("q", q.ravel())
-        k = len(self.points)
-        points = np.vstack([self.low, self.points, self.high])
-        places = np.concatenate([[0], (np.arange(k) + 0.5) / k, [1]])
-        made = np.stack([np.interp(orders, places, column) for column in points.T], axis=1)
-        made[:, np.isnan(self.low)] = np.nan
-        return made.reshape(q.shape + (points.shape[1],))
-
-    def __repr__(self):
-        return f"<orv.distributed.Sketch of {self.n} observations, {self.size} points>"
 
 
 def _sketch_of(block, size, nan_policy):

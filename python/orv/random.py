@@ -373,6 +373,8 @@ class Stream(_Distributions, np.random.BitGenerator):
         self._begin(_handle(_core.stream_new(brng, words), "seed"), sequence)
 
     def _begin(self, stream, sequence):
+        if hasattr(self, "_stream"):  # NumPy's generators hold its address
+            raise RuntimeError("a stream can't be made anew: make another one, or set its state")
         np.random.BitGenerator.__init__(self, sequence)
         self._sequence = sequence
         self._stream = stream

@@ -15,8 +15,9 @@ import numpy as np
 
 from . import _core
 
-__all__ = ["Accumulator", "Description", "Outliers", "Pooled", "RobustCovariance", "corrcoef", "cov",
-           "describe", "outliers", "partial_cov", "pooled", "quantile", "robust_cov"]
+__all__ = ["Accumulator", "Description", "Imputations", "Outliers", "Pooled", "RobustCovariance",
+           "Sketch", "corrcoef", "cov", "describe", "impute", "outliers", "partial_cov", "pooled",
+           "quantile", "robust_cov"]
 
 _MATRIX_FULL = np.zeros(1, np.int64)
 _BLOCK = 1 << 16  # elements that are moved nearer to 0 at a time
@@ -67,9 +68,9 @@ class _Table:
         layout = _core.SS_ROWS if values.flags.f_contiguous else _core.SS_COLUMNS
         self.shape = np.array([self.p, self.n, layout], np.int64)
 
-    def compute(self, entry, estimates, method, parameters):
+    def compute(self, entry, estimates, method, parameters, stream=None):
         status = _core.compute(entry, estimates, method, self.values, self.shape, self.weights,
-                               parameters)
+                               parameters, stream)
         _check(status, entry)
 
     def results(self, *shape):
@@ -461,6 +462,32 @@ class Outliers(typing.NamedTuple):
         return f"{len(self.indices)} outliers among {len(self.flags)} observations: {shown or 'none'}"
 
 
+class Imputations(typing.NamedTuple):
+    """Completed copies of data with missing values: `tables` of the shape (m, n, p), `missing` telling which
+    values were drawn."""
+
+    names: typing.Optional[list]
+    tables: np.ndarray
+    missing: np.ndarray
+
+    def pool(self, estimate):
+        """Joins estimates by Rubin's rules: estimate(table) gives a value, or an array, and its variance.
+        Returns the joint one and its variance, which takes in that of the missing values."""
+        values, variances = map(np.stack, zip(*(map(np.asarray, estimate(table)) for table in self.tables)))
+        between = values.var(axis=0, ddof=1) if len(values) > 1 else np.zeros_like(values[0])
+        return values.mean(axis=0), variances.mean(axis=0) + (1 + 1 / len(values)) * between
+
+    def mean(self):
+        """Each variable's mean and standard error."""
+        n = self.tables.shape[1]
+        value, variance = self.pool(lambda table: (table.mean(axis=0), table.var(axis=0, ddof=1) / n))
+        return value, np.sqrt(variance)
+
+    def __repr__(self):
+        m, n, p = self.tables.shape
+        return f"{m} imputations of {self.missing.sum()} values among {n} observations of {p} variables"
+
+
 def _description(sums, names, orders=(), quantiles=None):
     variance, skewness, kurtosis = _moments_of(sums)
     if quantiles is None:
@@ -541,6 +568,80 @@ def quantile(x, q, weights=None, nan_policy="propagate"):
     return made[..., 0][()] if table.is_vector else made
 
 
+class Sketch:
+    """Quantiles of each variable from `size` points that stand for equal shares of the rows.
+
+    Taking a block, and each merging that follows, adds at most 1 / (2 size) to the error of an order. The
+    extremes are exact."""
+
+    def __init__(self, size):
+        if size != int(size) or size < 1:
+            _fail("size", repr(size), "whole numbers from 1 on")
+        self.size = int(size)
+        self.n = 0
+        self.points = self.low = self.high = None
+
+    def add(self, block, nan_policy="propagate"):
+        """Takes a block of rows. Returns the sketch."""
+        if not len(block):
+            return self
+        values = _Table(block, None, nan_policy).values
+        made = Sketch(self.size)
+        made.n = len(values)
+        if made.n <= self.size:
+            made.points = np.sort(values.astype(np.float64), axis=0)
+        else:
+            orders = (np.arange(self.size) + 0.5) / self.size
+            made.points = np.asarray(quantile(values, orders), np.float64).reshape(self.size, -1)
+        made.low, made.high = (f(axis=0).astype(np.float64) for f in (values.min, values.max))
+        return self._take([self, made])
+
+    def merge(self, other):
+        """Takes over what another has seen. Returns the sketch."""
+        return self._take([self, other])
+
+    def _take(self, sketches):
+        seen = [s for s in sketches if s.n]
+        if len(seen) == 1:
+            self.__dict__.update(seen[0].__dict__)
+        elif seen:
+            p = seen[0].points.shape[1]
+            if any(s.points.shape[1] != p for s in seen):
+                _fail("other", "another number of variables", str(p))
+            points = np.concatenate([s.points for s in seen])
+            shares = np.concatenate([np.full(len(s.points), s.n / len(s.points)) for s in seen])
+            self.n = sum(s.n for s in seen)
+            self.low = np.min([s.low for s in seen], axis=0)
+            self.high = np.max([s.high for s in seen], axis=0)
+            self.points = self._thinned(points, shares)
+        return self
+
+    def _thinned(self, points, shares):
+        targets = (np.arange(self.size) + 0.5) * (self.n / self.size)
+        made = np.empty((self.size, points.shape[1]))
+        for j in range(points.shape[1]):
+            order = np.argsort(points[:, j], kind="stable")
+            reached = np.cumsum(shares[order])
+            made[:, j] = points[order[np.minimum(np.searchsorted(reached, targets), len(order) - 1)], j]
+        return made
+
+    def quantile(self, q):
+        """Of the shape q.shape + (p,)."""
+        q = np.asarray(q, np.float64)
+        if not self.n:
+            raise ValueError("this sketch has seen no observation")
+        orders = _orders("q", q.ravel())
+        k = len(self.points)
+        points = np.vstack([self.low, self.points, self.high])
+        places = np.concatenate([[0], (np.arange(k) + 0.5) / k, [1]])
+        made = np.stack([np.interp(orders, places, column) for column in points.T], axis=1)
+        made[:, np.isnan(self.low)] = np.nan
+        return made.reshape(q.shape + (points.shape[1],))
+
+    def __repr__(self):
+        return f"<orv.stats.Sketch of {self.n} observations, {self.size} points>"
+
+
 def pooled(x, groups, weights=None, nan_policy="propagate"):
     """Means and covariances of the groups that an array of labels tells, a label a row, and the pooled
     ones, as a Pooled."""
@@ -618,7 +719,8 @@ def robust_cov(x, breakdown=0.5, rejection=0.001, max_iterations=1000, nan_polic
     weight."""
     table = _Table(x, None, nan_policy)
     _finite(table)
-    breakdown, rejection = _between("breakdown", breakdown, 0, 0.5), _between("rejection", rejection, 0, 0.999)
+    breakdown = _between("breakdown", breakdown, 0, 0.5)
+    rejection = _between("rejection", rejection, 0, 0.999)
     if max_iterations != int(max_iterations) or max_iterations < 0:
         _fail("max_iterations", repr(max_iterations), "whole numbers from 0 on")
     if table.n <= 2 * table.p:
@@ -670,3 +772,53 @@ def outliers(x, alpha=0.05, centre="median", accuracy=0.005):
         _core.SS_PARAM_OUTLIER_WEIGHTS: weights})
     flags = weights == 0
     return Outliers(flags, np.flatnonzero(flags))
+
+
+# ---- Missing values -----------------------------------------------------------------------------
+
+
+def impute(x, m=5, stream=None, chain=30, max_iterations=1000, accuracy=1e-6):
+    """Draws values for each NaN of x, m times (multiple imputation, Rubin 1987), as Imputations: for values
+    that are missing at random from rows of a multivariate normal law.
+
+    Mean and covariance come from EM, which ends where none changes by `accuracy` (of variables scaled to
+    1) or after `max_iterations`; each imputation then is the end of a chain of data augmentation of
+    `chain` iterations. Numbers come from a Stream, or from the same one each time."""
+    table = _Table(x)
+    for name, value in (("m", m), ("chain", chain), ("max_iterations", max_iterations)):
+        if not 1 <= value <= 10**6 or value != int(value):
+            _fail(name, repr(value), "whole numbers from 1 to 1000000")
+    accuracy = _between("accuracy", accuracy, 0, 1)
+    missing = np.isnan(table.values)
+    if not np.isfinite(table.values[~missing]).all():
+        _fail("x", "one value is infinite", "finite numbers and NaN")
+    if missing.all(axis=0).any():
+        _fail("x", f"column {missing.all(axis=0).argmax()} has no value", "variables that have some")
+    origin = np.nanmean(table.values, axis=0, dtype=np.float64)
+    scale = np.nanstd(table.values, axis=0, dtype=np.float64)
+    scale[scale == 0] = 1
+    count = int(missing.sum())
+    tables = np.repeat(np.ascontiguousarray(table.values)[None], m, axis=0)
+    if count:
+        known = np.where(missing, 0, (table.values - origin) / scale)
+        scaled = _Table(np.ascontiguousarray(np.where(missing, -np.abs(np.float64(np.nan)), known)))
+        drawn = scaled.results(m, count)
+        _draw_missing(scaled, stream, drawn, [max_iterations, chain, accuracy, m, count])
+        where = np.nonzero(missing)
+        tables[:, where[0], where[1]] = origin[where[1]] + scale[where[1]] * drawn
+    return Imputations(table.names, tables, missing)
+
+
+def _draw_missing(table, stream, drawn, settings):
+    parameters = {
+        _core.SS_PARAM_MISSING_PARAM_COUNT: np.array([len(settings)], np.int64),
+        _core.SS_PARAM_MISSING_PARAMS: np.array(settings, np.float64),
+        _core.SS_PARAM_SIMULATED_COUNT: np.array([drawn.size], np.int64),
+        _core.SS_PARAM_SIMULATED_VALUES: drawn}
+    arguments = "MissingValues", 0, _core.SS_METHOD_MULTIPLE_IMPUTATION, parameters
+    if stream is None:
+        return table.compute(*arguments)
+    if not hasattr(stream, "_stream"):
+        raise TypeError(f"stream: {type(stream).__name__}; allowed are None and streams of orv.random")
+    with stream.lock:
+        return table.compute(*arguments, stream._stream)

@@ -13,6 +13,8 @@
 #include <numpy/arrayobject.h>
 #include <numpy/ufuncobject.h>
 
+struct StreamState;
+
 namespace orv_python {
 
 /// Owns a reference; null after an error.
@@ -50,6 +52,9 @@ class WithoutLock {
 
 /// The functions that a unit gives to the module.
 extern PyMethodDef ufunc_methods[], report_methods[], stream_methods[], task_methods[];
+
+/// The stream of a capsule, where its next draw begins; null with an error if there is none.
+StreamState* stream_of(PyObject* capsule);
 
 bool add_stream_constants(PyObject* module);
 bool add_task_constants(PyObject* module);

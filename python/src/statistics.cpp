@@ -29,6 +29,7 @@ constexpr Entry entries[] = {
     ORV_ENTRY(PartialCovariance),
     ORV_ENTRY(RobustCovariance),
     ORV_ENTRY(OutliersDetection),
+    ORV_ENTRY(MissingValues),
 };
 
 const Entry* find_entry(const char* name) {
@@ -67,12 +68,18 @@ class Task {
                                                      orv_threads_reproducible());
   }
 
+  int32_t impute(StreamState* stream) {
+    const WithoutLock unlocked;
+    return doubles_ ? _zokdSSMissingValuesFrom(task_, stream)
+                    : _zoksSSMissingValuesFrom(task_, stream);
+  }
+
  private:
   const bool doubles_;
   SSTask* task_ = nullptr;
 };
 
-// compute(entry, estimates, method, x, shape, weights, parameters) -> status
+// compute(entry, estimates, method, x, shape, weights, parameters, stream) -> status
 //
 // x is a dense array of doubles or floats, shape an array of int64 with p, n and the layout,
 // weights an array of x's type or None, parameters a dict from numbers to arrays of x's type or of
@@ -81,9 +88,9 @@ PyObject* compute(PyObject*, PyObject* arguments) {
   const char* name;
   unsigned long long estimates, method;
   PyArrayObject *x, *shape;
-  PyObject *weights, *parameters;
-  if (!PyArg_ParseTuple(arguments, "sKKO!O!OO!", &name, &estimates, &method, &PyArray_Type, &x,
-                        &PyArray_Type, &shape, &weights, &PyDict_Type, &parameters)) {
+  PyObject *weights, *parameters, *stream = Py_None;
+  if (!PyArg_ParseTuple(arguments, "sKKO!O!OO!|O", &name, &estimates, &method, &PyArray_Type, &x,
+                        &PyArray_Type, &shape, &weights, &PyDict_Type, &parameters, &stream)) {
     return nullptr;
   }
   const Entry* entry = find_entry(name);
@@ -99,7 +106,13 @@ PyObject* compute(PyObject*, PyObject* arguments) {
     if (PyErr_Occurred()) return nullptr;
     status = task.edit(parameter, reinterpret_cast<PyArrayObject*>(value));
   }
-  if (status == SS_OK) status = task.run(*entry, estimates, method);
+  if (status == SS_OK && stream != Py_None) {
+    StreamState* const numbers = stream_of(stream);
+    if (numbers == nullptr) return nullptr;
+    status = task.impute(numbers);
+  } else if (status == SS_OK) {
+    status = task.run(*entry, estimates, method);
+  }
   return PyLong_FromLong(status);
 }
 
@@ -171,6 +184,11 @@ bool add_task_constants(PyObject* module) {
       ORV_CONSTANT(SS_PARAM_OUTLIER_PARAM_COUNT),
       ORV_CONSTANT(SS_PARAM_OUTLIER_PARAMS),
       ORV_CONSTANT(SS_PARAM_OUTLIER_WEIGHTS),
+      ORV_CONSTANT(SS_METHOD_MULTIPLE_IMPUTATION),
+      ORV_CONSTANT(SS_PARAM_MISSING_PARAM_COUNT),
+      ORV_CONSTANT(SS_PARAM_MISSING_PARAMS),
+      ORV_CONSTANT(SS_PARAM_SIMULATED_COUNT),
+      ORV_CONSTANT(SS_PARAM_SIMULATED_VALUES),
       ORV_CONSTANT(SS_NOT_CONVERGED),
       ORV_CONSTANT(SS_NO_POSITIVE_EIGENVALUE),
       ORV_CONSTANT(SS_EIGENVALUES_FAILED),

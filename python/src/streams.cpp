@@ -27,7 +27,7 @@ constexpr npy_intp longest = 1 << 30;  // elements of one call of the library
 /// be had they been taken one by one: then it can be drawn from directly, copied and written.
 class Source {
  public:
-  explicit Source(StreamState* stream) : stream_(stream) {
+  explicit Source(StreamState* stream) : stream_(stream), brng_(stream->Brng) {
     BrngProperties properties;
     __zokGetBrngProperties(stream->Brng, &properties);
     state_bytes_ = static_cast<size_t>(properties.StateSize) - sizeof *stream;
@@ -49,6 +49,9 @@ class Source {
     next_ = taken_ = 0;
     return stream_;
   }
+
+  /// Never changes: to be asked without the lock.
+  int32_t brng() const { return brng_; }
 
   void replace(StreamState* stream) {
     __zokDeleteStream(&stream_);
@@ -86,6 +89,7 @@ class Source {
   }
 
   StreamState* stream_;
+  const int32_t brng_;
   size_t state_bytes_;
   bool halves_;
   int next_ = 0, taken_ = 0;
@@ -152,7 +156,7 @@ PyObject* stream_copy(PyObject*, PyObject* capsule) {
 PyObject* stream_brng(PyObject*, PyObject* capsule) {
   Source* source = source_of(capsule);
   if (source == nullptr) return nullptr;
-  return PyLong_FromLong(__zokGetStreamStateBrng(source->settle()));
+  return PyLong_FromLong(source->brng());
 }
 
 // stream_skip(stream, count) -> status
@@ -430,6 +434,11 @@ PyObject* draw_normal_vectors(PyObject*, PyObject* arguments) {
 }
 
 }  // namespace
+
+StreamState* stream_of(PyObject* capsule) {
+  Source* source = source_of(capsule);
+  return source == nullptr ? nullptr : source->settle();
+}
 
 PyMethodDef stream_methods[] = {
     {"stream_new", stream_new, METH_VARARGS, nullptr},

@@ -9,7 +9,8 @@ import scipy.stats
 from distributed import Client, LocalCluster
 
 import orv
-from orv.distributed import Sketch, accumulate, corrcoef, cov, describe, quantile, random_array
+from orv.distributed import accumulate, corrcoef, cov, describe, quantile, random_array
+from orv.stats import Sketch
 
 RNG = np.random.default_rng(3)
 X = RNG.gamma(2, 1, (5000, 3)) + [0, 1e5, -7]

@@ -244,8 +244,10 @@ FAULTS = [  # function, arguments, category of np.errstate, code
     ("log", (-1.0,), "invalid", 1), ("log", (0.0,), "divide", 2), ("exp", (1e4,), "over", 3),
     ("exp", (-1e4,), "under", 4), ("divide", (1.0, 0.0), "divide", 2), ("arccos", (2.0,), "invalid", 1),
     ("sin", (np.inf,), "invalid", 1), ("cosh", (1e4,), "over", 3), ("cosh", (1e4 + 1j,), "over", 3),
-    ("power", (10.0, 400.0), "over", 3), ("power", (1e-300, 2.0), "under", 4), ("power", (0.0, -1.0), "divide", 1),
-    ("hypot", (1e308, 1.7e308), "over", 3), ("divide", (1e308, 1e-10), "over", 3), ("powx", (10.0, 400.0), "over", 3),
+    ("power", (10.0, 400.0), "over", 3), ("power", (1e-300, 2.0), "under", 4),
+    ("power", (0.0, -1.0), "divide", 1),
+    ("hypot", (1e308, 1.7e308), "over", 3), ("divide", (1e308, 1e-10), "over", 3),
+    ("powx", (10.0, 400.0), "over", 3),
     ("divide", (0.0, 0.0), "invalid", 2), ("divide", (np.inf, np.inf), "invalid", 1),
     ("reciprocal", (1e-310,), "over", 3), ("pow3o2", (1e300,), "over", 3),
     ("power", (-8.0, 0.5), "invalid", 1), ("sqrt", (-1.0,), "invalid", 1), ("cdfnorm", (-99.0,), "under", 4),
@@ -293,7 +295,8 @@ def test_ordinary_arguments_raise_nothing():
 
 def test_arithmetic_raises_what_numpy_does():
     for name, arguments, category in [("add", (1e308, 1e308), "over"), ("multiply", (1e-200,) * 2, "under"),
-                                      ("subtract", (np.inf, np.inf), "invalid"), ("square", (1e200,), "over")]:
+                                      ("subtract", (np.inf, np.inf), "invalid"),
+                                      ("square", (1e200,), "over")]:
         with np.errstate(all="ignore", **{category: "raise"}):
             for module in (np, orv):
                 with pytest.raises(FloatingPointError):

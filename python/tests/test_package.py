@@ -29,7 +29,8 @@ def run(*command, **environment):
 @pytest.fixture(scope="module")
 def wheel(tmp_path_factory):
     folder = tmp_path_factory.mktemp("wheel")
-    run(sys.executable, "-m", "pip", "wheel", ".", "--no-deps", "-w", folder, "--config-settings", f"build-dir={BUILD}",
+    run(sys.executable, "-m", "pip", "wheel", ".", "--no-deps", "-w", folder,
+        "--config-settings", f"build-dir={BUILD}",
         PIP_NO_INDEX="1")
     (made,) = folder.glob("orv-*.whl")
     return made

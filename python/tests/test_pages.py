@@ -1,4 +1,4 @@
-"""The page about this package shows what happens."""
+"""The pages about this package show what happens."""
 import doctest
 import os
 import shutil
@@ -9,16 +9,17 @@ import pytest
 DOCS = Path(__file__).resolve().parents[2] / "docs"
 
 
-def test_page_runs_as_it_stands(tmp_path, monkeypatch):
-    page = tmp_path / "docs" / "python.md"
+@pytest.mark.parametrize("name, examples, pictures", [("python", 70, 3), ("distributed", 10, 0)])
+def test_page_runs_as_it_stands(name, examples, pictures, tmp_path, monkeypatch):
+    page = tmp_path / "docs" / f"{name}.md"
     (tmp_path / "docs" / "pictures").mkdir(parents=True)
-    shutil.copy(DOCS / "python.md", page)
+    shutil.copy(DOCS / page.name, page)
     os.symlink(DOCS.parent / "examples", tmp_path / "examples")
     monkeypatch.chdir(page.parent)
     result = doctest.testfile(str(page), module_relative=False, report=True)
-    assert result.attempted > 70 and result.failed == 0
+    assert result.attempted >= examples and result.failed == 0
     made = {path.name for path in (page.parent / "pictures").iterdir()}
-    assert made == {path.name for path in (DOCS / "pictures").glob("python_*.svg")} and len(made) == 3
+    assert made == {path.name for path in (DOCS / "pictures").glob(f"{name}_*.svg")} and len(made) == pictures
 
 
 @pytest.mark.parametrize("word", ["random.md", *[f"pictures/python_{n}.svg" for n in

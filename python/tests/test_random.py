@@ -273,6 +273,8 @@ MISTAKES = [
     (lambda: S.multivariate_normal([0, 0], np.eye(3)), ValueError, r"\(2, 2\)"),
     (lambda: Stream.frombytes(b"nothing"), ValueError, "no stream file"),
     (lambda: Stream.frombytes(Sobol(2).tobytes()), ValueError, "Sobol"),
+    (lambda: S.__init__(3), RuntimeError, "make another one"),
+    (lambda: setattr(S, "state", MT2203(1).state), ValueError, "allowed are states of MT19937"),
     (lambda: Sobol(3).jumped(2**32 - 10).points(20), ValueError, "used up"),
 ]
 

@@ -9,8 +9,8 @@ import pytest
 import scipy.stats
 
 import orv
-from orv.stats import (Accumulator, corrcoef, cov, describe, outliers, partial_cov, pooled, quantile,
-                       robust_cov)
+from orv.stats import (Accumulator, corrcoef, cov, describe, impute, outliers, partial_cov, pooled,
+                       quantile, robust_cov)
 
 ROOT = Path(__file__).resolve().parents[2]
 RNG = np.random.default_rng(2)
@@ -239,6 +239,36 @@ def test_robust_covariance_of_contaminated_data():
     assert sum(clean_flags) <= 10  # alpha is the chance of one, 0.05
 
 
+# ---- Missing values -----------------------------------------------------------------------------
+
+
+def test_imputation_of_values_missing_at_random():
+    """What is missing depends on the first variable, so that the rows that are complete mislead."""
+    cov_of_law = np.array([[1, 0.8, 0.5], [0.8, 1, 0.3], [0.5, 0.3, 1]])
+    units = np.array([1, 1e-3, 1e5])
+    whole = RNG.multivariate_normal([1, 2, 3], cov_of_law, 4000) * units
+    x = whole.copy()
+    x[(whole[:, 0] > 1.2) & (RNG.random(4000) < 0.8), 1] = np.nan
+    x[RNG.random(4000) < 0.2, 2] = np.nan
+    holes = np.isnan(x)
+    for order in "CF":
+        made = impute(np.array(x, order=order), m=20)
+        assert made.tables.shape == (20, 4000, 3) and np.array_equal(made.missing, holes)
+        assert np.array_equal(made.tables[:, ~holes], np.repeat(x[~holes][None], 20, axis=0))
+        value, error = made.mean()
+        assert np.all(np.abs(value - np.array([1, 2, 3]) * units) < 4 * error)
+        assert np.abs(x[:, 1][~holes[:, 1]].mean() / units[1] - 2) > 0.2  # the plain mean is far off
+        joint = np.mean([np.corrcoef(t.T) for t in made.tables], axis=0)
+        assert np.abs(joint - cov_of_law).max() < 0.06
+        assert made.tables[:, holes].std(axis=0).min() > 0  # they differ from each other
+    assert np.array_equal(impute(x, m=2).tables, impute(x, m=2).tables)
+    by_stream = [impute(x, m=2, stream=orv.random.MT19937(seed)).tables for seed in (1, 1, 2)]
+    assert np.array_equal(by_stream[0], by_stream[1]) and not np.array_equal(by_stream[0], by_stream[2])
+    assert impute(x.astype(np.float32), m=1).tables.dtype == np.float32
+    assert repr(made) == f"20 imputations of {holes.sum()} values among 4000 observations of 3 variables"
+    assert np.array_equal(impute(whole, m=3).tables, np.repeat(whole[None], 3, axis=0))
+
+
 # ---- Threads, records, mistakes -----------------------------------------------------------------
 
 
@@ -286,6 +316,10 @@ MISTAKES = [
     (lambda: outliers(X, centre="mode"), ValueError, "centre: 'mode'; allowed are 'mean' and 'median'"),
     (lambda: outliers(X, alpha=0), ValueError, "alpha: 0"),
     (lambda: outliers(X[:25]), ValueError, "x: 25 observations; allowed are more than 25"),
+    (lambda: impute(X, m=0), ValueError, "m: 0; allowed are whole numbers from 1"),
+    (lambda: impute([[1, 1], [np.nan, 2], [3, 4]], stream=3), TypeError, "stream: int; allowed are None"),
+    (lambda: impute([[np.nan, 1], [np.nan, 2]]), ValueError, "x: column 0 has no value"),
+    (lambda: impute([[np.inf, 1], [np.nan, 2]]), ValueError, "x: one value is infinite"),
     (lambda: orv.set_num_threads(0), ValueError, "count: 0"),
 ]
 

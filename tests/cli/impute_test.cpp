@@ -125,4 +125,46 @@ TEST(Impute, OtherDelimitersNothingMissingAndMistakes) {
        {"IN --method em --select a,b", "a,b\n1,2\n2,inf\n3,\n4,5\n", {"'b'", "infinite"}}});
 }
 
+// The estimate is one that a plain loop in R gave.
+TEST(StatsOfMissing, EmFindsTheMaximumOfTheLikelihood) {
+  const Outcome run = orv("stats " + airquality + " --missing em --format csv");
+  ASSERT_EQ(run.code, 0) << run.err;
+  Rows rows = rows_of(run.out);
+  const auto at = std::ranges::find(rows, Strings{"EM estimate", "mean", "std. deviation"});
+  ASSERT_LE(16, rows.end() - at);
+  const double mean[] = {41.87117302, 184.84680625, 9.95751634, 77.88235294};
+  const double ozone[] = {1044.01864306, 942.52984181, -64.63592769, 209.56350283};
+  for (int j = 0; j < 4; ++j) {
+    EXPECT_NEAR(std::stod(at[1 + j][1]), mean[j], 1e-7);
+    EXPECT_NEAR(std::stod(at[7][1 + j]), ozone[j], 1e-5);  // of the covariance
+  }
+  EXPECT_EQ(at[13][1], "1");  // of the correlation
+  EXPECT_NE(run.err.find("EM: 17 iterations"), std::string::npos) << run.err;
+  expect_mistakes([](const std::string& a, const std::string& in) { return orv("stats " + a, in); },
+                  {{"IN --missing em --by 1", "a,b\n1,2\n2,3\n", {"--by", "--missing em"}},
+                   {"IN --eps 0", "1\n2\n", {"--eps", "0"}},
+                   {"IN --eps 0.1 --histogram", "1\n2\n", {"--eps", "--histogram"}}});
+}
+
+// Asked for, or when the values take too much memory.
+TEST(StatsOfStreams, QuantilesAreToldWithoutTheValues) {
+  std::string input = "x,y\n";
+  const int n = 200000;
+  for (int i = 0; i < n; ++i) {
+    input += std::to_string(i * 7919LL % n) + (i % 2 ? ",NA\n" : "," + std::to_string(i) + "\n");
+  }
+  for (const auto& [how, epsilon] : {std::pair("--eps 0.01", 0.01), {"--memory 1", 1e-4}}) {
+    const Outcome run = orv(std::string("stats IN --quantiles 0,0.3,1 --format csv ") + how, input);
+    ASSERT_EQ(run.code, 0) << run.err;
+    const Rows rows = rows_of(run.out);
+    for (int j = 0; j < 2; ++j) {
+      for (const auto& [head, order] : {std::pair("q0", 0.0), {"q0.3", 0.3}, {"q1", 1.0}}) {
+        const auto column = std::ranges::find(rows[0], head) - rows[0].begin();
+        EXPECT_NEAR(std::stod(rows[1 + j][column]), order * n, epsilon * n + 2) << how << head;
+      }
+    }
+    EXPECT_NE(run.err.find("whose rank is off by"), std::string::npos) << run.err;
+  }
+}
+
 }  // namespace

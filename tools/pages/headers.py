@@ -34,7 +34,7 @@ def with_c_comments(text):
 
 def body(name, text):
     """The whole header in its order."""
-    text = with_c_comments(text)
+    text = with_c_comments(re.sub(r"^.*SPDX-.*\n", "", text))
     intro, rest = re.match(r"(/\*.*?\*/)(.*)", text, re.S).groups()
     parts = [f"<h1>orv/{name}</h1>", f"<pre><code>#include &lt;orv/{name}&gt;</code></pre>", text_of(intro)]
     for frame in (r"#ifdef __cplusplus\n.*?#endif\n", r"#ifndef ORV_API\n.*?#endif\n",

@@ -58,6 +58,12 @@ Parameters parameters_of(const SSTask& task) {
   return p;
 }
 
+/// Threads that a pass over the data is worth.
+template <class T>
+int32_t threads_for(const Observed<T>& data, const SSThreadServices& services) {
+  return data.p * data.n < values_for_one_thread ? 1 : usable_threads(services);
+}
+
 template <class T>
 struct Work {
   const Observed<T>& data;
@@ -95,7 +101,7 @@ struct Work {
 
 template <class T>
 int32_t Work<T>::allocate_all() {
-  if (p * n >= values_for_one_thread) threads = usable_threads(services);
+  threads = threads_for(data, services);
   const intptr_t share = n - (threads - 1) * (n / threads);
   piece = Precision<T>::pool / threads / static_cast<intptr_t>(sizeof(T)) / p / 2;
   has_pool = piece > 0;
@@ -175,12 +181,15 @@ void _vSSBaconThreader(int32_t thread, int32_t, int32_t threads, void* args) {
   const SSTask task = w.data.task();
   MahalanobisDistances<T> find = w.mahalanobis(task, thread);
   T* const distances = w.distances + thread * w.piece;
+  const T threshold = w.threshold;
   intptr_t good = 0;
   for_each_piece(w, thread, threads, [&](intptr_t first, intptr_t end) {
     const int32_t status = find(first, end, distances);
-    for (intptr_t i = first; i < end; ++i) {
-      const bool near = w.threshold > distances[i - first];  // a NaN is not
-      w.weights[i] = near ? w.data.weight(i) : 0;
+    T* const weights = w.weights + first;
+    const T* const prior = w.data.prior;
+    for (intptr_t k = 0; k < end - first; ++k) {
+      const bool near = threshold > distances[k];  // a NaN is not
+      weights[k] = !near ? 0 : prior != nullptr ? prior[first + k] : 1;
       good += near ? 1 : 0;
     }
     return status;
@@ -265,6 +274,24 @@ int32_t _vSSBACONMethod(const Observed<T>& data, const SSThreadServices& service
   return _vSSComputeBACONMethod(w, parameters);
 }
 
+/// A pass that finds out whether all data are finite.
+template <class T>
+struct Scan {
+  const T* x;
+  intptr_t size;
+  bool finite = true;
+};
+
+template <class T>
+void scan_share(int32_t thread, int32_t, int32_t threads, void* args) {
+  auto& scan = *static_cast<Scan<T>*>(args);
+  const intptr_t chunk = scan.size / threads, first = thread * chunk;
+  const intptr_t count = thread + 1 == threads ? scan.size - first : chunk;
+  if (!all_finite(scan.x + first, count)) {
+    __atomic_store_n(&scan.finite, false, __ATOMIC_RELAXED);
+  }
+}
+
 /// An observation that is not finite is an outlier, and would spoil the mean of the others even
 /// with weight 0: the method sees a copy of the others.
 template <class T>
@@ -312,9 +339,10 @@ int32_t detect_outliers(const SSTask& task, uint64_t method, const SSThreadServi
   if (const int32_t status = check(task, method); status != SS_OK) return status;
   const Observed<T> data(task);
   auto* const weights = static_cast<T*>(task.outlier_weights);
-  const bool finite = all_finite(data.x, static_cast<intptr_t>(data.p * data.n));
-  return (finite ? _vSSBACONMethod<T> : detect_among_finite<T>)(data, services,
-                                                                parameters_of<T>(task), weights);
+  Scan<T> scan = {data.x, static_cast<intptr_t>(data.p * data.n)};
+  services.run_threads(threads_for(data, services), &scan, scan_share<T>);
+  return (scan.finite ? _vSSBACONMethod<T>
+                      : detect_among_finite<T>)(data, services, parameters_of<T>(task), weights);
 }
 
 }  // namespace

@@ -82,9 +82,10 @@ void merge(const Tuples<T>& a, const Tuples<T>& b, Tuples<T>* to) {
       for (int k = 1; k < step; ++k) pass(b.value[j] < a.value[i]);
     }
   }
-  for (const intptr_t all = a.count + b.count; i + j < all;) {
+  const intptr_t all = a.count + b.count;
+  for (intptr_t k = i + j; k < all; ++k) {
     const bool from_b = i == a.count || (j < b.count && b.value[j] < a.value[i]);
-    if ((i + j) % step == 0 || i + j == all - 1) {
+    if (k % step == 0 || k == all - 1) {
       keep(from_b);
     } else {
       pass(from_b);
