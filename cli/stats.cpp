@@ -33,10 +33,11 @@ void stats(const StatsOptions& options) {
   if (options.distances && with_distances == 0) {
     throw Error("--distances: distances are made by --robust, which is ogk or tbs, and --outliers");
   }
-  const int pictures = with_distances + options.mahalanobis;
-  if (!options.plot.empty() && pictures > 1) {
+  const int distance_kinds = with_distances + options.mahalanobis;
+  if (!options.plot.empty() && distance_kinds > 1) {
     throw Error(
-        "--plot {}: one picture; it goes with one of --robust, --outliers and --mahalanobis",
+        "--plot {}: it goes with one of --robust, which is ogk or tbs, --outliers and "
+        "--mahalanobis, or with none of them",
         in_quotes(options.plot));
   }
   if (!options.outliers && options.alpha != StatsOptions().alpha) {
@@ -45,7 +46,7 @@ void stats(const StatsOptions& options) {
   if (!options.outliers && options.start != StatsOptions().start) {
     throw Error("--start {}: it goes with --outliers", options.start);
   }
-  const bool of_columns = pictures == 0 && !options.plot.empty();
+  const bool of_columns = distance_kinds == 0 && !options.plot.empty();
   const bool picture = of_columns && options.plot != "-";
   if (picture) expect_picture(options.plot, "--plot");
   StatsOptions wanted = options;
