@@ -80,6 +80,7 @@ TYPED_TEST(EachPrecision, RobustCovarianceChecksInItsOrder) {
   static const int32_t none = 0, negative = -1, three = 3, ten = 10, both = SS_ROWS | SS_COLUMNS;
   for (const int32_t layout : {SS_ROWS, SS_COLUMNS}) {
     Call<TypeParam> call(40, layout, SS_MATRIX_FULL);
+    EXPECT_EQ(call(), SS_OK);  // BLAS keeps what it takes the first time
     const auto expect = [&](int32_t status) {
       watch_allocations();
       EXPECT_EQ(call(), status);
