@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times the C++ face beside the calls of the C interface that it makes, and its words beside the
 // C++ library's: seconds an element.
 //

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Times statistics of random arrays over Dask, on worker processes of this machine.
 
     PYTHONPATH=build/x86-64/python bench/bench_distributed.py [--values 1e8] [--workers 1 2]

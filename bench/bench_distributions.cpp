@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times random distributions and their peers: seconds a number.
 //
 //   WHO/LAW/PRECISION/N    independent calls of N numbers

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times every kernel that is ready, and its peers, on the same arguments.
 //
 //   WHO/FUNCTION_LEVEL/N            independent calls of N elements

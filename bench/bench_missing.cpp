@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times missing values and quantiles of streams.
 //
 //   em/iteration     of 10^4 observations of 10 variables, 10 % missing, with the ratio to a

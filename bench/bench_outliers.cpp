@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times outlier detection and Mahalanobis distances beside what they are made of: seconds an
 // element of a table of clean normal numbers.
 //

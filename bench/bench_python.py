@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Times the Python package beside NumPy, pandas and the C library, in one run, interleaved.
 
     PYTHONPATH=build/x86-64/python bench/bench_python.py [--library build/x86-64/lib/liborv_qem_avx.so]

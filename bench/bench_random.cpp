@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times every basic generator in every flavour, and its peers: seconds an element, bytes a second.
 //
 //   WHO/GENERATOR_FLAVOUR/N    independent calls of N elements

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times sorting, selection, quantiles and sorted data beside the C++ standard library: seconds an
 // element.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times statistics and their peers: seconds an element of a table of ten million numbers.
 //
 //   WHO/WORK/PRECISION/LAYOUT/P/THREADS      n is 10^7 / P; for order statistics P is 1, n 10^6;

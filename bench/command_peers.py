@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Times the orv command beside pandas: whole processes in turn, the least of several rounds.
 
     bench/command_peers.py ORV [ROUNDS]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Complex functions beside those of the C library, which std::complex calls. No open library has
 // them for vectors.
 #include <complex>

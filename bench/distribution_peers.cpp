@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "distribution_peers.hpp"
 
 #include <math.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Laws that are timed, and other libraries' numbers of them.
 #pragma once
 

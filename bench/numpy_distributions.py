@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Times NumPy's distributions on the cases of bench_distributions.cpp.
 
 Prints a line of JSON for each: name and ns a number, the least of several repetitions. The generator

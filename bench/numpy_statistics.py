@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Times NumPy's mean, cov, percentile and sort on the tables of bench_statistics.cpp.
 
 Prints a line of JSON for each: name and ns an element, the least of several repetitions. NumPy's own

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The scalar C library, its vector math (x86-64 only) and SLEEF. All vector functions are those for
 // AVX without FMA, the instruction set of our own fastest kernels.
 #include "peers.hpp"

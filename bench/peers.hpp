@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What each function is timed beside, and on which arguments.
 #pragma once
 

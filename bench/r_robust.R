@@ -1,4 +1,5 @@
 #!/usr/bin/env Rscript
+# SPDX-License-Identifier: MIT
 # Times robust covariance beside R: covOGK of robustbase and CovSest of rrcov, on tables made as
 # those of bench_statistics.cpp are.
 #

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The C++ library's twister, a plain copy, and what the build has found for this word size:
 // ORV_HAVE_DSFMT, ORV_HAVE_RANDOM123, ORV_HAVE_GSL and ORV_HAVE_BOOST are 1 or 0.
 #include "random_peers.hpp"

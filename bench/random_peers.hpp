@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Generators of other libraries, that ours are timed beside.
 #pragma once
 

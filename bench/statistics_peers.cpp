@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ORV_HAVE_ARMADILLO and ORV_HAVE_GSL are 1 or 0.
 #include "statistics_peers.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What statistics are timed beside: a plain sum, bare BLAS, the C++ library, and other libraries.
 #pragma once
 

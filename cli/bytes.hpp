@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The bytes of a file or of standard input, unpacked where gzip or zstd packed them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the text of a cell means.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "columns.hpp"
 
 #include <fmt/ranges.h>

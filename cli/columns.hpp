@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The columns of a CSV file: their names, and the numbers in them.
 #pragma once
 

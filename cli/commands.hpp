@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The subcommands of orv: each adds itself, its options and its action to the command line.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Complex numbers as people write them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "csv.hpp"
 
 #include <emmintrin.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads a file of cells with commas or the like between, row by row.
 #pragma once
 

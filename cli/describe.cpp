@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "describe.hpp"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers beside the law that they are drawn from: moments and a histogram.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "distance_plot.hpp"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A picture of distances by row, with the line beyond which a row stands apart.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The distributions that `orv random` draws: their parameters, methods and laws.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "error.hpp"
 
 namespace orv_cli {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A mistake in what the user gave: main prints it as one line and exits with code 2.
 #pragma once
 

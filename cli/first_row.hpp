@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whether the first row of a file holds names or numbers.
 #pragma once
 

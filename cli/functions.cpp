@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "functions.hpp"
 
 #include <fmt/ranges.h>

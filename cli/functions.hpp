@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library's vector functions as data, made from its own function list.
 #pragma once
 

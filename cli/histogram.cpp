@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "histogram.hpp"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Counts of numbers in bins of one width with ends that are easy to read.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv impute: fills the missing cells of a table.
 #include <fmt/format.h>
 #include <fmt/ranges.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv info: what functions there are, how accurate they are and what they need.
 #include <fmt/format.h>
 #include <fmt/ranges.h>

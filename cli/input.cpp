@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "input.hpp"
 
 #include <CLI/CLI.hpp>

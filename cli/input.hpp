@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a command is told about the tables that it reads.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "laws.hpp"
 
 #include <algorithm>

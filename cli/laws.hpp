@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a distribution should look like: moments, distribution function, quantiles.
 #pragma once
 

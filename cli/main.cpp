@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv: the library's services on the command line.
 #include <fmt/format.h>
 #include <fmt/ranges.h>

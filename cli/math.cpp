@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv math: a vector function applied to columns of a file.
 #include <fmt/format.h>
 #include <orv/qem.h>

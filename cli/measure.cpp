@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv measure: accuracy and speed of a function's levels, found then and there.
 #include <fmt/format.h>
 #include <orv/qem.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "missing_table.hpp"
 
 #include <orv/ss.h>

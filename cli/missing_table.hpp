@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rows of numbers of which some are missing: their moments, and what may have stood there.
 #pragma once
 

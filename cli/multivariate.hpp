@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Gaussian vectors of `orv random`: a covariance or its factor from a file.
 #pragma once
 

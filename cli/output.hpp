@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Results on standard output, or in a file in its place.
 #pragma once
 

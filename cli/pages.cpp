@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "pages.hpp"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is made from the commands' own descriptions: manual pages and completion for shells.
 #pragma once
 

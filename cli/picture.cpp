@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "picture.hpp"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pictures, drawn by gnuplot.
 #pragma once
 

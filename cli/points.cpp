@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "points.hpp"
 
 #include <orv/zok.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Points of low discrepancy of `orv random`.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "poisson_means.hpp"
 
 #include "columns.hpp"

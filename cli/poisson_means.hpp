@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The means of `orv random poisson-v`: a list, or a column of a file.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Draws numbers block by block and prints them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A bar on standard error for a job that takes more than a second.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv random: numbers from a random stream, and lists of generators and distributions.
 #include <fmt/format.h>
 #include <fmt/ranges.h>

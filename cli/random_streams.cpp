@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "random_streams.hpp"
 
 #include <fmt/ranges.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Random streams made from what the command line says. Every mistake there becomes an Error.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv stats: summary statistics of the columns of a file.
 #include <fmt/format.h>
 #include <orv/threads.h>

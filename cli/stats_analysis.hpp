@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads the columns of a file, block by block, and computes their statistics.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which columns of a file a run of `orv stats` takes, and what for.
 #pragma once
 

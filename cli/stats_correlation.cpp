@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "stats_correlation.hpp"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A correlation matrix that is none, as pairs of columns with missing cells may make it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rows as points: what their columns are measured in, and how far they are from a mean.
 #pragma once
 

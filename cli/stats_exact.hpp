@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mean and variance as exact arithmetic gives them, but for a last digit now and then. Sums are
 // taken in long doubles, which have 11 bits more, and those that may cancel keep their rounding.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The figures that orv stats tells of a column, or of a group's part of one.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Groups of rows that hold the same in some columns, and their figures.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv stats --missing em: mean, covariance and correlation of maximum likelihood.
 #pragma once
 

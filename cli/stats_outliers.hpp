@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which rows are outliers, and how far each row is from the mean.
 #pragma once
 

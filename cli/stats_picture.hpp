@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pictures of the columns of a table.
 #pragma once
 

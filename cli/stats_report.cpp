@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "stats_report.hpp"
 
 #include <fmt/format.h>

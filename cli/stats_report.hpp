@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What orv stats found, and how it is printed.
 #pragma once
 

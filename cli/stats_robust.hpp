@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Robust mean and covariance of complete rows, and how far each row is from them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "stats_sample.hpp"
 
 #include <orv/task.hpp>

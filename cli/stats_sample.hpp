@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Statistics of variables that are observed together, from their values block by block.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "stats_stream_quantiles.hpp"
 
 #include <fmt/format.h>

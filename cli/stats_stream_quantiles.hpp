@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Quantiles of values that are not kept.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "suggest.hpp"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a person may have meant.
 #pragma once
 

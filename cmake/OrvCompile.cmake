@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # How every target is compiled. Floating point is the product: nothing may contract, reassociate or
 # assume a rounding mode.
 add_library(orv_compile INTERFACE)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # From the function list to the kernels' source files and the library's export list.
 #
 # A kernel <t><F>_<TAG><LEVEL><flags> lives in qem/_src/qem_core/<f>/qem_<tag>_<t><f>_<level>.cpp and

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Headers, the libraries, a CMake package, a pkg-config file and documents, each in its component:
 # library, development, command (cli/), documentation. Everything finds its neighbours from its own
 # place: an installed tree can be moved.

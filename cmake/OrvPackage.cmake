@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Debian packages, one a component: `cpack --config build/x86-64/CPackConfig.cmake`, or scripts/package
 # for both word sizes.
 set(ORV_MAINTAINER "The ORV authors <orv@localhost>" CACHE STRING

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Summary statistics of a table: at once, and as two machines would do it that see half of it each.
 //     columns examples/data/stackloss.csv
 #include <cstdio>

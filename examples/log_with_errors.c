@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Takes logarithms of a vector at the accuracy that ORV_QEM_MODE chooses, lists the elements that
  * have none, and puts NaN where the library would leave an infinity. */
 #include <math.h>

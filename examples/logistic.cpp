@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Vector functions: a logistic curve, its logarithm with reports, and what a level costs in digits.
 #include <cmath>
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Random streams: the price of an Asian call option by simulation, on several threads, the same for
 // any number of them; and a stream as the generator of the C++ library's algorithms.
 #include <algorithm>

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Summarises the columns of a table: mean, standard deviation, quartiles and correlation, with as
  * many threads as there are processors.
  *     summary examples/data/stackloss.csv */

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Thread services: a serial table, and two that share a pool of standard threads.
 //
 // Every run of items is a Job, a serial one with a single thread. The pool's threads live as long

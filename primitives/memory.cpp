@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Copying and zeroing, checked and unchecked. The C library's own are the fastest known here.
 #include <orv/sort.h>
 #include <string.h>

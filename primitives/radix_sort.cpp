@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Radix sort of floats and doubles from the least significant digit. Numbers are turned into
 // unsigned keys of the same order: the sign bit is flipped, and in negative numbers all others too.
 // Each 32-bit word of a key has three digits, of 11, 11 and 10 bits.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Makes wheels of the package with CMake: a build backend (PEP 517) that needs nothing but Python.
 
     pip wheel . --config-settings build-dir=build/x86-64     takes what stands in a build's folder already

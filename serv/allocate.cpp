@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Aligned memory from the C library.
 #include <orv/serv.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The message service: texts by key, written to standard error a line at a time.
 #include <orv/serv.h>
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Reads the lists in qem/_bt_gen_ia32 for the scripts that make files from them."""
 import pathlib
 import re

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Prints include/orv/detail/functions.hpp from the function lists:
 
     tools/make_cpp_functions.py > include/orv/detail/functions.hpp

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Draws each distribution's density over a histogram of numbers from `orv random`.
 
     tools/make_density_pictures.py ORV FOLDER

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Prints include/orv/qem_functions.h from the function lists:
 
     tools/make_functions_header.py > include/orv/qem_functions.h

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Writes what the Python package has for each function, from the function lists:
 
     tools/make_python_functions.py            writes the files anew

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Draws what points of low discrepancy are good for, from what `orv random` prints.
 
     tools/make_quasi_pictures.py ORV FOLDER

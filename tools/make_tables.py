@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Makes the checked-in tables of the vector functions with high-precision arithmetic.
 
     tools/make_tables.py            writes every table file

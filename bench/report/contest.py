@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Services whose benchmarks are named WHO/WORK/SHAPE: summary statistics and sorting."""
 from .text import number, ratio, table
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The vector functions, beside SLEEF, libmvec and plain loops."""
 from .text import difference, number, ratio, table
 

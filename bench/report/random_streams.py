@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The generators of random streams, beside those of other libraries."""
 from .text import number, ratio, table
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Runs the benchmark programs of one word size."""
 import json
 import pathlib

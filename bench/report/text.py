@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Numbers and tables as Markdown."""
 
 

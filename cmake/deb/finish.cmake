@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Run by CPack with the packages it made. Both word sizes may be installed together, and the trigger
 # of the library's package takes the place of scripts that call ldconfig.
 function(run)

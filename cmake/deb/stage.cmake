@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Run by CPack with the files of each component in a folder of its own, before packages are made:
 # Debian's papers, and no search paths, since the libraries lie where the system looks.
 function(run)

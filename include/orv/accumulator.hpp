@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Moments and covariance of data that come in blocks, on one machine or several.
 //
 //     orv::accumulator a(p);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Statistics of data in memory.
 //
 //     orv::dataset data(orv::table(x, n, p));     // x[i p + j]: observation i of variable j

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Distributions as small objects, and sample(), which draws from them.
 //
 //     orv::sample(s, orv::gamma{.shape = 2.5}, y);             // y of doubles or floats

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a function of the C++ face throws.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Vector functions on spans, vectors, arrays: whatever has data() and size().
 //
 //     std::vector<double> x = ..., y(x.size());

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Results with two indices, and views of data that the caller keeps.
 #pragma once
 

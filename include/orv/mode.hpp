@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A thread's mode and what happens to reported elements, for the length of a scope.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The C++ face: all of it. Header-only, over the C interface; link with orv::cpp.
 //
 //   orv/math.hpp           vector functions, levels

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Vector math: mode, status, error reports, and the shapes of the kernels.
  *
  * A vector function exists at three accuracy levels. Each level is a kernel of its own, reached

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Functions of one number, and of small covariance matrices, that random numbers and statistics
  * share. None keeps anything: all may run on any number of threads at once. Their results are the
  * same bits on every processor and in both word sizes where not said otherwise. */

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The service layer: aligned memory and messages. It is a library of its own, liborv_serv.so, so
  * that an application may put its own functions of these names in front of it. */
 #ifndef ORV_SERV_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Sorting and selection in place, for doubles and floats. Nothing is allocated or kept: every
  * function may run on any number of threads at once, on different data.
  *

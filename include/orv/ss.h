@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Summary statistics: a task describes the data and where results go, compute entries do the work.
  *
  *     SSTask* task;

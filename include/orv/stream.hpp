@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Random streams as values, which are also uniform random bit generators of the C++ library.
 //
 //     orv::stream s(orv::mt19937, 7);

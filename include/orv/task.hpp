@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The entries of statistics and sorting for a type of numbers, and tasks that end with their scope:
 // what a template needs of the C interface.
 #pragma once

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Threads for summary statistics: ready tables of services, in a library of its own
  * (liborv_threads.so), since the kernels start no threads. */
 #ifndef ORV_THREADS_H

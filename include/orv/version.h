@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The library's version: of the headers that a program is compiled with, as macros, and of the
  * library that it runs with, as a function. */
 #ifndef ORV_VERSION_H

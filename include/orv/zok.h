@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Random streams: one object for every basic generator, a registry of generators, and
  * distributions.
  *

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Vector math for NumPy arrays, random streams and summary statistics.
 
 The functions here are NumPy universal functions: ``orv.exp(x, out=y, where=mask)``. They come at three

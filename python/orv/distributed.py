@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Statistics and random arrays over Dask: data larger than memory, or on several machines.
 
 Arrays and frames of Dask are taken block by block; each block's accumulator or sketch is made where the

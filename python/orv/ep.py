@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """All functions at one level: enhanced performance, about half of the digits."""
 from . import _core
 

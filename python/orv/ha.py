@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """All functions at one level: high accuracy, below 1 ulp."""
 from . import _core
 

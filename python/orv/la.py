@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """All functions at one level: low accuracy, below 4 ulp."""
 from . import _core
 

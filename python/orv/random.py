@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Random streams and distributions.
 
     stream = orv.random.Stream("MT2203:5", seed=7)

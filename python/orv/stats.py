@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Summary statistics of arrays whose rows are observations and whose columns are variables.
 
     d = orv.stats.describe(x)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The extension module orv._core. What it offers is for the package's own Python modules, which
 // check what people give them; nothing here does.
 #define ORV_IMPORTS_NUMPY

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What all units of the extension module share: the headers in their order, and references.
 #pragma once
 

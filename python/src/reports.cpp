@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "reports.hpp"
 
 #include <immintrin.h>

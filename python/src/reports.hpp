@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What kernels report on this thread, and where the elements are that they report.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Summary statistics: one function that makes a task of arrays and runs one of the library's
 // entries. The package's Python knows what each entry needs and how large it is.
 #include <orv/ss.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Random streams: as they are, as sources of distributions, and as what NumPy's generators draw
 // from. The package's Python holds the lock of a stream around each of these calls.
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // NumPy's universal functions over the kernels: one inner loop, and for each shape how it is
 // called.
 #include <orv/qem.h>

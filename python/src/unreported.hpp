@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What NumPy's users hear of and kernels don't report: overflow, underflow to 0, and infinity over
 // infinity, of the few real functions that are silent there. It is seen in results and arguments.
 #pragma once

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Data in blocks over Dask: schedulers, two worker processes, and what holds for all of them."""
 import dask
 import dask.array as da

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The universal functions against NumPy's and SciPy's, and all that NumPy lets be done with one."""
 import concurrent.futures
 import os

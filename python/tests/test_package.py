@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The package as it is installed: a wheel, moved, in an interpreter of its own."""
 import ast
 import inspect

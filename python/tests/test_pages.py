@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The pages about this package show what happens."""
 import doctest
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Streams against NumPy's own Mersenne Twister, distributions against SciPy's laws."""
 import concurrent.futures
 import copy

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Statistics against NumPy's, SciPy's and pandas', for all layouts, types and ways to bring data."""
 import pickle
 from functools import reduce

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls a kernel of any shape, with its arguments by role, and tells what a shape takes: both
 // follow from the type of the kernel's pointer. For callers that go over the function list, as the
 // command, tests and benchmarks do.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The four entry stubs of every function: each calls through one slot of the table.
 #include <orv/qem.h>
 #include <orv/qem_functions.h>

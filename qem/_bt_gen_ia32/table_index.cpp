@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From a mode word to a slot of the kernel tables.
 #include <orv/qem.h>
 

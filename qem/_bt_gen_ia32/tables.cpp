@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The kernel table and the cost table of every function.
 #include <orv/qem.h>
 #include <orv/qem_functions.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures every kernel and prints what to record.
 //
 //   accuracy_report [options] [FUNCTION ...]      all functions, or those named ("dExp")

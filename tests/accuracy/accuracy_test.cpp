@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every kernel over its function's whole domain: its accuracy, and that no neighbour in the vector
 // changes a bit of its result.
 #include <gtest/gtest.h>

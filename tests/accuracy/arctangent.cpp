@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arctangents, of numbers and of quotients.
 #include "families.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "families.hpp"
 
 namespace orv_test {

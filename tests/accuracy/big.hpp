@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MPFR numbers with operators, for references that take several steps.
 #pragma once
 

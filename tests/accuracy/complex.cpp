@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Complex functions: references from the real functions of MPFR, by formulas in which nothing
 // cancels that the bits of a Big would not cover. Points that are not finite are left to the rows
 // of special values.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The references of complex functions against MPC, which has formulas of its own.
 #include <gtest/gtest.h>
 #include <mpc.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The error function and the tails of the normal distribution.
 #include <cmath>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exported functions of extended numbers against MPFR.
 #include <gtest/gtest.h>
 #include <orv/qem.h>

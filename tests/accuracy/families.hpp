@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The families of functions, and what their references and inputs share.
 #pragma once
 

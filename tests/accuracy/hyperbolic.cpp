@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hyperbolic functions.
 #include "families.hpp"
 

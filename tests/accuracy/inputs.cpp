@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "inputs.hpp"
 
 namespace orv_test {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Input sets: special values, powers of two and random patterns for every function, and verbs for
 // what a function adds of its own. Made with integers and the four operations only, from fixed
 // seeds, so that every build has the same inputs to the bit.

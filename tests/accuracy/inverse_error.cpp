@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Inverses of the error functions.
 #include "support/inverse_error.hpp"
 #include "families.hpp"

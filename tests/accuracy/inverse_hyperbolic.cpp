@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Inverse hyperbolic functions, each of them the logarithm of a y from 1 on.
 #include <cmath>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "measure.hpp"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs kernels over input sets and judges what they give.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The accuracy meter: how far a result is from the true value, in units in the last place (ulp) of
 // the result's format at the true value, with no rounding of the true value in between.
 #pragma once

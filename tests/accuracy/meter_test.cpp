@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The meter against results whose error is known, and the double references against MPFR.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Powers.
 #include "families.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Roots, and powers made of them.
 #include "families.hpp"
 

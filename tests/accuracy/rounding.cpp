@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rounding, and moves of elements.
 #include "families.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv math, info and measure: results, reports and what they say to mistakes.
 #include <orv/version.h>
 

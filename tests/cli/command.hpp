@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs the built command and looks at what it prints and how it ends.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv impute, and orv stats on tables with missing cells or too large to keep.
 #include <cmath>
 #include <filesystem>

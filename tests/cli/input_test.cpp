@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How files are read: delimiters, decimal commas, missing words, packed and several files.
 #include "command.hpp"
 

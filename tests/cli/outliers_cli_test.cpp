@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv stats --outliers, --mahalanobis and --repair-correlation: tables, notes, pictures, mistakes.
 #include <cmath>
 #include <random>

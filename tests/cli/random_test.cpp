@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv random: known sequences, saved streams, and what it says to mistakes.
 #include <sys/stat.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv stats --robust: its tables, distances and pictures, and what it says to mistakes.
 #include <cmath>
 #include <random>

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Runs the jobs of a transcript and compares what they print.
 
     tests/cli/run_jobs.py ORV TRANSCRIPT DATA [--write]

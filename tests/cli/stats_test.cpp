@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // orv stats: its figures against sums in long double, and what it says to mistakes.
 #include <cmath>
 #include <numeric>

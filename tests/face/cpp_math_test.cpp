@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every function of the C++ face against the kernel that it stands for, and what is refused.
 #include <gtest/gtest.h>
 #include <sys/mman.h>

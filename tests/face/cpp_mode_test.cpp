@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What lasts for a scope: modes, callbacks, collected reports. And what a throwing callback does.
 #include <gtest/gtest.h>
 #include <stdlib.h>

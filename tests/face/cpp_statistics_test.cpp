@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Data sets and accumulators of the C++ face against plain sums in extended precision.
 #include <gtest/gtest.h>
 #include <unistd.h>

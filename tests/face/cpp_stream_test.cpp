@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Streams and distributions of the C++ face against the C interface, and as what the C++ library
 // expects of a generator.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Thread services: every item once, in order where that is promised, whoever calls from wherever.
 #include "orv/threads.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A program that loads the thread services by hand, uses them and closes them.
 #include <dlfcn.h>
 #include <gtest/gtest.h>

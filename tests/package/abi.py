@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Compares what the libraries promise to programs with what the last release promised.
 
 usage: abi.py check|record HEADERS RECORD COMPILER LIBRARY...

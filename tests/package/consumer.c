@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* An application, valid as C11 and as C++20, of what the examples leave out: a call through a
  * table, the allocator, the version. */
 #include <math.h>

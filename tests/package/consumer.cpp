@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An application of the C++ face in two units, the second of which is compiled with
 // ORV_SECOND_UNIT: what a scope in one sets, calls in the other see, and nothing is defined twice.
 #include <orv/orv.hpp>

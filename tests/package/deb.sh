@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # deb.sh WORK SOURCE CC PACKAGE...: lintian has nothing to say of the packages (or of all in a folder);
 # installed by dpkg into an empty system they work there, by their own files alone; removed again they
 # leave nothing.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Another folder's build, plainly configured, is a release where warnings are no errors, and the same
 # to the byte: also where that is not tried, no product knows its folder. As a part of another
 # project only the libraries are built.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Installs into an empty folder, then moves the tree: nothing may remember where it was. The target
 # `uninstall` takes away what was installed and nothing else.
 function(install)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # pkg_config.sh PREFIX LIBDIR C_COMPILER CXX_COMPILER: compiles each header alone, and builds and runs
 # the consumers of the C interface, in both languages, and of the C++ face.
 prefix=$1 libdir=$1/$2 cc=$3 cxx=$4

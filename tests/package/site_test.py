@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Makes the site and looks whether every function's page tells what the lists hold of it.
 
 usage: site_test.py SOURCE BUILD OUTPUT"""

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls that must go through an exported entry or through a table: this program puts its own in
 // front of the library's, counts, and passes on.
 #include <dlfcn.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The road of a report: status, record, callback, standard routes, write-back.
 #include <errno.h>
 #include <orv/zok.h>

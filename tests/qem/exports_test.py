@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Checks a shared library's file: exported names, needed libraries, soname, word size, segments.
 
 usage: exports_test.py LIBRARY VERSION_SCRIPT BITS"""

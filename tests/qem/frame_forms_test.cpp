@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms of the frames that no kernel uses yet, with toy operations, and what simd/ adds to the
 // vector types, for both vector widths. This unit is compiled for AVX.
 #include <math.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What surrounds the arithmetic of every kernel: lengths, ends of vectors, alignment, order of
 // reports, control words, exception flags.
 #include <sys/mman.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the tests of the vector functions share: calls of any kernel, arguments for it, control
 // words, and a log of reports.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The thread's mode word, status, callback and input base.
 #include <optional>
 #include <sstream>

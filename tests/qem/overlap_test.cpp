@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Outputs that overlap an input without being the same vector.
 #include "harness.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Relations that callers count on: odd and even functions to the bit, and monotone ones across
 // every seam of their kernels.
 #include <math.h>

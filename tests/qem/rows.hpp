@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Special values of the vector functions as rows of numbers.
 #pragma once
 

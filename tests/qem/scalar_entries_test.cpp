@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The scalar entries: of SinCos and CIS, with the bits of the vector kernels under any control
 // words and reports under names of their own; of CdfNormInv and ErfcInv, which take other ways than
 // the kernels' lanes and return their status codes.

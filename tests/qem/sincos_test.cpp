@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // SinCos against Sin and Cos, and the symmetry of both, to the bit: streams of random numbers take
 // whichever they need.
 #include <math.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Powx at the exponents that have functions of their own: results, status codes and names in the
 // records are those functions', at each level.
 #include <algorithm>

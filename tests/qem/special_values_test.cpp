@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Special values and status codes of every kernel, at every position of vectors of every length up
 // to three blocks and one. Where a row tells no result, the accuracy tests tell whether it is
 // right.

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Checks that no unit has an instruction beyond the instruction set that its name promises, and none
 whose result differs between makers of processors.
 

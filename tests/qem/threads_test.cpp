@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Four threads at once, each under a mode, callback and input base of its own.
 #include <atomic>
 #include <limits>

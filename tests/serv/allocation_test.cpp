@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the library allocates, and what happens when an allocation fails.
 #include <orv/qem.h>
 #include <pthread.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Puts the program's own allocators in front of the service layer's and of malloc, counts, and
 // makes one allocation fail. Link the library orv_failing_allocator into a test to use it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The service layer: aligned memory, and a text for every message.
 #include <orv/serv.h>
 #include <stdint.h>

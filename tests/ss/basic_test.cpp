@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Moments, covariance and correlation.
 #include <gmock/gmock.h>
 #include <sys/mman.h>

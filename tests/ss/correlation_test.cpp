@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Repair of correlation matrices, against the spectrum that a plain Jacobi iteration finds in long
 // double.
 #include <algorithm>

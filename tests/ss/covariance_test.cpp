@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Means and covariances of groups, bit for bit against a plain loop in the order that the updates
 // have. Partial covariance and correlation against elimination, one variable at a time, in long
 // double.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What each entry looks for, in which order, and that it looks for nothing else; what tasks and
 // statistics allocate, and what is left when it fails.
 #include <algorithm>

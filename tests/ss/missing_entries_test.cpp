@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Missing values: what is looked for and in which order, and what is left when memory fails.
 #include <algorithm>
 #include <cmath>

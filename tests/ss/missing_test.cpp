@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Missing values: EM estimates against published ones and a plain EM algorithm, posterior laws of
 // long chains against their closed forms, and what is drawn, where and in which order.
 #include <orv/zok.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Extremes, quantiles, sorted data and weighted quantiles against their definitions.
 #include <algorithm>
 #include <array>

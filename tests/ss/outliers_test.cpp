@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mahalanobis distances and outlier detection, against their definitions in long double, published
 // results for classical data, and contaminated samples whose outliers are known.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What robust covariance looks for, in which order, and what it leaves when memory fails.
 #include <cmath>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Robust covariance: against its definition in extended precision, against what R's robustbase
 // gives, and as estimators behave: equivariance, outliers, data that are degenerate.
 #include <algorithm>

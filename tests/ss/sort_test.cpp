@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sorting and selection in place: the arrangement they leave, on inputs of every shape.
 #include <algorithm>
 #include <bit>

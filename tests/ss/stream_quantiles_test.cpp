@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Quantiles of streams: answers within the promised ranks, whatever the order of the data and
 // however they are cut into blocks, and a summary that is small and lasts.
 #include <algorithm>

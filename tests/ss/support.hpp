@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the tests of statistics share: the entries of either precision under one name, and tasks
 // that end with their scope.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tasks: what constructors check, which field each parameter sets, what grouped editors leave
 // alone.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The inverse error functions by way of the C library.
 #pragma once
 

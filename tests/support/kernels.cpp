@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/kernels.hpp"
 
 #include <algorithm>

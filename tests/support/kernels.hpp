@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every kernel of the functions, as data.
 #pragma once
 

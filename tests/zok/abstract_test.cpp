@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Streams of the user's own numbers.
 #include <math.h>
 

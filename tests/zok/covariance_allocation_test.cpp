@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the helpers for covariance matrices allocate and release, and how they end where LAPACK
 // fails.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Inverse and repair of covariance matrices.
 #include <gtest/gtest.h>
 #include <orv/scalar.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Integer distributions against their laws: parameters in every method, and on both sides of every
 // border between two.
 #include <boost/math/special_functions/beta.hpp>

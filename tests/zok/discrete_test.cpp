@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Discrete distributions beside their laws: sequences however a request is split, what a number
 // costs, what is kept on the stream, ends of the uniform numbers, failures.
 #include <math.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Continuous distributions beside their law: sequences however a request is split, what a number
 // costs, state that waits in a stream, ends of the uniform numbers, failures.
 #include <math.h>

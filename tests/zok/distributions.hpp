@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The distributions as tests call them: parameters bound, one form for all.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Streams in files: the bytes, what is accepted, every failure.
 #include <dlfcn.h>
 #include <gmock/gmock.h>

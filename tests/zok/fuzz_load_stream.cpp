@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Loads what a fuzzer makes of a stream file. Build with clang++ -fsanitize=fuzzer,address.
 #include <assert.h>
 #include <orv/serv.h>

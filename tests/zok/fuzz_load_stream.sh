@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the fuzzer of the stream loader with clang and runs it for a while: fuzz_load_stream.sh FOLDER SECONDS
 set -euo pipefail
 folder=$1 seconds=$2

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whether numbers follow a law: how many of them lie below each of its quantiles.
 #pragma once
 

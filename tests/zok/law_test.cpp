@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every distribution against its law, with parameters in all branches of its methods and on their
 // borders. ORV_LAW_DRAWS=1e9 makes a long run of it, ORV_LAW=gamma picks some.
 #include <boost/math/special_functions/beta.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The scalar functions against MPFR.
 #include <gtest/gtest.h>
 #include <orv/qem.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The recurrences of all generators as they are defined, in plain integers.
 #pragma once
 

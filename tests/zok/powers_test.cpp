@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Modular powers, from x^0 and x^1 to all others: x^(m+n) = x^m x^n.
 #include <gtest/gtest.h>
 #include <orv/zok.h>

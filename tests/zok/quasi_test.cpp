@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Quasi-random streams against points summed up from plainly made direction numbers, against
 // published points, and as nets; users' data, selections, skips, copies and damaged states.
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Distributions leave the thread's mode word, error callback and status as they found them, and
 // what kernels report inside reaches nobody.
 #include <errno.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every generator against its recurrence written out in plain integers, and against what its
 // authors published.
 #include <fenv.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tables of generators, how an identifier finds its row, and generators that users add.
 #include "stream_support.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What streams allocate, and what is left when an allocation fails.
 #include <orv/qem.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the tests of streams share: the generators, streams that end with their scope, a generator
 // that tells what it was asked, draws as plain vectors.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Creating, copying and deleting streams and their chunks.
 #include <algorithm>
 #include <thread>

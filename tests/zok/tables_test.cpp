@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tables that were found by search are what their generators need.
 #include <gtest/gtest.h>
 #include <orv/zok.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The uniform distributions over any generator: what they make of its numbers.
 #include <math.h>
 

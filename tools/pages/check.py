@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Checks that every link of a made site leads somewhere."""
 import html.parser
 import pathlib

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A page for each vector function, from the lists, from what was measured, and from calls of the library."""
 import html
 import math

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A page for each header: its doc comments beside what they are about."""
 import html
 import re

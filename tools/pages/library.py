@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Calls the vector functions of a built library, element by element."""
 import ctypes
 import pathlib

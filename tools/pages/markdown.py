@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Markdown to HTML, as far as this project's documents go: headings, paragraphs, lists, tables, code,
 links, pictures, emphasis."""
 import html

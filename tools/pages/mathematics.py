@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What the lists don't hold: each function's formula, its domain, and over what its error is drawn."""
 from typing import NamedTuple
 

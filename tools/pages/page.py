@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The frame of every page."""
 import html
 import pathlib

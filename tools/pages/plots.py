@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The error of a function's levels over its argument, measured here and drawn as SVG."""
 import math
 import random

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Equidistribution of a tempered row: k(v), the largest dimension in which the v leading output
 // bits take every value equally often over the period.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the rows of the table of the twister family of period 2^2203 - 1.
 //
 //   g++ -std=c++20 -O3 -march=native find_mt2203_table.cpp -o find_mt2203_table

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the rows of the combined congruential family and writes their tables.
 //
 //   g++ -std=c++20 -O2 find_wh_table.cpp -o find_wh_table

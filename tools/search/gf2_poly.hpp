@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Polynomials over GF(2) of degree below 2240, coefficient k in bit k % 64 of word k / 64, and
 // arithmetic modulo a polynomial of degree 2203.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The twister family of period 2^2203 - 1: its recurrence, its characteristic polynomial and the
 // proof of a row's period.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rows of the table that are given, by their numbers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What every row of the table of twisters must be.
 #pragma once
 

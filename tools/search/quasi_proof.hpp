@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What proves the tables of quasi-random sequences. Polynomials over GF(2) are numbers, coefficient
 // k in bit k.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rules out most A before the proof: their polynomial has a factor of small degree.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The spectral test of a row of the combined congruential family.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The search for the tempering masks of a row.
 #pragma once
 

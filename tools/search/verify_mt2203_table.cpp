@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Proves the rows of the checked-in table of twisters again: distinct, full period, total defect of
 // the equidistribution at most 706. Compiled in the root of the source tree, as one line, by
 //

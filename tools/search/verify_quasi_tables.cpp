@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Proves the checked-in tables of quasi-random sequences: Sobol's polynomials are distinct and
 // primitive, his initial numbers odd and small enough and their sequence has property A in all
 // dimensions; Niederreiter's polynomials are the first irreducible ones. Tells where property A'

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rows of four moduli and multipliers for the combined congruential family.
 #pragma once
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The table files: path -> function that returns the file's text."""
 from mpmath import sqrt
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 from mpmath import atan, mpf, pi
 
 from .common import array, double, header, single, split, truncated

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Precision, rounding to the machine's formats, and the shape of a table file."""
 import pathlib
 import struct

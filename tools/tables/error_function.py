@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 from mpmath import chebyfit, diff, erf, erfc, exp, log, mp, mpf, polyval, sqrt
 
 from .common import array, double, header, single, split, truncated

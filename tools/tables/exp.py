@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 from mpmath import exp, factorial, log, mpf
 
 from .common import array, double, header, single, split, truncated

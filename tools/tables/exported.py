@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 from mpmath import atan, ceil, log, mpf, nint
 
 from .common import array, double, split, truncated

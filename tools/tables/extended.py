@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Tables of the routines in extended arithmetic that are not exported."""
 from mpmath import pi, sin
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 from mpmath import floor, log, mpf, sech, tanh
 
 from .common import array, double, header, single, split

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Rows of polynomials for the inverses of the error functions: g(w) = erfcinv(w)/(1 - w) by parts
 of the binades of w, and times sqrt2 for CdfNormInv; what else their slow paths need."""
 from functools import cache

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 from .common import header
 from .polynomials import fit
 

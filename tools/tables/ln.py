@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 from typing import NamedTuple
 
 from mpmath import log, mpf, nint, sqrt

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The Poisson law as a polynomial in a Gaussian number, with coefficients in the mean."""
 import pathlib
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Polynomials fitted by Sollya: coefficients that are numbers of the format, smallest largest error."""
 import math
 import re

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 from mpmath import log, mpf, nint
 
 from .common import array, double, header, single, split, truncated

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Polynomials over GF(2) for quasi-random points; coefficient k is bit k of a number."""
 import pathlib
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Tables of the scalar functions that distributions and statistics share."""
 import pathlib
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 from mpmath import cos, floor, frexp, ldexp, mp, mpf, pi, sin
 
 from .common import array, double, header, truncated

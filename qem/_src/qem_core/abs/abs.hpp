@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Abs: the number times its own sign. A multiplication, not a masking of the sign bit: it quiets a
 // signalling NaN with the invalid flag, and takes a denormal to 0 where the caller's control word
 // says so.

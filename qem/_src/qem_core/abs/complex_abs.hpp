@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Abs of complex numbers: Hypot of the parts, at HA.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Acos: the arccosine.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Acosh: the inverse hyperbolic cosine, from 1 on.
 //
 // x^2 - 1 = d (x + 1) = d^2 + 2 d with d = x - 1, which is exact where it matters.

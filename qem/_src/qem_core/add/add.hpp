@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Add: the sum of two vectors, rounded once.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Add and Sub of complex numbers: each part rounded once, under the caller's control words.
 #pragma once
 

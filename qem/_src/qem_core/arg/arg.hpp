@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arg: the angle of a complex number, Atan2 of its parts.
 #pragma once
 

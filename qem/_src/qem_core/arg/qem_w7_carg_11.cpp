@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "arg.hpp"
 
 void orv_qem_kernel_cArg_W7EPnnn(int32_t n, const QemComplexFloat* a, float* r) {

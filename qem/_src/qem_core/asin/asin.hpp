@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Asin: the arcsine.
 #pragma once
 

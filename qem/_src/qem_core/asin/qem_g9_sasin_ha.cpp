@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "asin.hpp"
 
 void orv_qem_kernel_sAsin_G9HAynn(int32_t n, const float* a, float* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Asinh: the inverse hyperbolic sine. Nothing is reported.
 #pragma once
 

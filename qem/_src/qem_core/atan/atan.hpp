@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Atan: the arctangent. Its formulas are in arctangent.hpp.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "atan.hpp"
 
 void orv_qem_kernel_dAtan_G9HAynn(int32_t n, const double* a, double* r) {

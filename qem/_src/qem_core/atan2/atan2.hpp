@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Atan2: the angle of the point (b, a), from -pi to pi. Its formulas are in arctangent.hpp.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "atan2.hpp"
 
 void orv_qem_kernel_sAtan2_G9LAynn(int32_t n, const float* a, const float* b, float* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Atanh: the inverse hyperbolic tangent, up to 1.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cbrt: the cube root, with the sign of x. Nothing is reported.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cbrt.hpp"
 
 void orv_qem_kernel_sCbrt_W7LAynn(int32_t n, const float* a, float* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CdfNorm: the distribution function of the normal law, erfc(-x/sqrt(2))/2.
 #pragma once
 

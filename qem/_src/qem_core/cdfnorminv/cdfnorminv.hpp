@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CdfNormInv: the normal distribution's quantile, the number below which a share x of it lies.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cdfnorminv.hpp"
 
 void orv_qem_kernel_dCdfNormInv_W7EPnnn(int32_t n, const double* a, double* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CIS: cos(x) + i sin(x) of real x. Floats go through lanes of double.
 #pragma once
 

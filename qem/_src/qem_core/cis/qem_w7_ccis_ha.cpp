@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cis.hpp"
 
 void orv_qem_kernel_cCIS_W7HAynn(int32_t n, const float* a, QemComplexFloat* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Conj: the sign bit of each imaginary part changed, an exact bit operation.
 #pragma once
 

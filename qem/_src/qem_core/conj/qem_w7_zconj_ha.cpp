@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "conj.hpp"
 
 void orv_qem_kernel_zConj_W7HAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // dCos: the cosine of doubles.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // sCos: the cosine of floats.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cosh: the hyperbolic cosine.
 #pragma once
 

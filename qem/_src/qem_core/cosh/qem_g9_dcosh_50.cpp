@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cosh.hpp"
 
 void orv_qem_kernel_dCosh_G9LAynn(int32_t n, const double* a, double* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Div of complex numbers: a conj(b)/|b|^2.
 //
 // EP takes that with b brought near 1 by a power of two, so that |b|^2 stays in range. HA of floats

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Div: a/b, rounded once at every level.
 //
 // The processor's division is as fast as a reciprocal with its corrections, independent of the

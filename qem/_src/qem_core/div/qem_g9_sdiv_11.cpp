@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // EP reports nothing: a zero divisor gives an infinity or NaN.
 #include "../frame/elementwise.hpp"
 #include "div.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "div.hpp"
 
 void orv_qem_kernel_sDiv_G9HAynn(int32_t n, const float* a, const float* b, float* r) {

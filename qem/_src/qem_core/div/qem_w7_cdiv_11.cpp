@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "complex_div.hpp"
 
 void orv_qem_kernel_cDiv_W7EPnnn(int32_t n, const QemComplexFloat* a, const QemComplexFloat* b,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // dErf: the error function of doubles.
 #pragma once
 

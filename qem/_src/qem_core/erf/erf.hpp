@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Erf: the error function, 2/sqrt(pi) times the integral of e^(-t^2) from 0 to x.
 //
 // r is the multiple of a step nearest to |x|, and a table has a polynomial in d = |x| - r for each

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "derf.hpp"
 
 void orv_qem_kernel_dErf_G9LAynn(int32_t n, const double* a, double* r) {

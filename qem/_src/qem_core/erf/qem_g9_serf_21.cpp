@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "serf.hpp"
 
 void orv_qem_kernel_sErf_G9LAynn(int32_t n, const float* a, float* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // sErf: the error function of floats, at HA in lanes of double.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Erfc: the complementary error function, 1 - erf(x).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ErfcInv: the inverse of the complementary error function.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "erfcinv.hpp"
 
 void orv_qem_kernel_dErfcInv_W7LAynn(int32_t n, const double* a, double* r) {

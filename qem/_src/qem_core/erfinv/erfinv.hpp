@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ErfInv: the inverse of the error function. Its rows are those of ErfcInv.
 #pragma once
 

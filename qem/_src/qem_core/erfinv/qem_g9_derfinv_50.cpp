@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "erfinv.hpp"
 
 void orv_qem_kernel_dErfInv_G9LAynn(int32_t n, const double* a, double* r) {

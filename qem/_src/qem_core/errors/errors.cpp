@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What happens to a reported element: status, record, callback, standard routes, write-back.
 #include <stddef.h>
 #include <string.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "standard_handlers.hpp"
 
 #include <errno.h>

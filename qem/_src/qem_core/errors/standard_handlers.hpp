@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The error routes that the library has itself: errno, standard error, floating-point exception.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Exp of complex numbers: e^re (cos im + i sin im).
 //
 // LA of floats multiplies the functions of the parts, HA of floats does so in double. HA of doubles

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // dExp: e^x of doubles.
 #pragma once
 

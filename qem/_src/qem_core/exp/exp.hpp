@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Exp: e^x.
 //
 // x = (2^s m + j) ln2/2^s + r, e^x = 2^m * 2^(j/2^s) * e^r: a table for the middle factor, a

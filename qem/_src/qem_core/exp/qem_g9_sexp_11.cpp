@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sexp.hpp"
 
 void orv_qem_kernel_sExp_G9EPnnn(int32_t n, const float* a, float* r) {

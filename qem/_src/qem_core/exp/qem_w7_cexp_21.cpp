@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "complex_exp.hpp"
 
 void orv_qem_kernel_cExp_W7LAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r) {

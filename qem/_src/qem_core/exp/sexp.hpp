@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // sExp: e^x of floats.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // dExpm1: e^x - 1 of doubles.
 #pragma once
 

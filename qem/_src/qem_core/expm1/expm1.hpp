@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Expm1: e^x - 1, accurate near 0.
 //
 // With the steps of Exp, e^x = T e^r and e^x - 1 = (T - 1) + T (e^r - 1). The table's first part is

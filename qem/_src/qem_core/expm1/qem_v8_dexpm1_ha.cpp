@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dexpm1.hpp"
 
 void orv_qem_kernel_dExpm1_V8HAynn(int32_t n, const double* a, double* r) {

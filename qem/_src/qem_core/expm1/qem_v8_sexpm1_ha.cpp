@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sexpm1.hpp"
 
 void orv_qem_kernel_sExpm1_V8HAynn(int32_t n, const float* a, float* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // sExpm1: e^x - 1 of floats; one kernel for all levels.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "../_heap/real/to_whole.hpp"
 #include "../frame/elementwise.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What complex arithmetic reports: an infinite part of a result whose four arguments are all finite
 // and none of them zero.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The floating-point environment of a kernel: asked for at the start, put back at the end.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Elements in memory and their lanes. A complex number is two vectors, one of real parts and one of
 // imaginary parts; a float may be computed in lanes of double.
 #pragma once

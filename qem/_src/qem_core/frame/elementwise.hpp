@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The frame of kernels that are exact, or rounded once, for every element: no slow path, no
 // reports.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The frame of kernels with a slow path: blocks of lanes without a branch on data, and a slow path
 // for each element that the lane formula does not serve.
 //

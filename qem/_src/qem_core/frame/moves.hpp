@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The frame of kernels that only move elements: under the caller's control words, by way of the x87
 // unit, which quiets a signalling NaN and leaves every other value as it is.
 #pragma once

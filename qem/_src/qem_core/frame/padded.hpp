@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The frame of kernels that run under whatever control words the caller has: blocks, then each
 // element of the tail in all lanes of a vector. Lanes filled with a real element raise nothing of
 // their own. The inputs of a block, and of the tail, are read before any result of it is written.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The error call of a kernel, by element type. The second input is never passed on: the first one
 // stands in both places.
 #pragma once

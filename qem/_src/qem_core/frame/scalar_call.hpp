@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The frame of kernels that are a scalar routine, called once an element.
 //
 //   struct Op {

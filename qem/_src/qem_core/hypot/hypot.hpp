@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hypot: sqrt(a^2 + b^2).
 //
 // LA and EP take that as it stands. HA of floats goes through double, where squares are exact. HA

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Inv: 1/x, rounded once at every level; see Div.
 #pragma once
 

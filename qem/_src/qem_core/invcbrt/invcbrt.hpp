@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // InvCbrt: the reciprocal of the cube root, with the sign of x. A zero is reported.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "invcbrt.hpp"
 
 void orv_qem_kernel_sInvCbrt_W7HAynn(int32_t n, const float* a, float* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // InvSqrt: 1/sqrt(x).
 //
 // LA is the processor's square root and division. HA cuts that to half its bits, so that what it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "invsqrt.hpp"
 
 void orv_qem_kernel_sInvSqrt_W7EPnnn(int32_t n, const float* a, float* r) {

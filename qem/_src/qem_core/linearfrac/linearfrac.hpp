@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // LinearFrac: (scalea a + shifta)/(scaleb b + shiftb), each operation rounded once. With scaleb 0
 // the reciprocal of shiftb is computed once for all elements.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keeps denormals whatever the thread's mode says, unlike the float form.
 #include "linearfrac.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "linearfrac.hpp"
 
 void orv_qem_kernel_sLinearFrac_N8HAynn(int32_t n, const float* a, const float* b, float scalea,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ln of complex numbers: ln |z| and the angle, Arg's of the same level.
 //
 // ln |z| is half the logarithm of re^2 + im^2. HA has that sum in two parts, without error where it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // dLn: the natural logarithm of doubles.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "complex_ln.hpp"
 
 void orv_qem_kernel_zLn_W7LAynn(int32_t n, const QemComplexDouble* a, QemComplexDouble* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // sLn: the natural logarithm of floats.
 //
 // x = 2^k m with m in [2/3, 4/3), ln x = k ln2 + ln(1 + r), r = m - 1: a polynomial and no table.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the logarithms with a table share: the reduction of the argument, the assembly of the
 // result, and the slow path. dLn, Log10 and Log1p are made of it.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Constants and tables of the natural logarithm of doubles, see table_log.hpp.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // dLog10: the decimal logarithm of doubles. LA serves EP as well.
 #pragma once
 

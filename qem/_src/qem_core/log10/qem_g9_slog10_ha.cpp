@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "slog10.hpp"
 
 void orv_qem_kernel_sLog10_G9HAynn(int32_t n, const float* a, float* r) {

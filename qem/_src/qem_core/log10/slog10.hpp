@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // sLog10: the decimal logarithm of floats.
 #pragma once
 

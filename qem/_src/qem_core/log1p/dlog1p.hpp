@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // dLog1p: ln(1 + x) of doubles. Beyond the limits 1 + x is exact, or 1 is lost in x.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the two Log1p share: 1 + x as a sum of two numbers, and the smaller one's part in the
 // result.
 #pragma once

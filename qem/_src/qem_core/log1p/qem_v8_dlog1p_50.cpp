@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dlog1p.hpp"
 
 void orv_qem_kernel_dLog1p_V8LAynn(int32_t n, const double* a, double* r) {

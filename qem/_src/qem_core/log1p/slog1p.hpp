@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // sLog1p: ln(1 + x) of floats. Beyond the limits 1 + x is exact, or 1 is lost in x.
 #pragma once
 

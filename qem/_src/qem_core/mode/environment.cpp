@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The environment variable that seeds a thread's mode word.
 #include <orv/qem.h>
 

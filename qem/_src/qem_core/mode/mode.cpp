@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The operations on a thread's mode word, status, callback and input base, and their twins.
 #include "thread_cells.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "thread_cells.hpp"
 
 #include <pthread.h>

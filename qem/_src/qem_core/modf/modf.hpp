@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Modf: the integral part towards zero and the fractional part, both with the sign of x.
 //
 // Adding 2^52 (2^23) and taking it off rounds a smaller number to a whole one, towards zero under

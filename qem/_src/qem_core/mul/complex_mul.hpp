@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mul of complex numbers: (ar br - ai bi) + i (ar bi + ai br).
 //
 // EP takes that as it stands. HA of floats goes through double, where products are exact. HA of

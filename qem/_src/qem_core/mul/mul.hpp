@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mul: the product of two vectors, rounded once.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MulByConj: a times the conjugate of b, by the formulas of Mul with the sign of bi turned.
 #pragma once
 

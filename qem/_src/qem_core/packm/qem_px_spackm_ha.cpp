@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <orv/qem.h>
 
 #include "../frame/moves.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // dPow: x^y of doubles.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pow: x^y = 2^(y log2 x), in lanes of double.
 //
 // x = 2^E m with m from 0.75 to 1.5, and a table with a row for the m's around each of its centers:

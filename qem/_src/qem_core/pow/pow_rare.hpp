@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The slow path of Pow and Powx: all special cases, and the full range to HA accuracy at every
 // level.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dpow.hpp"
 
 void orv_qem_kernel_dPow_N8LAynn(int32_t n, const double* a, const double* b, double* r) {

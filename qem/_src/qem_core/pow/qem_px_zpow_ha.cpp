@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "../_heap/complex/scalar_kernels.hpp"
 
 using namespace orv;

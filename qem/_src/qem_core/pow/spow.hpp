@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // sPow: x^y of floats. HA is computed in lanes of double, LA and EP in floats without a table:
 //
 // x = 2^E m with m from 2/3 to 4/3. EP has log2 m as a polynomial in m - 1, which is exact. LA has

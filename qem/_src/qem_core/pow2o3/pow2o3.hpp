@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pow2o3: x^(2/3), the square of the cube root, whatever the sign of x. Nothing is reported.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "pow2o3.hpp"
 
 void orv_qem_kernel_dPow2o3_W7HAynn(int32_t n, const double* a, double* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pow3o2: x^(3/2), by the processor's square root.
 //
 // LA and EP are x sqrt(x). HA has it in parts: with the rounded root g and what is left of x, r = x

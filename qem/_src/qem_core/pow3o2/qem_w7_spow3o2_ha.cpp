@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "pow3o2.hpp"
 
 void orv_qem_kernel_sPow3o2_W7HAynn(int32_t n, const float* a, float* r) {

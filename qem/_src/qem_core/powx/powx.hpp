@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Powx: x^b with one exponent for all elements. Nine exponents have functions of their own, which
 // are more accurate and know roots of negative numbers; all others go the way of Pow.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "powx.hpp"
 
 #include "../pow/spow.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "../frame/elementwise.hpp"
 #include "round.hpp"
 

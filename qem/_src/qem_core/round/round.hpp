@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Round: to the nearest whole number, ties away from zero, with the sign of x.
 //
 // Half a unit is added in magnitude, then the fraction is cut off. It is the number before a half:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bit patterns of lanes: integer arithmetic, logic and choice.
 #pragma once
 

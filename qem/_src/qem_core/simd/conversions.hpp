@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole numbers, exponents, reciprocals and roots, and pairs taken apart and put together.
 #pragma once
 

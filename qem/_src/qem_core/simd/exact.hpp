@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sums and products in two parts whose sum is exact, for vectors of doubles and for long double.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The formats of double and float as formulas meet them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Table look-up, a table entry a lane.
 //
 // Indices travel through memory: a store and scalar loads leave the shuffle port to the entries.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lane masks: bit k for lane k, quiet on quiet NaN; comparisons, the greater and the lesser.
 #pragma once
 

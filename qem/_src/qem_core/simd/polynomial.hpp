@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Polynomials with coefficients in ascending order.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The vector types, their scalars, loads and stores. Arithmetic itself is written with the
 // compiler's operators.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the compiler's vector types lack.
 //
 // Every unit that includes this is compiled for one instruction set, ORV_TAG, and its inline

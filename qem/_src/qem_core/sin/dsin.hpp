@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // dSin: the sine of doubles.
 #pragma once
 

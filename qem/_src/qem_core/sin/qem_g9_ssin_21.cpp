@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ssin.hpp"
 
 void orv_qem_kernel_sSin_G9LAynn(int32_t n, const float* a, float* r) {

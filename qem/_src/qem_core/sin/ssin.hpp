@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // sSin: the sine of floats.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // dSinCos: the sine and the cosine of doubles, with the bits of dSin and dCos.
 #pragma once
 

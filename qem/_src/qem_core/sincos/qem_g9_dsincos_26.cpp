@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dsincos.hpp"
 
 void orv_qem_kernel_dSinCos_G9EPnnn(int32_t n, const double* a, double* r1, double* r2) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ssincos.hpp"
 
 void orv_qem_kernel_sSinCos_G9HAynn(int32_t n, const float* a, float* r1, float* r2) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // sSinCos: sine and cosine of floats, with the bits of sSin and sCos.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sinh.hpp"
 
 void orv_qem_kernel_sSinh_G9HAynn(int32_t n, const float* a, float* r) {

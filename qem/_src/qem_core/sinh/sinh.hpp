@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sinh: the hyperbolic sine, with the sign of x.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sqr: the square of a vector, rounded once.
 #pragma once
 

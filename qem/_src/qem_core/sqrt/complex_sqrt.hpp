@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sqrt of complex numbers, the one with a real part that is not negative.
 //
 // With x = |re| and y = |im| its parts are t = sqrt((x + |z|)/2) and y/(2t); the greater one is the

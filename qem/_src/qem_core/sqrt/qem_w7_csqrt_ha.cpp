@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "complex_sqrt.hpp"
 
 void orv_qem_kernel_cSqrt_W7HAynn(int32_t n, const QemComplexFloat* a, QemComplexFloat* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sqrt: the square root, rounded once at every level.
 //
 // The processor's square root takes less time than an estimate with its corrections, and gives the

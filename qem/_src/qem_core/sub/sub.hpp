@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sub: the difference of two vectors, rounded once.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // dTan: the tangent of doubles.
 //
 // With sine S and cosine C of the angle's row and t = tan(r), the tangent is (S + C t)/(C - S t):

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dtan.hpp"
 
 void orv_qem_kernel_dTan_G9EPnnn(int32_t n, const double* a, double* r) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // sTan: the tangent of floats.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tanh: the hyperbolic tangent, odd to the bit. Nothing is reported.
 //
 // |x| = c + r with c from a table, the middle of a 32nd of a binade; t = tanh r from a polynomial:

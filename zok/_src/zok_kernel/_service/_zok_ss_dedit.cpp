@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "orv/ss.h"
 
 using T = double;

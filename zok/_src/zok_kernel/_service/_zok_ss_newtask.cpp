@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Making and deleting tasks.
 #include <string.h>
 

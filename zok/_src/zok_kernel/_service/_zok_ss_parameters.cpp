@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The table of parameters, and the integers' editor.
 #include "parameters.hpp"
 

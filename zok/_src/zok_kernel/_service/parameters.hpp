@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parameters of a task, by number.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ratios whose divisor is a power or a root of a product. They are formed in doubles for floats
 // too, and step by step where the product alone leaves the range.
 #pragma once

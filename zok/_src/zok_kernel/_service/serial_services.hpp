@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Thread services of the calling thread alone, for an entry that another calls inside: from an item
 // of work, or for little of it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What every compute entry reads from a task: integers of either width, layouts, matrix storage.
 // And what it asks for: threads, work buffers.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The chi-square distribution: k degrees of freedom are the gamma distribution of shape k/2 and
 // scale 2.
 #include <orv/scalar.h>

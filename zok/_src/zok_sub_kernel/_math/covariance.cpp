@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The inverse of a small covariance matrix, and the repair of one that is not positive definite.
 #include <orv/scalar.h>
 #include <orv/serv.h>

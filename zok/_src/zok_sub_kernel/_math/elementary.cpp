@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Logarithm, square root and floor of one number, without a mathematics library.
 #include <immintrin.h>
 #include <orv/scalar.h>

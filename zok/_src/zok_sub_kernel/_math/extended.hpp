@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Extended arithmetic (80 bits, x87) for functions of doubles.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // In extended arithmetic, with functions of its own: nothing is reported to anyone, and what
 // cancels in a ln x - x - ln gamma(a) is beyond the digits of a double.
 #include "incomplete_gamma.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The incomplete gamma functions P(a, x) and Q(a, x) = 1 - P(a, x), and their inverse.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Inverses, in place, of covariance matrices. Of a matrix stored by columns they read and write the
 // upper triangle only.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The logarithm of the gamma function's size.
 #include "log_gamma.hpp"
 

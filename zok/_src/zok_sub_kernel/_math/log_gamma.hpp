@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The logarithm of the gamma function, for those who go on from there in extended arithmetic.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Powers modulo m by binary exponentiation, for generators that leapfrog or skip ahead. A 64-bit
 // exponent comes as two words; exponent 0 gives 1 whatever the base and the modulus.
 #include <orv/zok.h>

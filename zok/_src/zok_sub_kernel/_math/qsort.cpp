@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exported sorts and selections. Bounds of waiting parts are kept in the elements' own type.
 #include "qsort.hpp"
 

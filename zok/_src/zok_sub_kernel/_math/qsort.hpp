@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Quicksort (Hoare 1962) with the median of three as pivot, and selection by the same partition.
 //
 // The exchanges are those of two scans that run towards each other and stop at every element that

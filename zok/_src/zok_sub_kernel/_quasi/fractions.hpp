@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the 32-bit fractions of quasi-random points go: to the caller as they are, or as a + s w,
 // every operation in the precision of the output.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Digital sequences in base 2 in the order of the Gray code: a point follows from the one before it
 // by one direction number in each dimension, and point c is the sum, without carries, of those that
 // the bits of c XOR c / 2 name (I. Antonov and V. Saleev, 1979).

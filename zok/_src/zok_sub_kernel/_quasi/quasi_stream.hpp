@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Quasi-random streams: where their tables lie, how seeds make them, and what all entries do.
 //
 // A generator's Tables tell

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Streams come and go here: creating, copying, deleting.
 #include <string.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Identifiers, and what goes from a stream to its generator.
 #include "registry.hpp"
 #include "stream_state.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The list of chunks that a stream owns; the newest is its head.
 #include "chunk.hpp"
 

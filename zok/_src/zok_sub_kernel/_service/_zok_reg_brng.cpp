@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The registry: a row for each generator, made at build time, and rows that users add.
 #include "abstract.hpp"
 #include "registry.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Streams in files: a header, the state behind a block's header, the chunks. Integers lie as in
 // memory, so the two word sizes read each other's files where the state records are the same.
 #include <stdint.h>

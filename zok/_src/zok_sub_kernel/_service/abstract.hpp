@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Abstract streams: numbers of type T out of the user's circular buffer, which his callback fills.
 // Words come out as they are; doubles and floats are moved from the range that the user states to
 // the one that is asked for.

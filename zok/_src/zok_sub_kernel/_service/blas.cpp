@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "blas.hpp"
 
 #include <pthread.h>

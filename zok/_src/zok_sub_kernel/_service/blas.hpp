@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The matrix routines of BLAS and LAPACK, with one name for both precisions. Matrices are stored by
 // columns; a letter's length follows the arguments, as Fortran passes it.
 #pragma once

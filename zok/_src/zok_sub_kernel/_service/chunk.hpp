@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The chunks of a stream: a list of records, each owning a block of data.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // AVX vectors of either precision, with masks for the vector at the end of an array.
 #pragma once
 

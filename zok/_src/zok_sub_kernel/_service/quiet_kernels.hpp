@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a thread keeps for vector kernels, set aside while the library itself calls them.
 #pragma once
 

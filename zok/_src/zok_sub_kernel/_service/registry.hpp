@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From an identifier to its generator's row, and to its place there.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where a generator's 32-bit words go: to the caller as they are, or as a + w s, from a on to b.
 //
 // A generator writes its recurrence once, as a template over one of these outputs:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A stream's block as a generator sees it: the header, then the generator's own state record.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Vector functions as random numbers and statistics use them: one name for both precisions, by a
 // slot of the function's table. To be called under QuietKernels.
 #pragma once

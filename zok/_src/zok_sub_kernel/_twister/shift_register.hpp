@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A shift register whose last N units are a stream's state, delivered to arrays of any length.
 //
 //   struct Recurrence {

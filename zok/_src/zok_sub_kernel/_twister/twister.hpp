@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Mersenne Twister (Matsumoto and Nishimura 1998) with 32-bit words, for any parameters:
 //
 //   struct Family {

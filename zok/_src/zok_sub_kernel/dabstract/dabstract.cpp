@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Abstract streams of doubles.
 #include "../_service/abstract.hpp"
 

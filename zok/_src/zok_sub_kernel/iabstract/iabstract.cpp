@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Abstract streams of words.
 #include "../_service/abstract.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MCG31M1: x(n + 1) = a x(n) mod 2^31 - 1, the word being x itself, from 1 to 2^31 - 2.
 // P. L'Ecuyer, Tables of linear congruential generators of different sizes and good lattice
 // structure, Mathematics of Computation 68 (1999). Period 2^31 - 2.

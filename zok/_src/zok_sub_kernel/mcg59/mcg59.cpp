@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MCG59: x(n + 1) = 13^13 x(n) mod 2^59, an element being x itself, as two words. Period 2^57 for
 // an odd seed.
 #include "../_service/scaling.hpp"

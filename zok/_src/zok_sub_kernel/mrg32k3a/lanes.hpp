@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The two recurrences of MRG32K3A, four consecutive elements a vector.
 //
 // A vector V(t) = (x(4 t), ..., x(4 t + 3)) is a combination of older vectors whose multipliers are

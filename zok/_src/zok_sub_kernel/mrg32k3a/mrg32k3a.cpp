@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MRG32K3A: the difference, modulo m1, of two recurrences of order three:
 //
 //   x(n) = (1403580 x(n - 2) - 810728 x(n - 3)) mod m1

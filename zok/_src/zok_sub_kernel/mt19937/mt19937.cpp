@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MT19937: the Mersenne Twister of period 2^19937 - 1.
 #include "../_twister/twister.hpp"
 

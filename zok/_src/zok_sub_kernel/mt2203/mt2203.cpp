@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MT2203: 1024 Mersenne Twisters of period 2^2203 - 1, whose parameters differ so that their
 // sequences are independent (Matsumoto and Nishimura 2000).
 #include "../_service/registry.hpp"

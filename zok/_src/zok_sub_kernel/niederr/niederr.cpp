@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Niederreiter's sequence of points in up to 318 dimensions, or as many as a user has polynomials
 // or direction numbers for (H. Niederreiter, Journal of Number Theory 30, 1988; the matrices as in
 // P. Bratley, B. Fox and H. Niederreiter, ACM Transactions on Modeling and Computer Simulation 2,

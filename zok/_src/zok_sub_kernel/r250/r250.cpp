@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // R250: w(n) = w(n - 250) xor w(n - 147), a generalised feedback shift register.
 // S. Kirkpatrick and E. Stoll, A very fast shift-register sequence random number generator, Journal
 // of Computational Physics 40 (1981). Period 2^250 - 1.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Abstract streams of floats.
 #include "../_service/abstract.hpp"
 

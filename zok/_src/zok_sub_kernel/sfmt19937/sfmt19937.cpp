@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // SFMT19937: the SIMD-oriented Fast Mersenne Twister of period 2^19937 - 1 (Saito and Matsumoto
 // 2008). Its unit is a block of 128 bits, which is one element of the integer flavour; the others
 // take 32-bit words, and keep what is left of a block for the next of their requests.

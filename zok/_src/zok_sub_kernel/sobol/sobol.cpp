@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sobol's sequence of points in up to 40 dimensions, or as many as a user has direction numbers for
 // (I. Sobol, USSR Computational Mathematics and Mathematical Physics 7, 1967). A request delivers
 // point after point, the coordinates of each in their order, 2^32 - 2 points at most.

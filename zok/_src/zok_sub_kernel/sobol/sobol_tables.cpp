@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Polynomials and initial numbers of the Sobol sequence in 40 dimensions: P. Bratley and B. Fox,
 // Algorithm 659, ACM Transactions on Mathematical Software 14 (1988), but for nine numbers that
 // S. Joe and F. Kuo mended (Remark on Algorithm 659, ibid. 29, 2003), so that property A holds in

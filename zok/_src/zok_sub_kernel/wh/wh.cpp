@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // WH: 273 generators of four congruential components each, x_k(n + 1) = a_k x_k(n) mod m_k, whose
 // fractions x_k / m_k are added modulo 1.
 // B. Wichmann and D. Hill, Algorithm AS 183, Applied Statistics 31 (1982); N. Maclaren, The

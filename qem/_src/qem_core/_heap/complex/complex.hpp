@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Complex numbers in extended arithmetic, and what their functions share: the routines take
 // doubles, compute each part to a few units of 64 bits, and round once at the end.
 #pragma once

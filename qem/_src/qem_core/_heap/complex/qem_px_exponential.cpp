@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Complex exponential and hyperbolic functions, and the circular ones that are those turned by a
 // right angle. Special arguments give what C99, annex G, tells.
 #include "../extended/exponential.hpp"

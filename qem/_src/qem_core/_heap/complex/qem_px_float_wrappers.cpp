@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The scalar routines for floats: computed in doubles and narrowed. Both floats come as one word,
 // the real part in its low half.
 #include "complex.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Complex inverse functions (T. E. Hull, T. F. Fairgrieve and P. T. P. Tang, 1997), in extended
 // arithmetic, whose range leaves none of the method's special regions. Special arguments give what
 // C99, annex G, tells.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Complex logarithms, powers and square root. Special arguments give what C99, annex G, tells.
 #include "../extended/arctangent.hpp"
 #include "../extended/exponential.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Kernels that call a complex scalar routine once an element.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What slow paths need that compute in the x87 unit.
 #pragma once
 

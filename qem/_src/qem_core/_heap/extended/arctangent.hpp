@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The angle of a point, in two parts for those who multiply it.
 //
 // Next to the point's direction lies a vector (p, q) with a part of 1 and one that is a step of the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // e^x of extended numbers.
 //
 // e^x = 2^n 2^(j/256) e^r: the power of the row comes out of a table in two parts, e^r - 1 from its

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Extended numbers (80 bits, x87) as their parts.
 //
 // The routines of this folder compute what is small beside the result in doubles, whose operations

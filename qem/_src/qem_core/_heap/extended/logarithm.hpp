@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Logarithms of extended numbers, in two parts for those who multiply them.
 //
 // x = 2^e m, and m times a short reciprocal of the interval it lies in is 1 + r, exactly so when r

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The functions of extended numbers that are exported.
 #include "arctangent.hpp"
 #include "exponential.hpp"

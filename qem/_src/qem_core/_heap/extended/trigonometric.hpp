@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sine and cosine of extended numbers.
 //
 // x = k pi/256 + r. A table has the sine of the first 128 steps in two parts, and by symmetry those

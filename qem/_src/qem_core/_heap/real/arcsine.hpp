@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What Asin and Acos share.
 //
 // 2 asin(h/2) = h + h z P(z) with z = h^2 up to 1. With v = |x| up to 1/2, h = 2v gives asin v, and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arctangents of numbers and of quotients y/x, which for a number is y/1.
 //
 // By rows: with the middle c of that 16th of a binade in which v = y/x lies, atan(v) = atan(c) +

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tables and polynomials of the cube root.
 #pragma once
 

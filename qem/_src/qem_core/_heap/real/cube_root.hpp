@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What Cbrt, InvCbrt and Pow2o3 share: the reduction of the argument and the root in two parts.
 //
 // |x| = 2^(3 q + j) m with m in [1, 2), c the middle of that 32nd of [1, 2) in which m lies, and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the kernels of an angle in doubles share: the reduction of any finite angle in the lanes,
 // and what becomes of the others.
 #pragma once

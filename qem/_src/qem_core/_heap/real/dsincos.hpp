@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sine and cosine of doubles, one of them or both.
 //
 // x = n pi/256 + r. A table has sine and cosine of n pi/256, polynomials give those of r, and the

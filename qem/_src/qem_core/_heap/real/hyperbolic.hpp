@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What Cosh and Sinh share: the sum and the difference of both exponentials at HA, their limits,
 // and the slow path.
 #pragma once

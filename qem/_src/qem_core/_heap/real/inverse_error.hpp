@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What ErfInv, ErfcInv and CdfNormInv share.
 //
 // Each has a zero and a factor d that vanishes with it: x, 1 - x, 2x - 1. The rest of the function

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tables of the inverses of the error functions.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ErfcInv and CdfNormInv of single elements, whatever their value.
 //
 // With w = 1 - |d|, see inverse_error.hpp, and s = sqrt(-ln w) the function is s times a smooth

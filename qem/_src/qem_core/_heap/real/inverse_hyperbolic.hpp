@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the inverse hyperbolic functions share. Each is a logarithm, of a y that is 1 or more:
 //
 //   asinh x = ln(x + sqrt(x^2 + 1))

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What Erfc and CdfNorm share: the tail P(a) = e^(-rate a^2) f(a) for a >= 0, and what it leaves of
 // the whole on the other side of 0.
 //

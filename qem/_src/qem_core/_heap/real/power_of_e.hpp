@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hyperbolic functions from one exponential and a quotient: LA and EP, and HA of floats, which has
 // lanes of double.
 #pragma once

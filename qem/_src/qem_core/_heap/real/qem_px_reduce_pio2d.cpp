@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <orv/qem.h>
 
 #include "../../simd/format.hpp"

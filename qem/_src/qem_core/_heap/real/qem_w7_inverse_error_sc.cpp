@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The scalar entries of CdfNormInv and ErfcInv: one element, returning a status code and reporting
 // nothing. Tail entries take an argument within the domain.
 #include "../../cdfnorminv/cdfnorminv.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The scalar entries of SinCos and CIS: element i of a vector. The levels differ in the text that
 // they report only; the complex entries of both types share theirs.
 #include "../../frame/control_words.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Quarter turns in an angle of any size (M. Payne and R. Hanek, 1983): the significand times those
 // bits of 2/pi that matter for its exponent. Bits further up make whole turns, bits further down
 // change nothing: no double comes closer to a multiple of pi/2 than 2^-62 of its quadrant, and 190

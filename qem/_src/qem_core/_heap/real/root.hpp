@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What square roots and their kin share: how far a rounded root is off, and results that are
 // brought to their scale last.
 #pragma once

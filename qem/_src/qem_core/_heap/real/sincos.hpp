@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sine and cosine of one number, with the bits of a lane.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sine and cosine of floats.
 //
 // x = n pi/2 + r; a polynomial of r for each function, exchanged and signed as the quarter turn

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tables of polynomials: a row of coefficients for each interval, looked up lane by lane.
 #pragma once
 

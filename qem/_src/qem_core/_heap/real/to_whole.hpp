@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Floor, Ceil, Trunc, Rint and NearbyInt: a whole number by the processor's rounding instruction.
 #pragma once
 

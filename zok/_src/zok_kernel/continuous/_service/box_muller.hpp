@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Radius and angle of pairs of Gaussian numbers (Box and Muller 1958).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Distributions that others are made of, with one name for both precisions.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Error callbacks for logarithms of uniform numbers, where an exact 0 may come: its logarithm
 // becomes that of the smallest positive number.
 #pragma once

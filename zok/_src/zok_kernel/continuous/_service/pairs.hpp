@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arrays of pairs into two arrays, and back. Elements have any alignment.
 #pragma once
 

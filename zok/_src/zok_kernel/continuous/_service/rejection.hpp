@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Blocks of candidates for rejection methods, and those of methods that have two ways of making
 // them.
 #pragma once

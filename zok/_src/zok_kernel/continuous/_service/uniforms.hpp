@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How continuous distributions take their uniform numbers, and go over arrays.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Beta numbers by rejection, with a method for each region of the shapes p and q:
 //
 //   both above 1             from a logistic number (Cheng 1978, BA)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Cauchy numbers by inversion: a + beta tan v, v on [-pi/2, pi/2). The float next to pi/2 lies
 // beyond it, at both ends, so there the tangents change sides; each end has the same share of the
 // numbers.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Exponential numbers by inversion: a - beta ln u.
 #include "../../../zok_sub_kernel/_service/quiet_kernels.hpp"
 #include "../../../zok_sub_kernel/_service/vector_kernels.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Gamma numbers by rejection, with a method for each range of the shape alpha:
 //
 //   above 1            the cube of a Gaussian number (Marsaglia and Tsang 2000)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Gaussian numbers, by pairs of uniforms (Box and Muller 1958) or by inversion.
 //
 //   u1, u2 -> rho sin(2 pi u2), rho cos(2 pi u2), with rho = sqrt(-2 ln u1)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Multivariate Gaussian vectors T x + a, x being standard deviates and T a lower triangular factor
 // of the covariance.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Gumbel numbers, the limit of smallest values: a + beta ln e, e exponential.
 #include "../../../zok_sub_kernel/_service/quiet_kernels.hpp"
 #include "../../../zok_sub_kernel/_service/vector_kernels.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Laplace numbers: an exponential one, and a second uniform number for its side.
 #include "../../../zok_sub_kernel/_service/quiet_kernels.hpp"
 #include "../../../zok_sub_kernel/_service/vector_kernels.hpp"

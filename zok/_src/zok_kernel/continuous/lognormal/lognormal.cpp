@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lognormal numbers: b + beta exp(g), g from the pairs of the second Box-Muller method.
 #include "../../../zok_sub_kernel/_service/quiet_kernels.hpp"
 #include "../../../zok_sub_kernel/_service/vector_kernels.hpp"

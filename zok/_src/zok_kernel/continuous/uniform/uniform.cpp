@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Doubles and floats on [a, b): the gate through which every other distribution draws. n goes to
 // the generator also below 1, where two of them make an element all the same.
 #include "../../../zok_sub_kernel/_service/registry.hpp"

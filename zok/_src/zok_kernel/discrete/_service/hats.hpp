@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rejection for integer laws with one mode: a hat of a middle part and two exponential tails. What
 // lies under it is accepted by the probability's ratio to that of the mode, which stands in a table
 // near the mode and is computed elsewhere.

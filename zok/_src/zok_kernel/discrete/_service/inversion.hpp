@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Inversion by a table of cumulative probabilities: the smallest k with at(k) > u.
 #pragma once
 

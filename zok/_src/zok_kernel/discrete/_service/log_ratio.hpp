@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The logarithm of a probability's ratio to that of the mode, to 10^-11 however large the numbers:
 // what cancels is left out before it is computed.
 #pragma once

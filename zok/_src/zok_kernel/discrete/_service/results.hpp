@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What integer generators share: blocks of uniforms, results that fit 32 bits, the parameters that
 // a record on the stream was made for.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // 1 with probability p, else 0: whether a float lies below p, both compared by their bits, which
 // order numbers from 0 on as they do integers.
 #include <immintrin.h>

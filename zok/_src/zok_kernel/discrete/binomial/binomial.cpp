@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Binomial numbers, made for the rarer outcome and turned over for the other: by a table of
 // cumulative probabilities where the mean of the rarer is below 30, else by rejection (BTPE,
 // Kachitvichyanukul and Schmeiser 1988).

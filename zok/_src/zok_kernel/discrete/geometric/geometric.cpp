@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Failures before the first success of probability p, by inversion: the floor of ln u / ln(1 - p).
 #include "../../../zok_sub_kernel/_service/quiet_kernels.hpp"
 #include "../../../zok_sub_kernel/_service/vector_kernels.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hypergeometric numbers: how many of `m` marked ones of a lot of `l` a sample of `s` holds. Made
 // for the smaller of sample and rest, of marked and unmarked: by a table of cumulative
 // probabilities where the mode is below 40, else by rejection (H2PE, Kachitvichyanukul and

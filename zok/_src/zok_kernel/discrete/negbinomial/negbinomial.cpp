@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Negative binomial numbers: failures before the a-th success of probability p, a any number above
 // 0. By a table of cumulative probabilities where the mode is below 100 and the table holds nearly
 // all; else by rejection, under a plateau with exponential tails or, for a up to 1, where

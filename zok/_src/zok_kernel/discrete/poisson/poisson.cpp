@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Poisson numbers: by a table of cumulative probabilities for means below 27, else by rejection
 // (PTPE, Schmeiser and Kachitvichyanukul 1981); or from Gaussian numbers.
 #include "../../../zok_sub_kernel/_service/chunk.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Poisson numbers from Gaussian ones: the floor of a polynomial in g, whose coefficients come from
 // the mean.
 #pragma once

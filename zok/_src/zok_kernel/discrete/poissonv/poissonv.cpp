@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Poisson numbers, each with a mean of its own, each from one Gaussian number.
 #include "../../../zok_sub_kernel/_service/quiet_kernels.hpp"
 #include "../../../zok_sub_kernel/_service/vector_kernels.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Integers on [a, b), each the floor of one double, which rounding may bring to b: the range may be
 // wider than 32 bits can count.
 #include <immintrin.h>

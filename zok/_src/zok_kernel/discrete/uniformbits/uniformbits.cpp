@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A generator's integers as it makes them.
 #include "../../../zok_sub_kernel/_service/registry.hpp"
 

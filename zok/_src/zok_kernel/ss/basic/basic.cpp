@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Moments, covariance and correlation: checks, threads, merging, results.
 #include "../../../zok_sub_kernel/_service/blas.hpp"
 #include "work.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which results an estimate needs, and the estimates that follow from the raw moments.
 #pragma once
 

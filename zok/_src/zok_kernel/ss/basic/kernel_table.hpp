@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The kernels of the basic statistics: one for every combination of layout, weights and results.
 #pragma once
 

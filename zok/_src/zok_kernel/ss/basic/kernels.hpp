@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One pass over the data, with running weighted means (West 1979). Per observation, with weight w,
 // W the weights before it, r = 1 / (w + W) and f = W (w r):
 //

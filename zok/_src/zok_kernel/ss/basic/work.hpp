@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The state of one call of the basic statistics: where each thread keeps its sums.
 #pragma once
 

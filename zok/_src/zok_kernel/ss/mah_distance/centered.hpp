@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Observations less a mean, and products of them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mahalanobis distances (P. C. Mahalanobis 1936): the root of u' A u, u an observation less the
 // mean and A the inverse of the covariance.
 #include "mah_distance.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The record that _zokdSSMahDistance reads, made for the statistics that call it.
 #pragma once
 

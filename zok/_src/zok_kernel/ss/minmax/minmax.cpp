@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The least and the largest value of each variable.
 //
 // Both layouts are one stream in which element i belongs to variable i mod p; a row is a stream of

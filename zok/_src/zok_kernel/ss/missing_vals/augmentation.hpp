@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Data augmentation (Tanner and Wong 1987; Schafer 1997): missing values are drawn given mean and
 // covariance, then these given the completed data, in turn.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Multiple imputation of missing values under a multivariate normal law, and its EM estimate alone.
 #include "augmentation.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The data about a shift, sorted by pattern, and the EM algorithm for mean and covariance of a
 // multivariate normal law (Dempster, Laird and Rubin 1977; Little and Rubin 1987).
 #pragma once

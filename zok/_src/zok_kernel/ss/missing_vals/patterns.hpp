@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which values are missing, and a copy of the data that is sorted by it.
 #pragma once
 

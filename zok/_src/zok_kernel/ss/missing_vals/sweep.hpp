@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Regressions of missing variables on observed ones, by sweeping (Beaton 1964).
 //
 // The parameters are one symmetric matrix G of order p + 1: G(0, 0) is -1, G(0, j) the mean of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A matrix of correlations that is not positive definite becomes one that is (R. Rebonato and P.
 // Jaeckel 1999): eigenvalues below a limit are raised to it, and what this does to the diagonal is
 // scaled away.

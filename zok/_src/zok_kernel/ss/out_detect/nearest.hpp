@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The observations of least distance.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The data of a task, for the entries that outlier detection calls.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Outlier detection by BACON (N. Billor, A. S. Hadi and P. F. Velleman 2000): the 5 p observations
 // nearest to a centre are taken for good; then all whose distance from their mean, in the measure
 // of their covariance, is below a threshold; and so on till the number of good ones settles.

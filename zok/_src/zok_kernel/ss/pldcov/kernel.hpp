@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mean and scatter of one group of observations, which lie anywhere in the data.
 //
 // Observations are gathered a few at a time. First all their means are updated, each from the one

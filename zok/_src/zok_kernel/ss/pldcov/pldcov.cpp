@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Means and covariances of groups of observations, and the pooled ones.
 //
 // A group is one item of work. Its thread's sums are added to the pooled ones in the order of the

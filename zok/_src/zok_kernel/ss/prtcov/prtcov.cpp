@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Covariance and correlation of the variables of interest (y) with the influence of the
 // conditioning ones (z) taken away: Cyy - Cyz inv(Czz) Czy.
 #include <math.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Quantiles and sorted data: one variable is one item of work.
 //
 // The quantile of order q of sorted data X[0 .. n) lies at f = (n - 1) q. With k the whole part of

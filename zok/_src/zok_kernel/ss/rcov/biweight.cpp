@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Normal data of p variables have distances d with d^2 chi-square of p degrees of freedom. M and c
 // are such that the mean of rho(d) is the part b of its largest value.
 #include "biweight.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The translated biweight (D. M. Rocke 1996): distances up to M have their full weight, from M to
 // M + c less and less, and beyond it none.
 #pragma once

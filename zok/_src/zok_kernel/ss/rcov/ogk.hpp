@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The start estimate: robust distances by orthogonalised pairwise scales (R. Gnanadesikan and J. R.
 // Kettenring 1972; R. A. Maronna and R. H. Zamar 2002).
 //

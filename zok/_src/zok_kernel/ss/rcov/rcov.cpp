@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Robust mean and covariance: a start estimate by pairs of variables (ogk.hpp), then iterations of
 // the translated biweight S-estimator (D. M. Rocke 1996).
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Medians, and the location and scale of one sample that may hold outliers.
 #pragma once
 

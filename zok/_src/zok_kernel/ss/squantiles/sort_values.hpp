@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sorts a block of values. The order of equal ones is open, and one with NaNs has no useful order.
 #pragma once
 

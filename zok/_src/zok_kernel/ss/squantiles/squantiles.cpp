@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Quantiles of a stream that comes in blocks, without keeping it. A variable is an item of work.
 #include <math.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Summaries of a stream of values from which quantiles are told within epsilon of their rank, for
 // streams of unknown length (Zhang and Wang, A fast algorithm for approximate quantiles in high
 // speed data streams, 2007).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sorted lists of tuples, and their merging.
 //
 // A tuple stands for a value of the data, of which it is known between which two ranks its own

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The weighted quantile of each variable, the median as a rule. Sorted data weigh up to the target,
 // q times the sum of weights; where they pass it between two observations, the result lies between.
 #include <math.h>
