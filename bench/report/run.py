@@ -11,7 +11,7 @@ import tempfile
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 BENCH = ROOT / "bench"
 PROGRAMS = ("orv_bench", "orv_bench_random", "orv_bench_distributions", "orv_bench_statistics",
-            "orv_bench_outliers", "orv_bench_sort", "orv_bench_cpp")
+            "orv_bench_outliers", "orv_bench_missing", "orv_bench_sort", "orv_bench_cpp")
 # Print lines {"name": ..., "ns": an element}, in the machine's own word size, where there is NumPy.
 NUMPY = (BENCH / "numpy_statistics.py", BENCH / "numpy_distributions.py")
 UNITS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}

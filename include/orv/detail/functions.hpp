@@ -45,7 +45,7 @@ inline constexpr struct acosh_function : detail::one_argument<acosh_function> {
   static constexpr auto& table(const double*) { return orv_qem_kernel_dAcosh_ttab; }
   static constexpr auto& table(const std::complex<float>*) { return orv_qem_kernel_cAcosh_ttab; }
   static constexpr auto& table(const std::complex<double>*) { return orv_qem_kernel_zAcosh_ttab; }
-  static constexpr function_facts facts_of(const float*) { return {"inverse hyperbolic cosine", {{{1, "argument below 1"}}}, {{1.75, 0.51, 2.47e+03}}}; }
+  static constexpr function_facts facts_of(const float*) { return {"inverse hyperbolic cosine", {{{1, "argument below 1"}}}, {{1.91, 0.51, 2.47e+03}}}; }
   static constexpr function_facts facts_of(const double*) { return {"inverse hyperbolic cosine", {{{1, "argument below 1"}}}, {{2.15, 0.502, 2.15}}}; }
   static constexpr function_facts facts_of(const std::complex<float>*) { return {"inverse hyperbolic cosine, Re not negative; cut from -inf to 1", {{}}, {{0.501, 0.501, 0.501}}}; }
   static constexpr function_facts facts_of(const std::complex<double>*) { return {"inverse hyperbolic cosine, Re not negative; cut from -inf to 1", {{}}, {{0.503, 0.503, 0.503}}}; }
@@ -267,7 +267,7 @@ inline constexpr struct erfcinv_function : detail::one_argument<erfcinv_function
   static constexpr std::string_view name = "erfcinv";
   static constexpr auto& table(const float*) { return orv_qem_kernel_sErfcInv_ttab; }
   static constexpr auto& table(const double*) { return orv_qem_kernel_dErfcInv_ttab; }
-  static constexpr function_facts facts_of(const float*) { return {"inverse of the complementary error function", {{{1, "argument below 0 or above 2"}, {2, "argument 0 or 2"}}}, {{2.5, 0.549, 2.5}}}; }
+  static constexpr function_facts facts_of(const float*) { return {"inverse of the complementary error function", {{{1, "argument below 0 or above 2"}, {2, "argument 0 or 2"}}}, {{2.64, 0.549, 2.64}}}; }
   static constexpr function_facts facts_of(const double*) { return {"inverse of the complementary error function", {{{1, "argument below 0 or above 2"}, {2, "argument 0 or 2"}}}, {{2.7, 0.549, 6.39e+07}}}; }
 } erfcinv;
 
