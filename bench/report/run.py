@@ -18,7 +18,7 @@ UNITS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
 def build(preset):
-    for command in (["cmake", "--preset", preset],
+    for command in (["cmake", "--preset", preset, "-DORV_BUILD_BENCH=ON"],
                     ["cmake", "--build", "--preset", preset, "-t", *PROGRAMS]):
         done = subprocess.run(command, cwd=ROOT, text=True, stdout=subprocess.PIPE,
                               stderr=subprocess.STDOUT)
