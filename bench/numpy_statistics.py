@@ -10,7 +10,7 @@ import json
 import os
 import time
 
-for library in ("OPENBLAS", "OMP", "MKL", "BLIS"):
+for library in ("OPENBLAS", "OMP", "BLIS"):
     os.environ[f"{library}_NUM_THREADS"] = "1"
 import numpy as np  # noqa: E402  the settings come first
 
