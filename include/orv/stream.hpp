@@ -240,9 +240,25 @@ class words {
   size_t next_ = block_.size();
 };
 
+namespace detail {
+/// Seed words for member i of a family, which begins like others that have the same ones. Mixed by
+/// SplitMix (Steele, Lea and Flood 2014).
+inline std::array<uint32_t, 4> member_seeds(uint32_t seed, size_t i) {
+  uint64_t state = uint64_t{seed} << 32 | static_cast<uint32_t>(i);
+  std::array<uint32_t, 4> words;
+  for (uint32_t& word : words) {
+    uint64_t z = state += 0x9E3779B97F4A7C15;
+    z = (z ^ z >> 30) * 0xBF58476D1CE4E5B9;
+    z = (z ^ z >> 27) * 0x94D049BB133111EB;
+    word = static_cast<uint32_t>((z ^ z >> 31) >> 32);
+  }
+  return words;
+}
+}  // namespace detail
+
 /// Streams for k threads, whose numbers don't overlap: members of a family, from the given one on
-/// (mt2203, wh), or parts of one sequence as far apart as its period or 2^63 elements allow
-/// (mrg32k3a, mcg59, mcg31m1).
+/// (mt2203, wh), each with seeds of its own that follow from the one given; or parts of one
+/// sequence as far apart as its period or 2^63 elements allow (mrg32k3a, mcg59, mcg31m1).
 inline std::vector<stream> streams_for_threads(size_t k, generator g = mt2203(),
                                                uint32_t seed = 1) {
   constexpr const char* name = "streams_for_threads";
@@ -259,7 +275,8 @@ inline std::vector<stream> streams_for_threads(size_t k, generator g = mt2203(),
   all.reserve(k);
   if (member_of(BRNG_MT2203, detail::mt2203_members) || member_of(BRNG_WH, detail::wh_members)) {
     for (size_t i = 0; i < k; ++i) {
-      all.emplace_back(generator{g.brng + static_cast<int32_t>(i)}, seed);
+      const auto seeds = detail::member_seeds(seed, i);
+      all.emplace_back(generator{g.brng + static_cast<int32_t>(i)}, std::span(seeds));
     }
     return all;
   }

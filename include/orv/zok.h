@@ -54,8 +54,9 @@ enum {
 };
 
 /** Generator identifiers. BRNG_WH + 0 to 272 and BRNG_MT2203 + 0 to 1023 are families of
- * independent generators. The first four, WH and the two low-discrepancy ones also answer to small
- * numbers: 0 to 3, 4 to 276, 277, 278. */
+ * independent generators; give each a seed of its own, since members with the same one begin alike
+ * for some two hundred numbers. The first four, WH and the two low-discrepancy ones also answer to
+ * small numbers: 0 to 3, 4 to 276, 277, 278. */
 enum {
   BRNG_MCG31M1 = 0x100000,  /**< multiplicative, modulus 2^31 - 1 (L'Ecuyer 1999) */
   BRNG_R250 = 0x200000,     /**< shift register, 250 words (Kirkpatrick and Stoll 1981) */
@@ -303,7 +304,8 @@ ORV_API void __zokiVect3PowMod(uint32_t* v, const uint32_t* c, uint32_t m, uint3
  *   for SFMT19937, which computes floats in single precision, as Sobol and Niederr do);
  *   a double is never 1, but for MCG59, with probability 2^-54.
  *
- * Where b - a is not a double, and for floats of these three, rounding may also step over an end. */
+ * Where b - a is not a double, and for floats of these three, rounding may also step over an end.
+ */
 
 /** Asks the continuous uniforms to keep each result in [a, b], b included. */
 enum { RNG_ACCURATE = 0x40000000 };

@@ -162,11 +162,30 @@ TEST(CppStream, SkipsAndLeapsAsDrawingDoes) {
             "orv::stream: no generator has this identifier");
 }
 
+/// The mean correlation of neighbours among the streams, in their first numbers.
+double correlation_of_beginnings(std::vector<orv::stream> streams) {
+  constexpr size_t n = 64;
+  std::vector<double> before(n), here(n);
+  double sum = 0;
+  for (orv::stream& s : streams) {
+    s.fill(here);
+    for (size_t i = 0; i < n; ++i) sum += 12 * (here[i] - 0.5) * (before[i] - 0.5);
+    before = here;
+  }
+  return sum / static_cast<double>(n * streams.size());
+}
+
 TEST(CppStream, ThreadsGetStreamsOfTheirOwn) {
-  const auto family = orv::streams_for_threads(3, orv::mt2203(10), 6);
-  for (int k = 0; k < 3; ++k) {
-    orv::stream s = family[k], expected(orv::mt2203(10 + k), 6);
-    EXPECT_EQ(words_of(s, 20), words_of(expected, 20));
+  for (const orv::generator g : {orv::mt2203(10), orv::wh()}) {
+    EXPECT_LT(std::abs(correlation_of_beginnings(orv::streams_for_threads(250, g, 6))), 0.03);
+    const auto once = orv::streams_for_threads(3, g, 6), again = orv::streams_for_threads(3, g, 6);
+    const auto other = orv::streams_for_threads(3, g, 7);
+    for (size_t k = 0; k < 3; ++k) {
+      EXPECT_EQ(once[k].basic_generator().brng, g.brng + static_cast<int32_t>(k));
+      orv::stream a = once[k], b = again[k], c = other[k];
+      EXPECT_EQ(words_of(a, 20), words_of(b, 20));
+      EXPECT_NE(words_of(a, 20), words_of(c, 20));
+    }
   }
   const struct {
     orv::generator g;
