@@ -79,7 +79,7 @@ double worst_rank(std::vector<T> x, const std::vector<T>& orders, const T* answe
   std::ranges::sort(x);
   double worst = 0;
   for (size_t i = 0; i < orders.size(); ++i) {
-    const auto [low, high] = std::ranges::equal_range(x, answers[i]);
+    const auto [low, high] = std::equal_range(x.begin(), x.end(), answers[i]);
     if (low == high) return INFINITY;  // no value of the data
     const double wanted = static_cast<double>(orders[i]) * static_cast<double>(x.size());
     const auto first = static_cast<double>(low - x.begin() + 1);
